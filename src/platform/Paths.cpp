@@ -1,0 +1,12 @@
+#include "platform/Paths.h"
+
+namespace vastrelline {
+
+std::wstring FolderOfPath(std::wstring_view path) {
+    const size_t separator = FindLastSeparator(path);
+    if (separator == std::wstring_view::npos) return L".";
+    // A file in the root has the empty folder: composed with a separator it leads to the root again.
+    return std::wstring(path.substr(0, separator));
+}
+
+}  // namespace vastrelline

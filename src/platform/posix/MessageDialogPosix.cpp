@@ -1,0 +1,14 @@
+#include <cstdio>
+
+#include "platform/PlatformMessage.h"
+#include "platform/Utf8.h"
+
+namespace vastrelline {
+
+void ShowPlatformMessage(const std::wstring& text, MessageIcon /*icon*/) {
+    // One call, so that the texts of two threads do not mix. Nobody is there to be told if it fails.
+    const std::string line = EncodeUtf8(text).append("\n");
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,14 @@
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace vastrelline {
+
+size_t FindLastSeparator(std::wstring_view path) { return path.find_last_of(L"/\\"); }
+
+std::wstring LowerCaseFileName(std::wstring_view path) {
+    const size_t separator = FindLastSeparator(path);
+    const size_t nameStart = separator == std::wstring_view::npos ? 0 : separator + 1;
+    return std::wstring(path.substr(0, nameStart)).append(LowerCaseAscii(path.substr(nameStart)));
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,13 @@
+#include <windows.h>
+
+#include "platform/PlatformMessage.h"
+
+namespace vastrelline {
+
+void ShowPlatformMessage(const std::wstring& text, MessageIcon icon) {
+    const UINT style = MB_OK | (icon == MessageIcon::Error ? MB_ICONERROR : 0U);
+    // Without a screen the call fails at once; there is nobody to be told, and the run goes on.
+    static_cast<void>(MessageBoxW(nullptr, text.c_str(), L"Vastrelline", style));
+}
+
+}  // namespace vastrelline

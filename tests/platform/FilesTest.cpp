@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "platform/Files.h"
+#include "support/TemporaryFolder.h"
+
+namespace vastrelline {
+namespace {
+
+using namespace std::string_literals;  // texts with zeros within
+
+TEST(FileExists, FilesAndFoldersAreFound) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "file", "x");
+    EXPECT_TRUE(FileExists(folder.Wide(L"file")));
+    EXPECT_TRUE(FileExists(folder.Path().wstring()));
+    EXPECT_FALSE(FileExists(folder.Wide(L"none")));
+    EXPECT_FALSE(FileExists(folder.Wide(L"none\\file")));
+    EXPECT_FALSE(FileExists(L""));
+}
+
+TEST(OutputFile, OneMadeWithoutAPathIsNotOpen) {
+    OutputFile file;
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_FALSE(file.Append("x", 1));
+    file.Close();
+    EXPECT_FALSE(file.IsOpen());
+}
+
+TEST(OutputFile, AppendModeMakesTheFileAndKeepsItsContent) {
+    const TemporaryFolder folder;
+    for (const char* text : {"one", "two"}) {
+        OutputFile file(folder.Wide(L"log"), OpenMode::AppendExclusive);
+        ASSERT_TRUE(file.IsOpen());
+        EXPECT_TRUE(file.Append(text, 3));
+    }
+    EXPECT_EQ(ReadBytes(folder.Path() / "log"), "onetwo");
+}
+
+TEST(OutputFile, TruncateModeDropsTheContent) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "log", "a longer text");
+    OutputFile file(folder.Wide(L"log"), OpenMode::TruncateExclusive);
+    ASSERT_TRUE(file.IsOpen());
+    EXPECT_TRUE(file.Append("ab", 2));
+    EXPECT_TRUE(file.Append("", 0));
+    EXPECT_TRUE(file.Append("c", 1));
+    file.Close();
+    EXPECT_EQ(ReadBytes(folder.Path() / "log"), "abc");
+}
+
+TEST(OutputFile, ASecondOpenerFailsAndHarmsNothing) {
+    const TemporaryFolder folder;
+    OutputFile first(folder.Wide(L"log"), OpenMode::AppendExclusive);
+    ASSERT_TRUE(first.Append("kept", 4));
+    EXPECT_FALSE(OutputFile(folder.Wide(L"log"), OpenMode::AppendExclusive).IsOpen());
+    EXPECT_FALSE(OutputFile(folder.Wide(L"log"), OpenMode::TruncateExclusive).IsOpen());
+    first.Close();
+    EXPECT_EQ(ReadBytes(folder.Path() / "log"), "kept");
+    EXPECT_TRUE(OutputFile(folder.Wide(L"log"), OpenMode::AppendExclusive).IsOpen());
+}
+
+TEST(OutputFile, AMissingFolderOrAFolderAsPathGivesNoFile) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(OutputFile(folder.Wide(L"none\\log"), OpenMode::AppendExclusive).IsOpen());
+    EXPECT_FALSE(OutputFile(folder.Path().wstring(), OpenMode::TruncateExclusive).IsOpen());
+    EXPECT_FALSE(OutputFile(L"", OpenMode::AppendExclusive).IsOpen());
+}
+
+TEST(OutputFile, MovesItsFile) {
+    const TemporaryFolder folder;
+    OutputFile first(folder.Wide(L"one"), OpenMode::AppendExclusive);
+    OutputFile second(std::move(first));
+    EXPECT_FALSE(first.IsOpen());  // NOLINT(bugprone-use-after-move): this state is what is tested
+    ASSERT_TRUE(second.IsOpen());
+    OutputFile third(folder.Wide(L"two"), OpenMode::AppendExclusive);
+    third = std::move(second);
+    EXPECT_TRUE(third.Append("x", 1));
+    EXPECT_TRUE(OutputFile(folder.Wide(L"two"), OpenMode::AppendExclusive).IsOpen());  // was closed
+    third.Close();
+    EXPECT_EQ(ReadBytes(folder.Path() / "one"), "x");
+    EXPECT_EQ(ReadBytes(folder.Path() / "two"), "");
+}
+
+TEST(CreateFolder, MakesOneLevel) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(CreateFolder(folder.Wide(L"a\\b")));
+    EXPECT_TRUE(CreateFolder(folder.Wide(L"a")));
+    EXPECT_TRUE(CreateFolder(folder.Wide(L"a\\b")));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.Path() / "a" / "b"));
+    EXPECT_FALSE(CreateFolder(folder.Wide(L"a")));  // there already
+}
+
+TEST(CopyFileOver, MakesOrReplacesTheDestination) {
+    const TemporaryFolder folder;
+    const std::string bytes = "a\0\r\n\xFFz"s;
+    WriteBytes(folder.Path() / "source", bytes);
+    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"new")));
+    EXPECT_EQ(ReadBytes(folder.Path() / "new"), bytes);
+    WriteBytes(folder.Path() / "old", "something that was longer");
+    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"old")));
+    EXPECT_EQ(ReadBytes(folder.Path() / "old"), bytes);
+}
+
+TEST(CopyFileOver, LargerThanOneStep) {
+    const TemporaryFolder folder;
+    std::string bytes(3'000'001, '\0');
+    for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i % 251);
+    WriteBytes(folder.Path() / "source", bytes);
+    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"copy")));
+    EXPECT_TRUE(ReadBytes(folder.Path() / "copy") == bytes);
+}
+
+TEST(CopyFileOver, FailuresLeaveWhatThereIs) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "file", "kept");
+    EXPECT_FALSE(CopyFileOver(folder.Wide(L"none"), folder.Wide(L"file")));
+    EXPECT_FALSE(CopyFileOver(folder.Wide(L"file"), folder.Wide(L"none\\file")));
+    EXPECT_FALSE(CopyFileOver(folder.Path().wstring(), folder.Wide(L"file")));
+    EXPECT_FALSE(CopyFileOver(folder.Wide(L"file"), folder.Wide(L"file")));
+    EXPECT_EQ(ReadBytes(folder.Path() / "file"), "kept");
+}
+
+}  // namespace
+}  // namespace vastrelline

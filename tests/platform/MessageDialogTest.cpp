@@ -1,0 +1,32 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/MessageDialog.h"
+
+namespace vastrelline {
+namespace {
+
+std::vector<std::pair<std::wstring, MessageIcon>> shown;
+
+void Remember(const std::wstring& text, MessageIcon icon) { shown.emplace_back(text, icon); }
+
+void Ignore(const std::wstring& /*text*/, MessageIcon /*icon*/) {}
+
+TEST(SetMessageHandler, TakesThePlaceOfThePlatformUntilItIsRestored) {
+    shown.clear();
+    EXPECT_EQ(SetMessageHandler(Remember), nullptr);
+    ShowMessage(L"one", MessageIcon::Error);
+    ShowMessage(L"two", MessageIcon::None);
+    EXPECT_EQ(SetMessageHandler(Ignore), &Remember);
+    ShowMessage(L"three", MessageIcon::None);
+    EXPECT_EQ(SetMessageHandler(nullptr), &Ignore);
+    const std::vector<std::pair<std::wstring, MessageIcon>> expected = {{L"one", MessageIcon::Error},
+                                                                        {L"two", MessageIcon::None}};
+    EXPECT_TRUE(shown == expected);
+}
+
+}  // namespace
+}  // namespace vastrelline
