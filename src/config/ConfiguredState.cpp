@@ -1,0 +1,10 @@
+#include "config/ConfiguredState.h"
+
+namespace vastrelline {
+
+ConfiguredState& SharedConfiguredState() {
+    static ConfiguredState state;
+    return state;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// Figures of the last exposure decision; process-wide, zero at load, kept between calls, without a lock.
+struct DoseRecord {
+    int32_t ObjectMedian = 0;  // grey level of the object's median
+    int32_t ObjectTotal = 0;   // pixels below the threshold between object and background
+    int32_t LowSignal = 0;     // those of them below level 100
+    double LowRatio = 0.0;     // LowSignal / ObjectTotal
+    int32_t LowExposure = 0;   // 1 if LowRatio is greater than the profile's limit, else 0
+};
+
+DoseRecord& SharedDoseRecord();
+
+}  // namespace vastrelline

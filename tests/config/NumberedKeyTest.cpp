@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdint>
+#include <string>
+
+#include "config/NumberedKey.h"
+
+namespace vastrelline {
+namespace {
+
+struct NumberedKeyCase {
+    const char* name;
+    int32_t position;
+    const wchar_t* key;
+    const wchar_t* expected;
+};
+
+class NumberedKeyTest : public testing::TestWithParam<NumberedKeyCase> {};
+
+TEST_P(NumberedKeyTest, PutsThePositionInFrontOfTheKey) {
+    EXPECT_EQ(MakeNumberedKey(GetParam().position, GetParam().key), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Positions, NumberedKeyTest,
+    testing::Values(NumberedKeyCase{"FirstPosition", 0, L"Function_Number", L"00_Function_Number"},
+                    NumberedKeyCase{"OneDigitTakesAZero", 7, L"GAUSSIAN_SIZE", L"07_GAUSSIAN_SIZE"},
+                    NumberedKeyCase{"ThirdPosition", 3, L"BLOCK_SIZE", L"03_BLOCK_SIZE"},
+                    NumberedKeyCase{"TwoDigits", 99, L"K", L"99_K"},
+                    NumberedKeyCase{"ThreeDigits", 100, L"K", L"100_K"},
+                    NumberedKeyCase{"LargestPosition", INT32_MAX, L"K", L"2147483647_K"},
+                    NumberedKeyCase{"EmptyKey", 5, L"", L"05_"}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+}  // namespace
+}  // namespace vastrelline
