@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace vastrelline {
+
+// Writes a tone curve as text for the engineer who tunes a profile: one line "%d\t%d\r\n" per level with the
+// level and the curve's value at it. The file is made afresh; nothing reads it back. One that cannot be made
+// or written is skipped.
+//
+// first, last   levels, both inclusive; none if last is below first
+// valueAt       the curve's value at a level
+void WriteCurveFile(const std::wstring& path, int32_t first, int32_t last,
+                    const std::function<int32_t(int32_t level)>& valueAt);
+
+}  // namespace vastrelline
