@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vastrelline {
+
+// A power curve over the level range of one frame.
+struct GammaCurve {
+    int32_t low;                  // the first level of the curve itself
+    int32_t high;                 // the last one, which can lie beyond the table
+    std::vector<uint16_t> table;  // one entry for each level 0..maxValue
+};
+
+// Builds the curve from a frame.
+//
+// maxValue      top level of the table, 0..65535
+// outputRange   top of the output; 0 keeps the frame's own range and begins at its lowest level
+// gamma         0 or more: output = outputRange * x^gamma. Below 0: outputRange * (1 - (1 - x)^(-1/gamma)),
+//               the positive curve mirrored at the diagonal with the reciprocal exponent. x runs from 0 to
+//               1 over low..high
+// limitBin      above 0: low and high leave out levels whose count, smoothed over 50 levels, is not above
+//               it; where no level is left, the frame's own end stays
+// inverse       not 0: the curve is turned over. The tails below low and above high are not, and so do not
+//               join it; that is meant
+// Rounding      truncation toward zero in doubles, then the low 16 bits
+GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                           int32_t outputRange, double gamma, int32_t limitBin, int32_t inverse);
+
+// Builds the curve of a frame and maps the frame through it, in place. Pixels above maxValue take the last
+// entry.
+//
+// saveCurve      not 0: first writes levels low..high, as far as the table goes, to a curve file
+// path, number   the file is `path` followed directly by "%02d_GammaCurve.txt" with the number
+void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                     double gamma, int32_t limitBin, int32_t inverse, int32_t saveCurve,
+                     const std::wstring& path, int32_t number);
+
+// The exponent for a frame.
+//
+// ratio         of magnitude 1 or more: the exponent itself. Below 1: the fraction of the frame's pixels
+//               that counts as its brightest part; the darker that part, the nearer to 1 the exponent, from
+//               2 for the top of the range to 1 for its lower half. A fraction that truncates to less than
+//               no pixel (-1 < ratio < 0) gives 2
+// outputRange   top of the range in which the frame's brightness is judged
+double ChooseGamma(const uint16_t* pixels, int32_t width, int32_t height, int32_t outputRange, double ratio);
+
+}  // namespace vastrelline
