@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// The value of a mask where the sensor's rounded corner hides the pixel.
+inline constexpr uint16_t kMasked = 255;
+
+// Fills the masked corners, in place, so that filters see no edge there: each run of masked pixels of a row
+// takes the mirror image of the pixels just inside it, separately for the left and the right half.
+//
+// frame, mask   width * height pixels each
+// maxValue      without effect
+// Even widths   the last column is visited twice
+void FillMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height, int32_t maxValue);
+
+// Gives masked pixels the background value, in place.
+//
+// flag      not 0: the frame was inverted, and the background is 0; 0: it is the frame's largest pixel
+// Markers   the first two pixels in memory, where masked, take 4095: they keep the full range in the frame
+void RestoreMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height, int32_t flag);
+
+}  // namespace vastrelline
