@@ -1,0 +1,30 @@
+# The install tree: header, shared library, CMake package (target vastrelline::vastrelline), pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(FILES ${PROJECT_SOURCE_DIR}/include/vastrelline.h TYPE INCLUDE)
+install(TARGETS vastrelline EXPORT vastrelline)
+set(packageFolder ${CMAKE_INSTALL_LIBDIR}/cmake/vastrelline)
+install(EXPORT vastrelline DESTINATION ${packageFolder}
+        FILE vastrellineTargets.cmake NAMESPACE vastrelline::)
+if(WIN32)
+    # For hosts whose own linker makes its import library from the list of names.
+    install(FILES ${PROJECT_SOURCE_DIR}/src/Vastrelline.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/vastrellineConfig.cmake.in
+    ${CMAKE_BINARY_DIR}/package/vastrellineConfig.cmake INSTALL_DESTINATION ${packageFolder})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/package/vastrellineConfigVersion.cmake
+    VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/package/vastrellineConfig.cmake
+              ${CMAKE_BINARY_DIR}/package/vastrellineConfigVersion.cmake
+        DESTINATION ${packageFolder})
+
+if(NOT WIN32)
+    # The prefix is found from where the file lies, so that `cmake --install --prefix` and a moved tree work.
+    set(pkgConfigFolder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    file(RELATIVE_PATH prefixFromPkgConfig
+         ${CMAKE_INSTALL_PREFIX}/${pkgConfigFolder} ${CMAKE_INSTALL_PREFIX})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/vastrelline.pc.in
+                   ${CMAKE_BINARY_DIR}/package/vastrelline.pc @ONLY)
+    install(FILES ${CMAKE_BINARY_DIR}/package/vastrelline.pc DESTINATION ${pkgConfigFolder})
+endif()

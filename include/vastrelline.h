@@ -1,0 +1,180 @@
+/* Vastrelline: turns the raw frame of an intra-oral X-ray sensor into a diagnostic image.
+ *
+ * Eight plain C functions. A host hands over one calibrated frame, the path of a profile file and the name
+ * of a section in it; the profile lists the stages that run and holds their settings. Everything is read
+ * anew on every call: there is nothing to initialise and nothing to tear down.
+ *
+ * Frames    width * height unsigned 16-bit pixels, row after row, top row first, no gap between rows.
+ *           The expected range is 0 .. (1 << BITSTORED) - 1, 0..4095 at the default of 12 bits; larger
+ *           values are safe. A frame's width * height must be below 2^29 pixels.
+ * Text      terminated narrow text. On Windows in the code page of the calling thread
+ *           (ImageProcessing_NS: UTF-8); elsewhere UTF-8, where bytes that are no valid UTF-8 reach the
+ *           file system as they are. On POSIX systems '/' and '\' both separate folders. A null pointer
+ *           counts as the empty text.
+ * Threads   the caller makes one processing call at a time: calls share process-wide values (the number of
+ *           the next dump, the switches of the run) and there is no lock. Each call runs on its caller's
+ *           thread. RotateImage keeps no state and may run at any time.
+ * Failures  no call throws or ends the process; every processing call returns one of the codes below.
+ *
+ * A whole call, from a frame in memory to the enhanced frame:
+ *
+ *     uint16_t frame[64 * 48] = {0};
+ *     uint16_t enhanced[64 * 48];
+ *     int32_t code = ImageProcessing(frame, enhanced, 64, 48, "profile.ini", "General", 0, 0);
+ *     if (code != VASTRELLINE_OK) {
+ *         fprintf(stderr, "the frame was not processed: code %d\n", (int)code);
+ *     }
+ */
+#ifndef VASTRELLINE_H
+#define VASTRELLINE_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#if defined(VASTRELLINE_BUILDING)
+#define VASTRELLINE_API
+#else
+#define VASTRELLINE_API __declspec(dllimport)
+#endif
+#else
+#define VASTRELLINE_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Codes of the six processing functions. Tests of arguments are made in the order 1, 2, 3, 4. */
+#define VASTRELLINE_OK 0
+/* The profile file does not exist. Also with a null or empty iniPath. */
+#define VASTRELLINE_NO_PROFILE 1
+/* input is null. Nothing was touched. */
+#define VASTRELLINE_NO_INPUT 2
+/* output is null. No mapping was applied. */
+#define VASTRELLINE_NO_OUTPUT 3
+/* sectionName is empty. */
+#define VASTRELLINE_NO_SECTION 4
+/* The frame was processed, but the bitmap could not be saved. */
+#define VASTRELLINE_NO_BITMAP 5
+/* Memory ran out, the frame has 2^29 pixels or more, or another internal failure. The content of output
+ * is then undefined. */
+#define VASTRELLINE_INTERNAL_FAILURE 6
+
+/* How the delivered frame lies on the sensor; a caller's own values in place of the profile's. All in
+ * pixels of the full sensor frame but for rotation and flip. */
+struct SensorGeometry {
+    int32_t Rotation;     /* 0, 1 or 2: how the frame was turned; any other value is unknown */
+    int32_t Flip;         /* 0..3: how the frame was mirrored; any other value is unknown */
+    int32_t RCCutOff;     /* size of the left rounded corner */
+    int32_t RCCutOffR;    /* size of the right rounded corner */
+    int32_t FrameWidth;   /* of the full sensor frame, before any cut */
+    int32_t FrameHeight;  /* of the full sensor frame, before any cut */
+    int32_t ImgCutLeft;   /* columns cut off at the left */
+    int32_t ImgCutTop;    /* rows cut off at the top */
+    int32_t ImgCutRight;  /* columns cut off at the right */
+    int32_t ImgCutBottom; /* rows cut off at the bottom */
+};
+
+/* Processes one frame.
+ *
+ * input                 width * height pixels, left as they are in this version
+ * output                width * height pixels, receives the enhanced frame; must not overlap input
+ * width, height         in pixels; 0 or less: the arguments are tested, then nothing is done and the
+ *                       result is 0
+ * iniPath               the profile file. This version runs the stages that the section lists, whatever
+ *                       the section's PROCMODE
+ * sectionName           the section of the profile that holds the settings
+ * applyMapping          not 0: afterwards every pixel of output goes through the table
+ *                       trunc((pixel + 3000) / 10000.0 * 4095), so that 0 becomes 1228 and 4095 becomes
+ *                       2905; pixels above 4095 count as 4095. Runs on any code but 2, 3 and 6
+ * applySpotCorrection   not 0: evens out the brightness of input, in place, before anything else; without
+ *                       effect in this version
+ *
+ * Returns 0, 1, 2, 3, 4 or 6. With any code but 0 the pixels of output stay as they were (6: undefined),
+ * apart from the mapping. Side effects as the profile asks: the log ExtraOralLog.txt beside the profile
+ * (SAVE_LOG), raw dumps in WRITE_PATH (SAVE_IMAGE).
+ */
+VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
+                                        const char* iniPath, const char* sectionName, uint8_t applyMapping,
+                                        uint8_t applySpotCorrection);
+
+/* As ImageProcessing, with the sensor's geometry of the caller.
+ *
+ * geometry   the geometry of this frame, or null for the profile's; read only; without effect in this
+ *            version
+ *
+ * Returns 0, 1, 2, 3, 4 or 6.
+ */
+VASTRELLINE_API int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
+                                         const char* iniPath, const char* sectionName, uint8_t applyMapping,
+                                         uint8_t applySpotCorrection, const struct SensorGeometry* geometry);
+
+/* As ImageProcessing, but the enhanced frame leaves the library only as an 8-bit bitmap file.
+ *
+ * bitmapPath   where the bitmap goes; empty or null: the frame is processed and nothing is saved
+ *
+ * Returns 0, 1, 2, 4, 5 or 6. This version saves no bitmap yet: a path that is not empty gives 5.
+ */
+VASTRELLINE_API int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
+                                          const char* sectionName, uint8_t applyMapping,
+                                          uint8_t applySpotCorrection, const char* bitmapPath);
+
+/* As ImageProcessing_N, with the sensor's geometry of the caller, and with all three texts in UTF-8, of at
+ * most 260 UTF-16 units each: a longer text counts as empty.
+ *
+ * Returns 0, 1, 2, 4, 5 or 6.
+ */
+VASTRELLINE_API int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32_t height,
+                                           const char* iniPath, const char* sectionName, uint8_t applyMapping,
+                                           uint8_t applySpotCorrection, const char* bitmapPath,
+                                           const struct SensorGeometry* geometry);
+
+/* As ImageProcessing_N, for a caller that names the sensor itself.
+ *
+ * sensorFolder   name of the folder that holds the sensor's own profile; empty or null: taken from the
+ *                settings of the machine; without effect in this version
+ * sensorMode     2: the frame has twice the sensor's resolution; any other value has no effect; without
+ *                effect in this version
+ *
+ * Returns 0, 1, 2, 4, 5 or 6.
+ */
+VASTRELLINE_API int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t height,
+                                           const char* iniPath, const char* sectionName, uint8_t applyMapping,
+                                           uint8_t applySpotCorrection, const char* bitmapPath,
+                                           const char* sensorFolder, int32_t sensorMode);
+
+/* Processes a frame that arrives complete, without the sensor's rounded corners. input is only read.
+ *
+ * Returns 0, 1, 2, 3, 4 or 6.
+ */
+VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
+                                          const char* iniPath, const char* sectionName);
+
+/* The figures of the last exposure decision of the process; all zero before the first one. Each pointer may
+ * be null, which leaves that figure out. This version decides nothing yet: all figures are zero.
+ *
+ * objectMedian   grey level of the object's median
+ * objectTotal    pixels that belong to the object
+ * lowSignal      those of them below level 100
+ * lowRatio       lowSignal / objectTotal; not a number when there was no object
+ * lowExposure    1 if lowRatio was above the threshold, else 0
+ */
+VASTRELLINE_API void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal, int32_t* lowSignal,
+                                       double* lowRatio, int32_t* lowExposure);
+
+/* Turns and mirrors a frame in place. This version does nothing and returns 0.
+ *
+ * frame      width * height pixels
+ * rotation   1: 90 degrees clockwise, 2: 90 degrees counterclockwise, 3: 180 degrees, else none
+ * flip       1: left to right, 2: top to bottom, 3: both, else none
+ *
+ * Returns 1, or 0 if nothing was done.
+ */
+VASTRELLINE_API int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, int32_t rotation,
+                                    int32_t flip);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,24 @@
+#include "entry/StageTable.h"
+
+#include "tone/GammaStage.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr StageEntry kConfiguredStages[] = {
+    {StageId::GammaLUT,
+     [](const StageCall& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+};
+
+}  // namespace
+
+std::span<const StageEntry> ConfiguredStages() { return kConfiguredStages; }
+
+void RunStage(std::span<const StageEntry> stages, int32_t stageNumber, const StageCall& call) {
+    for (const StageEntry& stage : stages) {
+        if (static_cast<int32_t>(stage.id) == stageNumber) stage.run(call);
+    }
+}
+
+}  // namespace vastrelline
