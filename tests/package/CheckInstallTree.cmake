@@ -1,0 +1,66 @@
+# Installs the library into a fresh folder and builds and runs the C example against that tree, once by
+# find_package and, but on Windows, once by pkg-config.
+#
+# BUILD, CONFIG         a finished build and its configuration
+# SOURCE                the tree it was built from
+# SCRATCH               a folder of this test's own, emptied first
+# C_COMPILER, C_FLAGS, TOOLCHAIN, EMULATOR   as the library was built; EMULATOR runs its programs
+# LIBDIR                where libraries lie in the install tree
+# IS_WINDOWS            it is a DLL
+set(ENV{DESTDIR} "")
+file(REMOVE_RECURSE ${SCRATCH})
+set(prefix "${SCRATCH}/a place with blanks")
+
+function(run)
+    execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+run(${CMAKE_COMMAND} --install ${BUILD} --config ${CONFIG} --prefix ${prefix})
+
+# Two levels, lowest and highest, come out as 0 and OUTPUTRANGE: 16705 is 0x4141.
+file(WRITE ${SCRATCH}/frame.raw "00000000AAAAAAAA")
+file(WRITE ${SCRATCH}/profile.ini
+     "[General]\nPROCMODE=2\nBITSTORED=16\nSATURATION_VALUE=65535\nINTRAORAL_MASK=0\nINVERSE_INTENSITY=0\n"
+     "OUTPUTRANGE=16705\nFunctionCount=1\n00_Function_Number=10\n00_POST_GAMMA_RATIO=2\n")
+set(enhanced "00000000000000004141414141414141")
+
+function(check_program program)
+    file(REMOVE ${SCRATCH}/enhanced.raw)
+    run(${EMULATOR} ${program} ${SCRATCH}/frame.raw 4x2 ${SCRATCH}/profile.ini General ${SCRATCH}/enhanced.raw)
+    file(READ ${SCRATCH}/enhanced.raw pixels HEX)
+    if(NOT pixels STREQUAL enhanced)
+        message(FATAL_ERROR "The enhanced frame is ${pixels} in place of ${enhanced}")
+    endif()
+endfunction()
+
+# 1. find_package
+set(toolchain "")
+if(TOOLCHAIN)
+    set(toolchain --toolchain ${TOOLCHAIN})
+endif()
+run(${CMAKE_COMMAND} -S ${SOURCE}/examples -B ${SCRATCH}/by_package -G Ninja ${toolchain}
+    -DCMAKE_BUILD_TYPE=${CONFIG} -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_C_FLAGS=${C_FLAGS}
+    -Dvastrelline_DIR=${prefix}/${LIBDIR}/cmake/vastrelline)
+run(${CMAKE_COMMAND} --build ${SCRATCH}/by_package)
+if(IS_WINDOWS)
+    foreach(file bin/Vastrelline.dll ${LIBDIR}/Vastrelline.def)
+        if(NOT EXISTS ${prefix}/${file})
+            message(FATAL_ERROR "${file} was not installed")
+        endif()
+    endforeach()
+    file(COPY ${prefix}/bin/Vastrelline.dll DESTINATION ${SCRATCH}/by_package)
+    check_program(${SCRATCH}/by_package/process_frame.exe)
+    return()
+endif()
+check_program(${SCRATCH}/by_package/process_frame)
+
+# 2. pkg-config
+find_program(pkgConfig NAMES pkg-config pkgconf REQUIRED)
+set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
+execute_process(COMMAND ${pkgConfig} --cflags --libs vastrelline
+    OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+separate_arguments(flags UNIX_COMMAND "${flags}")
+separate_arguments(C_FLAGS UNIX_COMMAND "${C_FLAGS}")
+run(${C_COMPILER} -std=c99 ${C_FLAGS} ${SOURCE}/examples/process_frame.c -o ${SCRATCH}/by_pkg_config ${flags})
+set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
+check_program(${SCRATCH}/by_pkg_config)
