@@ -1,0 +1,27 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "ExactExp.h"
+
+namespace vastrelline {
+namespace {
+
+TEST(ExactExp, IsExactAtZero) { EXPECT_EQ(ExactExp(0.0), 1.0); }
+
+TEST(ExactExp, AgreesWithTheStandardLibrary) {
+    for (double x = -50.0; x <= 50.0; x += 0.0137) {
+        const double expected = std::exp(x);
+        EXPECT_NEAR(ExactExp(x), expected, 1e-14 * expected) << x;
+    }
+}
+
+TEST(ExactExp, StaysFiniteFarOut) {
+    EXPECT_EQ(ExactExp(1e6), ExactExp(700.0));
+    EXPECT_EQ(ExactExp(-1e6), ExactExp(-700.0));
+    EXPECT_GT(ExactExp(-700.0), 0.0);
+    EXPECT_TRUE(std::isfinite(ExactExp(700.0)));
+}
+
+}  // namespace
+}  // namespace vastrelline

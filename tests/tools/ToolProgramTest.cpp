@@ -1,0 +1,130 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "ToolRun.h"
+#include "support/TemporaryFolder.h"
+
+// The built program with the library itself.
+namespace vastrelline {
+namespace {
+
+// A chain of one stage, the gamma curve.
+constexpr const char* kProfile =
+    "[General]\nPROCMODE=2\nBITSTORED=12\nINTRAORAL_MASK=0\nINVERSE_INTENSITY=0\nFunctionCount=1\n"
+    "00_Function_Number=10\n";
+
+ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
+    std::vector<std::string> words{VASTRELLINE_TOOL};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words) pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    const std::string report = folder.Narrow("report.txt");
+    const std::string errors = folder.Narrow("errors.txt");
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, report.c_str(), flags, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(), flags, 0600);
+    pid_t child = 0;
+    const int failure = posix_spawn(&child, VASTRELLINE_TOOL, &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failure != 0) throw std::runtime_error("the tool does not start");
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || !WIFEXITED(status))
+        throw std::runtime_error("the tool crashed");
+    return {WEXITSTATUS(status), ReadBytes(report), ReadBytes(errors)};
+}
+
+class ToolProgram : public testing::Test {
+protected:
+    ToolProgram() {
+        WriteBytes(folder_.Path() / "p.ini", kProfile);
+        const ToolRun phantom = Start({"phantom", "--size", "130x167", "--out", frame_});
+        if (phantom.exitCode != 0) throw std::runtime_error(phantom.errors);
+    }
+
+    ToolRun Start(const std::vector<std::string>& arguments) const { return StartTool(folder_, arguments); }
+
+    ToolRun Process(const std::string& exportName, const std::string& leaf,
+                    const std::string& profile) const {
+        return Start({"run", frame_, "--profile", folder_.Narrow(profile), "--section", "General", "--out",
+                      folder_.Narrow(leaf), "--export", exportName});
+    }
+
+    TemporaryFolder folder_;
+    std::string frame_ = folder_.Narrow("frame_130x167.raw");
+};
+
+TEST_F(ToolProgram, EnhancesAFrame) {
+    for (const std::string name : {"ImageProcessing", "ImageProcessingS"}) {
+        const ToolRun run = Process(name, name + ".raw", "p.ini");
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        EXPECT_EQ(run.errors, "");
+        EXPECT_NE(run.report.find(name + " returned 0 (success)"), std::string::npos) << run.report;
+        EXPECT_EQ(std::filesystem::file_size(folder_.Path() / (name + ".raw")), 130U * 167U * 2U);
+        const ToolRun changed =
+            Start({"compare", frame_, folder_.Narrow(name + ".raw"), "--size", "130x167"});
+        EXPECT_EQ(changed.exitCode, 1) << "the gamma curve changed nothing";
+    }
+    EXPECT_EQ(Start({"compare", folder_.Narrow("ImageProcessing.raw"), folder_.Narrow("ImageProcessingS.raw"),
+                     "--size", "130x167"})
+                  .exitCode,
+              0);
+}
+
+TEST_F(ToolProgram, MakesAPictureThatViewersOpen) {
+    EXPECT_EQ(Process("ImageProcessing", "out.png", "p.ini").exitCode, 0);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
+}
+
+TEST_F(ToolProgram, TellsThatTheProfileIsMissing) {
+    const ToolRun run = Process("ImageProcessing", "out.png", "missing.ini");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors,
+              "vastrelline: ImageProcessing returned 1 (the profile file does not exist); no picture was "
+              "written\n");
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "out.png"));
+}
+
+TEST_F(ToolProgram, LeavesABitmapExactlyIfItSucceeds) {
+    for (const std::string name : {"ImageProcessing_N", "ImageProcessing_NS", "ImageProcessing_NE"}) {
+        const ToolRun run = Process(name, name + ".bmp", "p.ini");
+        const std::filesystem::path bitmap = folder_.Path() / (name + ".bmp");
+        ASSERT_TRUE(run.exitCode == 0 || run.exitCode == 1) << run.exitCode;
+        EXPECT_EQ(std::filesystem::exists(bitmap), run.exitCode == 0);
+        if (run.exitCode == 0)
+            EXPECT_EQ(ReadBytes(bitmap).substr(0, 2), "BM");
+        else
+            EXPECT_NE(run.errors.find("returned 5"), std::string::npos) << run.errors;
+    }
+}
+
+TEST_F(ToolProgram, TakesAFrameOfOneChainForEveryKindOfFile) {
+    ASSERT_EQ(Start({"phantom", "--size", "130x167", "--out", folder_.Narrow("frame.png")}).exitCode, 0);
+    ASSERT_EQ(Process("ImageProcessing", "a_130x167.raw", "p.ini").exitCode, 0);
+    ASSERT_EQ(Start({"run", folder_.Narrow("frame.png"), "--profile", folder_.Narrow("p.ini"), "--section",
+                     "General", "--out", folder_.Narrow("b.png"), "--png16"})
+                  .exitCode,
+              0);
+    EXPECT_EQ(Start({"compare", folder_.Narrow("a_130x167.raw"), folder_.Narrow("b.png")}).exitCode, 0);
+}
+
+TEST_F(ToolProgram, WrongUseIsCodeTwo) {
+    const ToolRun run = Start({"run"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.errors.rfind("vastrelline: ", 0), 0U);
+}
+
+}  // namespace
+}  // namespace vastrelline

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vastrelline {
+
+// The size of a regular file in bytes.
+//
+// Errors   std::runtime_error with a text for the user: the file is missing, a folder, a device
+uint64_t InputFileSize(const std::string& path);
+
+// All bytes of a regular file. The file's size is looked at before any memory is taken.
+//
+// maxBytes   a larger file is refused
+// Errors     as above; also: unreadable, too large, shrunk while it was read
+std::vector<uint8_t> ReadInputFile(const std::string& path, uint64_t maxBytes);
+
+}  // namespace vastrelline

@@ -1,0 +1,8 @@
+#include <iostream>
+
+#include "CommandLine.h"
+#include "ExportCall.h"
+
+int main(int argc, char** argv) {
+    return vastrelline::RunCommandLine(argc, argv, vastrelline::CallExport, std::cout, std::cerr);
+}
