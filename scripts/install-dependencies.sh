@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what is missing of the Debian packages that a job needs, as root or with sudo.
+#
+#     scripts/install-dependencies.sh GROUP...
+#
+#     build   the library and the tool
+#     test    the tests and benchmarks
+#     ci      format and lint checks, and the Windows build with its tests
+set -euo pipefail
+
+declare -A packages=(
+    [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev"
+    [test]="libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev binutils"
+    [ci]="clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
+)
+
+missing=()
+for group in "$@"; do
+    if [[ -z "${packages[$group]:-}" ]]; then
+        echo "$0: no group '$group'; there are: ${!packages[*]}" >&2
+        exit 2
+    fi
+    for package in ${packages[$group]}; do
+        status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+        [[ "$status" == installed ]] || missing+=("$package")
+    done
+done
+[[ ${#missing[@]} -gt 0 ]] || exit 0
+
+asRoot=()
+if [[ "$(id -u)" -ne 0 ]]; then
+    asRoot=(sudo)
+fi
+echo "installing: ${missing[*]}"
+"${asRoot[@]}" apt-get update -qq
+"${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
