@@ -8,8 +8,8 @@
 namespace vastrelline {
 namespace {
 
-constexpr int kPiecesPerSpan = 8;
-constexpr double kGridMm = 0.08;
+constexpr int kPiecesPerSpan = 6;
+constexpr double kGridMm = 0.1;
 
 // The curve between b and c that has the slope of a-c at b and of b-d at c.
 double CurveBetween(double a, double b, double c, double d, double t) {

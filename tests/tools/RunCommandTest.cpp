@@ -45,6 +45,8 @@ protected:
         return {text.begin(), text.end()};
     }
 
+    // Every test of the fixture is a class derived from it.
+    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes)
     TemporaryFolder folder_;
 };
 

@@ -26,6 +26,7 @@ ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>&
     std::vector<std::string> words{VASTRELLINE_TOOL};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);
 
@@ -62,8 +63,11 @@ protected:
                       folder_.Narrow(leaf), "--export", exportName});
     }
 
+    // Every test of the fixture is a class derived from it.
+    // NOLINTBEGIN(misc-non-private-member-variables-in-classes)
     TemporaryFolder folder_;
     std::string frame_ = folder_.Narrow("frame_130x167.raw");
+    // NOLINTEND(misc-non-private-member-variables-in-classes)
 };
 
 TEST_F(ToolProgram, EnhancesAFrame) {
