@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "config/DoseRecord.h"
+
+namespace vastrelline {
+
+// The level between object and background by Otsu's method (1979): the lowest level at which the variance
+// between the two classes is greatest. 0 for a frame of one level, and for one without pixels.
+//
+// image   width * height pixels; those above maxValue count as maxValue
+int32_t ComputeOtsuThreshold(const uint16_t* image, int32_t width, int32_t height, int32_t maxValue);
+
+// Decides from a histogram whether the exposure was too low, and fills the record.
+//
+// image, width, height, maxValue   without effect
+// histogram                        one bin per level; bins that do not exist count as empty
+// threshold                        levels below it are the object
+// lowThreshold                     strictly above this share of object pixels below level 100 the exposure
+//                                  was low
+// Returns                          LowExposure of the record
+int32_t ClassifyExposure(const uint16_t* image, int32_t width, int32_t height,
+                         std::span<const uint32_t> histogram, int32_t threshold, double lowThreshold,
+                         int32_t maxValue, DoseRecord& record);
+
+}  // namespace vastrelline
