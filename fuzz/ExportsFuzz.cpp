@@ -1,5 +1,5 @@
 // Any profile text, a small frame and any export: no crash, no hang, and a code that the header lists. The
-// input's last bytes pick the options, what stands before them is the profile.
+// input's last bytes pick the options, what stands before them is the profile, and the sensor's profile too.
 
 #include <algorithm>
 #include <array>
@@ -11,11 +11,16 @@
 #include <system_error>
 #include <vector>
 
+#include "config/SensorSettings.h"
+#include "platform/MessageDialog.h"
 #include "support/TemporaryFolder.h"
 #include "vastrelline.h"
 
 namespace {
 
+using vastrelline::MessageIcon;
+using vastrelline::SetMessageHandler;
+using vastrelline::SetSensorProfileRoot;
 using vastrelline::TemporaryFolder;
 using vastrelline::WriteBytes;
 
@@ -109,8 +114,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     const TemporaryFolder folder;
     const size_t profileSize = std::min(size - kTailSize, kLongestProfile);
-    WriteBytes(folder.Path() / "profile.ini", WithoutSeparators(data, profileSize));
+    const std::string profile = WithoutSeparators(data, profileSize);
+    WriteBytes(folder.Path() / "profile.ini", profile);
+    WriteBytes(folder.Path() / "Brindmap.ini", profile);
     const CurrentFolder current(folder.Path());
+    // A sensor that does not fit is told at every call; nobody reads it here.
+    SetSensorProfileRoot(L".");
+    SetMessageHandler([](const std::wstring&, MessageIcon) {});
     const int32_t code =
         CallExport(index, input.data(), output.data(), width, height, section, options, geometry);
     Require(code >= VASTRELLINE_OK && code <= VASTRELLINE_INTERNAL_FAILURE);

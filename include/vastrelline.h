@@ -77,7 +77,9 @@ struct SensorGeometry {
 
 /* Processes one frame.
  *
- * input                 width * height pixels, left as they are in this version
+ * input                 width * height pixels. Changed in place whatever the result, unless it is null: the
+ *                       exposure curve clips its highlights and lifts very dark frames. It is made for 12
+ *                       bits; larger pixels count as 4095
  * output                width * height pixels, receives the enhanced frame; must not overlap input
  * width, height         in pixels; 0 or less: the arguments are tested, then nothing is done and the
  *                       result is 0
@@ -100,8 +102,8 @@ VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32
 
 /* As ImageProcessing, with the sensor's geometry of the caller.
  *
- * geometry   the geometry of this frame, or null for the profile's; read only; without effect in this
- *            version
+ * geometry   the geometry of this frame, or null for the profile's; read only. It tells where the sensor's
+ *            rounded corners lie
  *
  * Returns 0, 1, 2, 3, 4 or 6.
  */
@@ -162,13 +164,15 @@ VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int
 VASTRELLINE_API void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal, int32_t* lowSignal,
                                        double* lowRatio, int32_t* lowExposure);
 
-/* Turns and mirrors a frame in place. This version does nothing and returns 0.
+/* Turns, then mirrors a frame in place. After a quarter turn the frame is height pixels wide and width high;
+ * the mirror then still takes the width given, so that on a frame that is not square whoever wants both makes
+ * two calls.
  *
- * frame      width * height pixels
+ * frame      width * height pixels; sizes of 0 or less hold nothing to turn
  * rotation   1: 90 degrees clockwise, 2: 90 degrees counterclockwise, 3: 180 degrees, else none
  * flip       1: left to right, 2: top to bottom, 3: both, else none
  *
- * Returns 1, or 0 if nothing was done.
+ * Returns 1; 0 for a null frame, or if memory ran out, and the frame is as it was.
  */
 VASTRELLINE_API int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, int32_t rotation,
                                     int32_t flip);

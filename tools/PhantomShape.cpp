@@ -4,12 +4,14 @@
 #include <cassert>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 namespace vastrelline {
 namespace {
 
 constexpr int kPiecesPerSpan = 6;
 constexpr double kGridMm = 0.1;
+constexpr size_t kSidesPerStretch = 8;
 
 // The curve between b and c that has the slope of a-c at b and of b-d at c.
 double CurveBetween(double a, double b, double c, double d, double t) {
@@ -28,16 +30,56 @@ double SquaredDistanceToSegment(PointMm p, PointMm a, PointMm b) {
     return x * x + y * y;
 }
 
-double DepthInside(const std::vector<PointMm>& outline, PointMm p) {
-    double nearest = SquaredDistanceToSegment(p, outline.back(), outline.front());
+// A few neighbouring sides of an outline in the box around them. Most boxes are too far from a point to hold
+// its nearest side, and are passed over whole.
+struct Stretch {
+    size_t first;  // its sides end at the points first to last - 1
+    size_t last;
+    double west;
+    double east;
+    double north;
+    double south;
+};
+
+std::vector<Stretch> CutIntoStretches(const std::vector<PointMm>& outline) {
+    std::vector<Stretch> stretches;
+    for (size_t first = 0; first < outline.size(); first += kSidesPerStretch) {
+        const PointMm before = outline[(first + outline.size() - 1) % outline.size()];
+        Stretch stretch{first,    std::min(first + kSidesPerStretch, outline.size()),
+                        before.x, before.x,
+                        before.y, before.y};
+        for (size_t i = first; i < stretch.last; ++i) {
+            stretch.west = std::min(stretch.west, outline[i].x);
+            stretch.east = std::max(stretch.east, outline[i].x);
+            stretch.north = std::min(stretch.north, outline[i].y);
+            stretch.south = std::max(stretch.south, outline[i].y);
+        }
+        stretches.push_back(stretch);
+    }
+    return stretches;
+}
+
+double SquaredDistanceToBox(PointMm p, const Stretch& box) {
+    const double x = std::max({box.west - p.x, p.x - box.east, 0.0});
+    const double y = std::max({box.north - p.y, p.y - box.south, 0.0});
+    return x * x + y * y;
+}
+
+double DepthInside(const std::vector<PointMm>& outline, const std::vector<Stretch>& stretches, PointMm p) {
+    double nearest = std::numeric_limits<double>::infinity();
     bool isInside = false;
-    for (size_t i = 0, before = outline.size() - 1; i < outline.size(); before = i++) {
-        const PointMm a = outline[before];
-        const PointMm b = outline[i];
-        nearest = std::min(nearest, SquaredDistanceToSegment(p, a, b));
-        // A ray to the right enters or leaves at every side that it crosses.
-        if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (p.y - a.y) / (b.y - a.y) * (b.x - a.x))
-            isInside = !isInside;
+    for (const Stretch& stretch : stretches) {
+        const bool mayBeNearest = SquaredDistanceToBox(p, stretch) < nearest;
+        const bool mayBeCrossed = stretch.north <= p.y && p.y <= stretch.south && p.x <= stretch.east;
+        if (!mayBeNearest && !mayBeCrossed) continue;
+        for (size_t i = stretch.first; i < stretch.last; ++i) {
+            const PointMm a = outline[(i + outline.size() - 1) % outline.size()];
+            const PointMm b = outline[i];
+            nearest = std::min(nearest, SquaredDistanceToSegment(p, a, b));
+            // A ray to the right enters or leaves at every side that it crosses.
+            if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (p.y - a.y) / (b.y - a.y) * (b.x - a.x))
+                isInside = !isInside;
+        }
     }
     const double distance = std::sqrt(nearest);
     return isInside ? distance : -distance;
@@ -72,11 +114,13 @@ DepthMap::DepthMap(const std::vector<PointMm>& outline) {
     top_ = north->y - kReachMm;
     columns_ = static_cast<int32_t>((east->x + kReachMm - left_) / kGridMm) + 2;
     rows_ = static_cast<int32_t>((south->y + kReachMm - top_) / kGridMm) + 2;
+    const std::vector<Stretch> stretches = CutIntoStretches(outline);
     depths_.reserve(static_cast<size_t>(columns_) * static_cast<size_t>(rows_));
     for (int32_t row = 0; row < rows_; ++row)
         for (int32_t column = 0; column < columns_; ++column)
             depths_.push_back(
-                std::max(-kReachMm, DepthInside(outline, {left_ + column * kGridMm, top_ + row * kGridMm})));
+                std::max(-kReachMm,
+                         DepthInside(outline, stretches, {left_ + column * kGridMm, top_ + row * kGridMm})));
 }
 
 double DepthMap::At(double x, double y) const {

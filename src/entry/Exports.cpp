@@ -2,16 +2,21 @@
 #include <string>
 
 #include "config/DoseRecord.h"
+#include "entry/ConfiguredChain.h"
 #include "entry/GuardExport.h"
 #include "entry/ProcessFrame.h"
+#include "entry/ReturnCode.h"
 #include "platform/Text.h"
+#include "prepare/Rotation.h"
 #include "vastrelline.h"
 
+using vastrelline::CountPixels;
 using vastrelline::GuardExport;
 using vastrelline::kInternalFailure;
 using vastrelline::ProcessCall;
 using vastrelline::ProcessFrame;
 using vastrelline::ProcessFrameToBitmap;
+using vastrelline::RunConfiguredChain;
 using vastrelline::WidenThreadText;
 using vastrelline::WidenUtf8Text;
 
@@ -20,17 +25,19 @@ extern "C" int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t wi
                                    uint8_t /*applySpotCorrection*/) {
     return GuardExport(kInternalFailure, [&] {
         const ProcessCall call{
-            input, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0};
+            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
+            nullptr};
         return ProcessFrame(call, output);
     });
 }
 
 extern "C" int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                     const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                    uint8_t /*applySpotCorrection*/, const SensorGeometry* /*geometry*/) {
+                                    uint8_t /*applySpotCorrection*/, const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
         const ProcessCall call{
-            input, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0};
+            input,   width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
+            geometry};
         return ProcessFrame(call, output);
     });
 }
@@ -40,7 +47,8 @@ extern "C" int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t hei
                                      uint8_t /*applySpotCorrection*/, const char* bitmapPath) {
     return GuardExport(kInternalFailure, [&] {
         const ProcessCall call{
-            input, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0};
+            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
+            nullptr};
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }
@@ -48,10 +56,11 @@ extern "C" int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t hei
 extern "C" int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
                                       const char* sectionName, uint8_t applyMapping,
                                       uint8_t /*applySpotCorrection*/, const char* bitmapPath,
-                                      const SensorGeometry* /*geometry*/) {
+                                      const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
         const ProcessCall call{
-            input, width, height, WidenUtf8Text(iniPath), WidenUtf8Text(sectionName), applyMapping != 0};
+            input,   width, height, WidenUtf8Text(iniPath), WidenUtf8Text(sectionName), applyMapping != 0,
+            geometry};
         return ProcessFrameToBitmap(call, WidenUtf8Text(bitmapPath));
     });
 }
@@ -62,7 +71,8 @@ extern "C" int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t he
                                       const char* /*sensorFolder*/, int32_t /*sensorMode*/) {
     return GuardExport(kInternalFailure, [&] {
         const ProcessCall call{
-            input, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0};
+            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
+            nullptr};
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }
@@ -70,9 +80,8 @@ extern "C" int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t he
 extern "C" int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                      const char* iniPath, const char* sectionName) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{input, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName),
-                               false};
-        return ProcessFrame(call, output);
+        return RunConfiguredChain(input, output, width, height, WidenThreadText(iniPath),
+                                  WidenThreadText(sectionName), nullptr);
     });
 }
 
@@ -86,7 +95,11 @@ extern "C" void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal, i
     if (lowExposure != nullptr) *lowExposure = record.LowExposure;
 }
 
-extern "C" int32_t RotateImage(uint16_t* /*frame*/, int32_t /*width*/, int32_t /*height*/,
-                               int32_t /*rotation*/, int32_t /*flip*/) {
-    return 0;
+extern "C" int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, int32_t rotation,
+                               int32_t flip) {
+    constexpr int32_t kNotRotated = 0;
+    return GuardExport(kNotRotated, [&] {
+        if (frame != nullptr && width > 0 && height > 0) CountPixels(width, height);
+        return vastrelline::RotateAndFlip(frame, width, height, rotation, flip);
+    });
 }

@@ -3,27 +3,27 @@
 #include <cstdint>
 #include <string>
 
+#include "config/SensorSettings.h"
 #include "entry/ReturnCode.h"
 
 namespace vastrelline {
 
 // A processing export's arguments, with wide text.
 struct ProcessCall {
-    uint16_t* input;  // width * height pixels
+    uint16_t* input;  // width * height pixels; corrected in place
     int32_t width;
     int32_t height;
     std::wstring iniPath;
     std::wstring sectionName;
-    bool isMappingOn;  // map the output afterwards
+    bool isMappingOn;                // map the output afterwards
+    const SensorGeometry* geometry;  // the caller's geometry of this frame, or null for the profile's
 };
 
-// The steps that every processing export shares: runs the driver (the configured chain, whatever PROCMODE,
-// as long as there is no other) and maps the output if asked to.
+// The steps that the processing exports share: corrects the exposure of the input in place, whatever comes of
+// the call, runs the driver and maps the output if asked to.
 //
 // output    width * height pixels or null
 // Returns   the driver's code
-// Errors    std::length_error from kPixelCountLimit pixels on, unless an argument test comes first and no
-//           mapping follows
 ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output);
 
 // The same into a frame of its own, which leaves the library only as a bitmap.

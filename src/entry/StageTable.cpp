@@ -1,6 +1,7 @@
 #include "entry/StageTable.h"
 
 #include "tone/GammaStage.h"
+#include "tone/LinearStage.h"
 
 namespace vastrelline {
 
@@ -9,6 +10,8 @@ namespace {
 constexpr StageEntry kConfiguredStages[] = {
     {StageId::GammaLUT,
      [](const StageCall& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+    {StageId::LinearLUT,
+     [](const StageCall& c) { RunLinearStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
 };
 
 }  // namespace

@@ -27,7 +27,7 @@ protected:
               const std::wstring& section = L"General") const {
         Frame output = Flat(input.width, input.height, 7);
         EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), input.width, input.height,
-                                     folder_.WideProfile(), section),
+                                     folder_.WideProfile(), section, nullptr),
                   expectedCode);
         return output;
     }
@@ -178,7 +178,7 @@ TEST_F(ConfiguredChainTest, HostileNumbersAreSafe) {
                                   "99999999999999999999", "x"}) {
             for (const char* ratio : {"-1e308", "-0.5", "0", "0.5", "1", "1e308", "nan", "inf", "-inf"}) {
                 SCOPED_TRACE(testing::Message() << key << '=' << value << ", ratio " << ratio);
-                ProfileWriter writer;
+                ProfileWriter writer = ProfileFolder::SettledProfile();
                 writer.Section("General").Key(key, value).Key("INTRAORAL_MASK", "0");
                 writer.Key("FunctionCount", "2147483647").Stage("10", {{"POST_GAMMA_RATIO", ratio}});
                 WriteProfile(writer);
@@ -189,26 +189,28 @@ TEST_F(ConfiguredChainTest, HostileNumbersAreSafe) {
 }
 
 TEST_F(ConfiguredChainTest, FirstArgumentTestThatFailsGivesTheCodeAndNothingIsWritten) {
-    WriteProfile(ProfileFolder::PlainSection()
-                     .Key("SAVE_LOG", "1")
-                     .Key("SAVE_IMAGE", "1")
-                     .Key("WRITE_PATH", Folder().Narrow("")));
+    ProfileWriter writer;
+    writer.Section("General").Key("SAVE_LOG", "1").Key("SAVE_IMAGE", "1");
+    WriteProfile(writer.Key("WRITE_PATH", Folder().Narrow("")));
+    const std::string bytes = ReadBytes(Folder().At("profile.ini"));
     const Frame input = FromRows({{5}});
     Frame output = FromRows({{7}});
     const std::wstring profile = Folder().WideProfile();
-    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile + L"x", L""), kNoProfile);
-    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile, L""), kNoInput);
-    EXPECT_EQ(RunConfiguredChain(input.Data(), nullptr, 1, 1, profile, L""), kNoOutput);
-    EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), 1, 1, profile, L""), kNoSection);
+    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile + L"x", L"", nullptr), kNoProfile);
+    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile, L"", nullptr), kNoInput);
+    EXPECT_EQ(RunConfiguredChain(input.Data(), nullptr, 1, 1, profile, L"", nullptr), kNoOutput);
+    EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), 1, 1, profile, L"", nullptr), kNoSection);
     EXPECT_THAT(output, EqualsFrame(FromRows({{7}})));
     EXPECT_THAT(Folder().Files(), IsEmpty());
+    // Nor do the sensor's values reach the profile.
+    EXPECT_EQ(ReadBytes(Folder().At("profile.ini")), bytes);
 }
 
 TEST_F(ConfiguredChainTest, FrameWithoutPixelsIsNoWork) {
-    WriteProfile(ProfileFolder::PlainSection()
-                     .Key("SAVE_LOG", "1")
-                     .Key("SAVE_IMAGE", "1")
-                     .Key("WRITE_PATH", Folder().Narrow("")));
+    ProfileWriter writer;
+    writer.Section("General").Key("SAVE_LOG", "1").Key("SAVE_IMAGE", "1");
+    WriteProfile(writer.Key("WRITE_PATH", Folder().Narrow("")));
+    const std::string bytes = ReadBytes(Folder().At("profile.ini"));
     const Frame input = FromRows({{5}});
     const int32_t sizes[][2] = {{0, 1},
                                 {1, 0},
@@ -223,11 +225,12 @@ TEST_F(ConfiguredChainTest, FrameWithoutPixelsIsNoWork) {
         SCOPED_TRACE(testing::Message() << width << " x " << height);
         Frame output = FromRows({{7}});
         EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), width, height, Folder().WideProfile(),
-                                     L"General"),
+                                     L"General", nullptr),
                   kSuccess);
         EXPECT_THAT(output, EqualsFrame(FromRows({{7}})));
     }
     EXPECT_THAT(Folder().Files(), IsEmpty());
+    EXPECT_EQ(ReadBytes(Folder().At("profile.ini")), bytes);
 }
 
 TEST_F(ConfiguredChainTest, StateHoldsTheRunsPathsAndSwitches) {

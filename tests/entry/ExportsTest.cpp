@@ -305,10 +305,38 @@ TEST(DoseExport, NullPointerLeavesItsFigureOut) {
     Getdose_ImageInfo(nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
-TEST(RotateExport, DoesNothingYet) {
+TEST(RotateExport, TurnsThenMirrorsTheFrameInPlace) {
     Frame frame = FromRows({{1, 2}, {3, 4}});
-    EXPECT_EQ(RotateImage(frame.Data(), 2, 2, 1, 1), 0);
-    EXPECT_EQ(RotateImage(nullptr, INT32_MAX, -1, 3, 3), 0);
+    // Clockwise: {3, 1}, {4, 2}; then left to right.
+    EXPECT_EQ(RotateImage(frame.Data(), 2, 2, 1, 1), 1);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{1, 3}, {2, 4}})));
+}
+
+// A frame of 3 by 2 is one of 2 by 3 afterwards.
+TEST(RotateExport, QuarterTurnSwapsTheSides) {
+    std::vector<uint16_t> pixels = {1, 2, 3, 4, 5, 6};
+    EXPECT_EQ(RotateImage(pixels.data(), 3, 2, 1, 0), 1);
+    EXPECT_EQ(pixels, (std::vector<uint16_t>{4, 1, 5, 2, 6, 3}));
+    EXPECT_EQ(RotateImage(pixels.data(), 2, 3, 2, 0), 1);
+    EXPECT_EQ(pixels, (std::vector<uint16_t>{1, 2, 3, 4, 5, 6}));
+}
+
+TEST(RotateExport, UnknownCodesDoNothingAndSucceed) {
+    Frame frame = FromRows({{1, 2}, {3, 4}});
+    for (const int32_t code : {0, 4, -1, INT32_MAX, INT32_MIN}) {
+        EXPECT_EQ(RotateImage(frame.Data(), 2, 2, code, code), 1) << code;
+    }
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{1, 2}, {3, 4}})));
+}
+
+TEST(RotateExport, NullFrameGives0) { EXPECT_EQ(RotateImage(nullptr, INT32_MAX, -1, 3, 3), 0); }
+
+TEST(RotateExport, SizesThatNoMemoryHoldsGive0) {
+    Frame frame = FromRows({{1, 2}, {3, 4}});
+    for (const int32_t rotation : {0, 1, 2, 3}) {
+        EXPECT_EQ(RotateImage(frame.Data(), INT32_MAX, INT32_MAX, rotation, 3), 0) << rotation;
+        EXPECT_EQ(RotateImage(frame.Data(), 1, 536870912, rotation, 0), 0) << rotation;
+    }
     EXPECT_THAT(frame, EqualsFrame(FromRows({{1, 2}, {3, 4}})));
 }
 

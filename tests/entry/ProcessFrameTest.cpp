@@ -21,7 +21,8 @@ protected:
     ProcessFrameTest() { ProfileFolder::PlainSection().WriteTo(folder_.At("profile.ini")); }
 
     ProcessCall Call(Frame& input, bool isMappingOn) const {
-        return {input.Data(), input.width, input.height, folder_.WideProfile(), L"General", isMappingOn};
+        return {input.Data(), input.width, input.height, folder_.WideProfile(),
+                L"General",   isMappingOn, nullptr};
     }
     const ProfileFolder& Folder() const { return folder_; }
 
@@ -30,12 +31,14 @@ private:
 };
 
 TEST_F(ProcessFrameTest, OutputIsMappedOnlyIfAskedFor) {
-    Frame input = FromRows({{0, 2000, 4095, 65535}});
+    // The exposure curve leaves these as they are: black 300, no lift, no clip below 1800.
+    Frame input = FromRows({{300, 1000, 1700, 1800}});
     Frame output = Flat(4, 1, 0);
     EXPECT_EQ(ProcessFrame(Call(input, false), output.Data()), kSuccess);
-    EXPECT_THAT(output, EqualsFrame(input));
+    EXPECT_THAT(output, EqualsFrame(FromRows({{300, 1000, 1700, 1800}})));
     EXPECT_EQ(ProcessFrame(Call(input, true), output.Data()), kSuccess);
-    EXPECT_THAT(output, EqualsFrame(FromRows({{1228, 2047, 2905, 2905}})));
+    // (3000 + 300, 1000, 1700, 1800) * 0.4095 = 1351.35, 1638, 1924.65, 1965.6
+    EXPECT_THAT(output, EqualsFrame(FromRows({{1351, 1638, 1924, 1965}})));
 }
 
 TEST_F(ProcessFrameTest, MappingRunsOnAnOutputThatTheDriverLeftAlone) {

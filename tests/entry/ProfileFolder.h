@@ -10,17 +10,32 @@
 
 #include "config/ConfiguredState.h"
 #include "support/ProfileWriter.h"
+#include "support/SensorRoot.h"
+#include "support/ShownMessages.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 
-// A folder with a profile and the files that runs leave in it.
+// A folder with a profile and the files that runs leave in it, beside a machine without a sensor profile and
+// without a person who reads messages.
 class ProfileFolder {
 public:
-    // A section "General" that leaves a frame of up to 65535 as it is: no stage, no cap, no corners, no
-    // inversion.
-    static ProfileWriter PlainSection() {
+    // A profile as runs without a sensor profile leave it, so that the next one has nothing to write: what
+    // the sensor does not tell has its default in "Settings".
+    static ProfileWriter SettledProfile() {
         ProfileWriter writer;
+        writer.Section("Settings");
+        for (const char* key : {"ImgCutLeft", "ImgCutTop", "ImgCutRight", "ImgCutBottom", "Rotation", "Flip"})
+            writer.Key(key, "0");
+        for (const char* key : {"RCCutOff", "RCCutOffR"}) writer.Key(key, "159");
+        for (const char* key : {"FrameWidth", "FrameHeight"}) writer.Key(key, "0");
+        return writer;
+    }
+
+    // A settled profile with a section "General" that leaves a frame of up to 65535 as it is: no stage, no
+    // cap, no corners, no inversion.
+    static ProfileWriter PlainSection() {
+        ProfileWriter writer = SettledProfile();
         writer.Section("General")
             .Key("PROCMODE", "2")
             .Key("BITSTORED", "16")
@@ -46,8 +61,12 @@ public:
         return names;
     }
 
+    const SensorRoot& Sensor() const { return sensor_; }
+
 private:
     TemporaryFolder folder_;
+    SensorRoot sensor_;
+    ShownMessages messages_;
 };
 
 // The name of a dump that is to come, `steps` dumps from now. Dump numbers rise over the whole process, so a

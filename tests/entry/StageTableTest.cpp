@@ -62,7 +62,7 @@ TEST(StageTable, EveryStageOfTheConfiguredChainStandsOnce) {
         // The configured chain has no stage 13: other chains do.
         EXPECT_LE(static_cast<int32_t>(stage.id), 12);
     }
-    EXPECT_EQ(ids.count(StageId::GammaLUT), 1U);
+    EXPECT_EQ(ids, (std::set<StageId>{StageId::GammaLUT, StageId::LinearLUT}));
 }
 
 }  // namespace

@@ -17,8 +17,10 @@ endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD} --config ${CONFIG} --prefix ${prefix})
 
-# Two levels, lowest and highest, come out as 0 and OUTPUTRANGE: 16705 is 0x4141.
-file(WRITE ${SCRATCH}/frame.raw "00000000AAAAAAAA")
+# Two levels, 816 and 1584, which the exposure curve leaves as they are. As the lowest and the highest they come
+# out as 0 and OUTPUTRANGE: 16705 is 0x4141.
+string(ASCII 48 3 48 3 48 3 48 3 48 6 48 6 48 6 48 6 frame)
+file(WRITE ${SCRATCH}/frame.raw "${frame}")
 file(WRITE ${SCRATCH}/profile.ini
      "[General]\nPROCMODE=2\nBITSTORED=16\nSATURATION_VALUE=65535\nINTRAORAL_MASK=0\nINVERSE_INTENSITY=0\n"
      "OUTPUTRANGE=16705\nFunctionCount=1\n00_Function_Number=10\n00_POST_GAMMA_RATIO=2\n")

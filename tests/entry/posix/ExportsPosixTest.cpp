@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <random>
 #include <string>
 
 #include "entry/ProcessingExports.h"
@@ -44,6 +45,16 @@ protected:
 private:
     ProfileFolder folder_;
 };
+
+// What a profile holds stays byte for byte; the sensor's values stand behind it.
+TEST_P(PosixExportTest, BinaryProfileKeepsItsBytes) {
+    std::mt19937 random(20240501);
+    std::string bytes;
+    for (int i = 0; i < 300000; ++i) bytes += static_cast<char>((random() >> 8U) & 0xFFU);
+    WriteBytes(Folder().At("profile.ini"), bytes);
+    ExpectOutput(Folder().Profile(), Black());
+    EXPECT_TRUE(ReadBytes(Folder().At("profile.ini")).starts_with(bytes));
+}
 
 // Any bytes but 0 and '/' may make up a name here, valid UTF-8 or not.
 TEST_P(PosixExportTest, PathsOfAnyBytesWork) {
