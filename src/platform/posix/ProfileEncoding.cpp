@@ -27,13 +27,6 @@ ProfileEncoding::ProfileEncoding(std::string_view fileBytes, const ProfileCodec&
     }
 }
 
-uint32_t ProfileEncoding::UnitAt(std::string_view bytes, size_t offset) const {
-    const auto first = static_cast<uint8_t>(bytes[offset]);
-    if (!isUtf16_) return first;
-    const auto second = static_cast<uint8_t>(bytes[offset + 1]);
-    return isBigEndian_ ? uint32_t{first} << 8U | second : uint32_t{second} << 8U | first;
-}
-
 std::wstring ProfileEncoding::Decode(std::string_view bytes) const {
     if (!isUtf16_) return codec_.decode(bytes);
     std::wstring text;

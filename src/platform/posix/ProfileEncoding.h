@@ -37,9 +37,15 @@ public:
     size_t MarkSize() const { return markSize_; }  // bytes; the text starts behind them
     size_t UnitSize() const { return isUtf16_ ? 2 : 1; }
 
-    uint32_t UnitAt(std::string_view bytes, size_t offset) const;  // offset + UnitSize() <= bytes.size()
-    std::wstring Decode(std::string_view bytes) const;             // whole units
-    std::string Encode(std::wstring_view text) const;              // without a mark
+    // offset + UnitSize() <= bytes.size(). Here, for every byte of a profile passes through it.
+    uint32_t UnitAt(std::string_view bytes, size_t offset) const {
+        const auto first = static_cast<uint8_t>(bytes[offset]);
+        if (!isUtf16_) return first;
+        const auto second = static_cast<uint8_t>(bytes[offset + 1]);
+        return isBigEndian_ ? uint32_t{first} << 8U | second : uint32_t{second} << 8U | first;
+    }
+    std::wstring Decode(std::string_view bytes) const;  // whole units
+    std::string Encode(std::wstring_view text) const;   // without a mark
 
 private:
     ProfileCodec codec_;

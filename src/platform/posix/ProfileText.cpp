@@ -64,6 +64,18 @@ std::wstring ProfileText::Decode(ByteRange range) const {
     return encoding_.Decode(std::string_view(bytes_).substr(range.begin, range.Size()));
 }
 
+// Most names differ in their first letter already, and need not be decoded to see it.
+bool ProfileText::IsNamed(ByteRange nameInFile, std::wstring_view name) const {
+    constexpr uint32_t kAsciiEnd = 0x80;
+    if (!nameInFile.IsEmpty() && !name.empty()) {
+        const uint32_t inFile = encoding_.UnitAt(bytes_, nameInFile.begin);
+        const uint32_t wanted = static_cast<char32_t>(name.front());
+        const bool isAscii = inFile < kAsciiEnd && wanted < kAsciiEnd;
+        if (isAscii && FoldCase(static_cast<wchar_t>(inFile)) != FoldCase(name.front())) return false;
+    }
+    return EqualFolded(Decode(nameInFile), name);
+}
+
 ProfileLineReader ProfileText::Lines(ByteRange range) const { return {bytes_, range, encoding_}; }
 
 std::optional<ProfileSection> ProfileText::FindSection(std::wstring_view name) const {
@@ -74,8 +86,7 @@ std::optional<ProfileSection> ProfileText::FindSection(std::wstring_view name) c
     while (const std::optional<ProfileLine> line = lines.Next()) {
         if (line->kind == LineKind::Head) {
             if (found) break;
-            if (EqualFolded(Decode(line->name), name))
-                found = {line->whole, {line->whole.end, line->whole.end}};
+            if (IsNamed(line->name, name)) found = {line->whole, {line->whole.end, line->whole.end}};
         } else if (found) {
             found->whole.end = line->whole.end;
             found->lines.end = line->whole.end;
@@ -88,7 +99,7 @@ std::optional<ProfileLine> ProfileText::FindEntry(const ProfileSection& section,
                                                   std::wstring_view key) const {
     ProfileLineReader lines = Lines(section.lines);
     while (const std::optional<ProfileLine> line = lines.Next())
-        if (line->kind == LineKind::Entry && EqualFolded(Decode(line->name), key)) return line;
+        if (line->kind == LineKind::Entry && IsNamed(line->name, key)) return line;
     return std::nullopt;
 }
 

@@ -26,6 +26,7 @@ public:
     const ProfileEncoding& Encoding() const { return encoding_; }
 
     std::wstring Decode(ByteRange range) const;
+    bool IsNamed(ByteRange nameInFile, std::wstring_view name) const;  // whatever the case of its letters
     std::optional<ProfileSection> FindSection(std::wstring_view name) const;
     std::optional<ProfileLine> FindEntry(const ProfileSection& section, std::wstring_view key) const;
     ProfileLineReader Lines(ByteRange range) const;
