@@ -74,7 +74,7 @@ TEST_F(ProcessFrameTest, FrameOfHostileSizeIsRefusedBeforeAnyPixelIsTouched) {
         call.width = INT32_MAX;
         call.height = INT32_MAX;
         EXPECT_THROW(ProcessFrame(call, output.Data()), std::length_error);
-        EXPECT_THROW(ProcessFrameToBitmap(call, L""), std::length_error);
+        EXPECT_THROW(ProcessFrameToBitmap(call, std::wstring()), std::length_error);
     }
     // With a driver that gives up first the mapping has to look for itself.
     ProcessCall call = Call(input, true);
@@ -87,7 +87,7 @@ TEST_F(ProcessFrameTest, FrameOfHostileSizeIsRefusedBeforeAnyPixelIsTouched) {
 
 TEST_F(ProcessFrameTest, FrameForABitmapIsProcessedAndNothingSavedWithoutAPath) {
     Frame input = FromRows({{1, 2}});
-    EXPECT_EQ(ProcessFrameToBitmap(Call(input, true), L""), kSuccess);
+    EXPECT_EQ(ProcessFrameToBitmap(Call(input, true), std::wstring()), kSuccess);
     EXPECT_THAT(Folder().Files(), IsEmpty());
     EXPECT_THAT(input, EqualsFrame(FromRows({{1, 2}})));
 }
