@@ -1,19 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "config/ConfiguredState.h"
-#include "diagnostics/LogFile.h"
-#include "platform/Files.h"
+#include "support/ConfiguredRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MaskedLog.h"
-#include "support/TemporaryFolder.h"
 #include "tone/GammaStage.h"
 
 namespace vastrelline {
@@ -21,50 +17,21 @@ namespace {
 
 class GammaStageTest : public testing::Test {
 protected:
-    // The driver's part: the state of a run over a profile in a fresh folder, with a folder for dumps whose
-    // name has capitals.
-    GammaStageTest() : before_(SharedConfiguredState()) {
-        std::filesystem::create_directory(folder_.Path() / "Dumps");
-        ConfiguredState& state = SharedConfiguredState();
-        state.IniPath = folder_.Wide(L"profile.ini");
-        state.SectionName = L"Molar";
-        state.WritePath = folder_.Wide(L"Dumps") + L"\\";
-        state.SaveLog = 0;
-        state.SaveImage = 0;
-        state.DumpNumber = 5;
-        log_.Open(folder_.Wide(L"log.txt"), OpenMode::AppendExclusive);
-    }
-    ~GammaStageTest() override { SharedConfiguredState() = before_; }
-    GammaStageTest(const GammaStageTest&) = delete;
-    GammaStageTest& operator=(const GammaStageTest&) = delete;
-
     // Runs the stage at position 7.
     Frame Run(Frame frame, std::string_view profile, int32_t maxValue = 4095) {
-        WriteBytes(folder_.Path() / "profile.ini", profile);
-        RunGammaStage(frame.Data(), frame.width, frame.height, maxValue, log_, 7);
+        run_.WriteProfile(profile);
+        RunGammaStage(frame.Data(), frame.width, frame.height, maxValue, run_.Log(), 7);
         return frame;
     }
 
-    std::string Log() {
-        log_.Close();
-        return ReadBytes(folder_.Path() / "log.txt");
-    }
-
-    std::vector<std::string> DumpedNames() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.Path() / "Dumps"))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    std::string Dumped(const char* name) const { return ReadBytes(folder_.Path() / "Dumps" / name); }
-
-    TemporaryFolder folder_;
-    LogFile log_;
+    std::string Log() { return run_.LogText(); }
+    std::vector<std::string> DumpedNames() const { return run_.DumpedNames(); }
+    std::string Dumped(const char* name) const { return run_.Dumped(name); }
+    std::wstring Wide(std::wstring_view name) const { return run_.Wide(name); }
+    void CloseLog() { run_.Log().Close(); }
 
 private:
-    ConfiguredState before_;
+    ConfiguredRun run_;
 };
 
 constexpr std::string_view kSquareTo101 = "[Molar]\r\nOUTPUTRANGE=101\r\n07_POST_GAMMA_RATIO=2\r\n";
@@ -162,14 +129,14 @@ TEST_F(GammaStageTest, NumbersRiseFromStageToStageAndPast99) {
 
 TEST_F(GammaStageTest, DumpThatCannotBeWrittenChangesNoPixelAndTakesItsNumber) {
     SharedConfiguredState().SaveImage = 1;
-    SharedConfiguredState().WritePath = folder_.Wide(L"missing") + L"\\";
+    SharedConfiguredState().WritePath = Wide(L"missing") + L"\\";
     EXPECT_THAT(Run(FromRows({{10, 12, 14}}), kSquareTo101), EqualsFrame(FromRows({{0, 25, 101}})));
     EXPECT_EQ(SharedConfiguredState().DumpNumber, 6);
 }
 
 TEST_F(GammaStageTest, ClosedLogIsNoObstacle) {
     SharedConfiguredState().SaveLog = 1;
-    log_.Close();
+    CloseLog();
     EXPECT_THAT(Run(FromRows({{10, 12, 14}}), kSquareTo101), EqualsFrame(FromRows({{0, 25, 101}})));
     EXPECT_EQ(Log(), "");
 }
