@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// What a kernel's variants are built for, each a superset of the ones before it.
+enum class InstructionSet : int32_t {
+    Reference,  // the plain scalar form, which defines the result
+    Baseline,   // every x86-64
+    Avx2,
+    Avx512,  // F, DQ, BW and VL
+};
+
+// The best set that this processor and operating system can run; Reference on other architectures.
+InstructionSet DetectInstructionSet();
+
+// The best set that kernels may use: what was detected, unless a test or the build asks for less.
+InstructionSet AllowedInstructionSet();
+
+// Limits the kernels to a set, for tests and benchmarks. A set beyond the detected one acts as that.
+void LimitInstructionSet(InstructionSet limit);
+
+}  // namespace vastrelline
+
+// Marks one function for an instruction set. Without fused multiply-add: a fused one rounds once in place of
+// twice and changes results.
+#if defined(__x86_64__) && defined(__GNUC__)
+#define VASTRELLINE_X86 1
+#define TARGET_BASELINE
+#define TARGET_AVX2 __attribute__((target("avx2,no-fma")))
+#define TARGET_AVX512 __attribute__((target("avx512f,avx512dq,avx512bw,avx512vl,no-fma")))
+#else
+#define VASTRELLINE_X86 0
+#endif
