@@ -94,7 +94,8 @@ struct SensorGeometry {
  *
  * Returns 0, 1, 2, 3, 4 or 6. With any code but 0 the pixels of output stay as they were (6: undefined),
  * apart from the mapping. Side effects as the profile asks: the log ExtraOralLog.txt beside the profile
- * (SAVE_LOG), raw dumps in WRITE_PATH (SAVE_IMAGE).
+ * (SAVE_LOG), raw dumps in WRITE_PATH (SAVE_IMAGE), a backup of input and result in SAVE_BACKUPPATH
+ * (SAVE_BACKUP).
  */
 VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                         const char* iniPath, const char* sectionName, uint8_t applyMapping,
@@ -115,7 +116,8 @@ VASTRELLINE_API int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int3
  *
  * bitmapPath   where the bitmap goes; empty or null: the frame is processed and nothing is saved
  *
- * Returns 0, 1, 2, 4, 5 or 6. This version saves no bitmap yet: a path that is not empty gives 5.
+ * Returns 0, 1, 2, 4, 5 or 6. The bitmap shows levels 0..4095 in 256 greys; it appears under its name only
+ * when it is whole, and replaces a file that was there.
  */
 VASTRELLINE_API int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
                                           const char* sectionName, uint8_t applyMapping,

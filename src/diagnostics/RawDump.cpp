@@ -12,12 +12,16 @@ namespace vastrelline {
 // Files are little-endian, and pixels are written as they lie in memory.
 static_assert(std::endian::native == std::endian::little);
 
-void DumpRaw(std::wstring_view path, const uint16_t* pixels, int32_t width, int32_t height) {
+std::wstring StoredRawPath(std::wstring_view path) {
     constexpr std::wstring_view kExtension = L".raw";
     std::wstring stored = LowerCaseFileName(path);
     // Looked for in the whole path, folders included, whatever their case.
     if (LowerCaseAscii(path).find(kExtension) == std::wstring::npos) stored.append(kExtension);
-    SaveRawFile(stored, pixels, width, height, 16);
+    return stored;
+}
+
+void DumpRaw(std::wstring_view path, const uint16_t* pixels, int32_t width, int32_t height) {
+    SaveRawFile(StoredRawPath(path), pixels, width, height, 16);
 }
 
 int32_t SaveRawFile(const std::wstring& path, const void* data, int32_t width, int32_t height, int32_t bits) {

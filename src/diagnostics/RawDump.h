@@ -14,6 +14,9 @@ namespace vastrelline {
 // pixels   width * height pixels
 void DumpRaw(std::wstring_view path, const uint16_t* pixels, int32_t width, int32_t height);
 
+// The path under which DumpRaw stores a frame.
+std::wstring StoredRawPath(std::wstring_view path);
+
 // Writes width * height elements of `bits` bits as they lie in memory; the file is made or truncated, and
 // open for this call alone. Returns 1, or 0 if it cannot be made or written.
 int32_t SaveRawFile(const std::wstring& path, const void* data, int32_t width, int32_t height, int32_t bits);

@@ -7,10 +7,12 @@
 #include "config/ConfiguredState.h"
 #include "config/SensorSettings.h"
 #include "config/StageId.h"
+#include "diagnostics/BackupSet.h"
 #include "diagnostics/LogFile.h"
 #include "diagnostics/StageReport.h"
 #include "entry/StageTable.h"
 #include "image/AllocZeroed.h"
+#include "image/Truncate.h"
 #include "platform/Clock.h"
 #include "prepare/CornerMask.h"
 #include "prepare/InversionStage.h"
@@ -118,6 +120,10 @@ ReturnCode RunConfiguredChain(const uint16_t* input, uint16_t* output, int32_t w
     if (state.SaveLog != 0) {
         WriteLogEnd(log, kConfiguredEndLine, LocalTime(), elapsedMs / 1000.0);
         log.Close();
+    }
+    if (settings.SAVE_BACKUP != 0) {
+        const BackupWindow window{settings.OUTPUTRANGE / 2, WrappingAdd(settings.OUTPUTRANGE, 1)};
+        WriteBackupSet(settings.SAVE_BACKUPPATH, sectionName, input, output, width, height, window);
     }
     return kSuccess;
 }

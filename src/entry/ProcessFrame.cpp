@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "diagnostics/Bitmap.h"
 #include "entry/ConfiguredChain.h"
 #include "entry/OutputMapping.h"
 #include "image/AllocZeroed.h"
@@ -42,7 +43,8 @@ ReturnCode ProcessFrameToBitmap(const ProcessCall& call, const std::wstring& bit
         AllocZeroed<uint16_t>(hasPixels ? call.width : 1, hasPixels ? call.height : 1);
     const ReturnCode code = ProcessFrame(call, scratch.data());
     if (code != kSuccess || !hasPixels || bitmapPath.empty()) return code;
-    return kNoBitmap;
+    const int32_t isSaved = SaveFrameBitmap(scratch.data(), call.width, call.height, bitmapPath);
+    return isSaved != 0 ? kSuccess : kNoBitmap;
 }
 
 }  // namespace vastrelline

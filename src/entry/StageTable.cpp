@@ -1,5 +1,6 @@
 #include "entry/StageTable.h"
 
+#include "noise/GaussianStage.h"
 #include "tone/GammaStage.h"
 #include "tone/LinearStage.h"
 
@@ -8,6 +9,8 @@ namespace vastrelline {
 namespace {
 
 constexpr StageEntry kConfiguredStages[] = {
+    {StageId::Gaussian,
+     [](const StageCall& c) { RunGaussianStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
     {StageId::GammaLUT,
      [](const StageCall& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
     {StageId::LinearLUT,

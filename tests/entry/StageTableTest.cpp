@@ -7,6 +7,7 @@
 #include <set>
 
 #include "entry/StageTable.h"
+#include "support/ConfiguredRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 
@@ -62,7 +63,26 @@ TEST(StageTable, EveryStageOfTheConfiguredChainStandsOnce) {
         // The configured chain has no stage 13: other chains do.
         EXPECT_LE(static_cast<int32_t>(stage.id), 12);
     }
-    EXPECT_EQ(ids, (std::set<StageId>{StageId::GammaLUT, StageId::LinearLUT}));
+    EXPECT_EQ(ids, (std::set<StageId>{StageId::Gaussian, StageId::GammaLUT, StageId::LinearLUT}));
+}
+
+TEST(StageTable, StageEightSmoothesByTheKeysOfItsPosition) {
+    ConfiguredRun run;
+    run.WriteProfile("[Molar]\r\n04_GAUSSIAN_SIZE=0\r\n05_GAUSSIAN_REPEAT=0\r\n");
+    Frame frame = FromRows({{1000, 0, 0, 0, 0, 0, 0}});
+    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 4095, run.Log(), 4});
+    // The fixed taps 0.05, 0.25, 0.4, 0.25, 0.05, around the edges.
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{400, 250, 50, 0, 0, 50, 250}})));
+    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 4095, run.Log(), 5});
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{400, 250, 50, 0, 0, 50, 250}})));
+}
+
+TEST(StageTable, StageEightGetsTheLargestValue) {
+    ConfiguredRun run;
+    run.WriteProfile("[Molar]\r\n00_GAUSSIAN_SIZE=0\r\n");
+    Frame frame = FromRows({{1000, 0, 0, 0, 0, 0, 0}});
+    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 255, run.Log(), 0});
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{255, 250, 50, 0, 0, 50, 250}})));
 }
 
 }  // namespace

@@ -1,0 +1,76 @@
+#include "detail/Resize.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "image/Border.h"
+#include "image/SeparableFilter.h"
+#include "image/Truncate.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr ResizeVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, ResizeFrameScalar},
+#if VASTRELLINE_X86
+    {"baseline", InstructionSet::Baseline, ResizeFrameBaseline},
+    {"avx2", InstructionSet::Avx2, ResizeFrameAvx2},
+#endif
+};
+
+// What must be added to a side so that it becomes a whole multiple of the
+// factor.
+int32_t PadToMultiple(int32_t side, int32_t factor) {
+    const int32_t rest = side % factor;
+    return rest == 0 ? 0 : factor - rest;
+}
+
+}  // namespace
+
+std::span<const ResizeVariant> ResizeVariants() {
+    const InstructionSet allowed = AllowedInstructionSet();
+    size_t count = 0;
+    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
+    return {kVariants, count};
+}
+
+std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale) {
+    const int32_t resultHeight = TruncateToInt32(height * scale);
+    const int32_t resultWidth = TruncateToInt32(width * scale);
+    auto result = std::make_unique<CImageM>(L"");
+    result->Set(nullptr, resultWidth, resultHeight, 16, 14, 0, 0, 1, 0, 0, 1.0);
+    if (resultWidth > 0 && resultHeight > 0) {
+        ResizeVariants().back().run(
+            {source, width, height, scale, result->Pixels16(), resultWidth, resultHeight});
+    }
+    return result;
+}
+
+void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue, double sigma,
+                          int32_t factor) {
+    constexpr int64_t kLargestExtended = int64_t{1} << 29;
+    if (factor < 1 || width <= 0 || height <= 0) return;
+    const int32_t padWidth = PadToMultiple(width, factor);
+    const int32_t padHeight = PadToMultiple(height, factor);
+    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return;
+    const std::optional<std::vector<uint16_t>> padded =
+        ExtendImage(buffer, width, height, padWidth, padHeight, BorderMode::BorderTrailing);
+    const std::unique_ptr<CImageM> reduced =
+        ResizeBilinear(padded->data(), width + padWidth, height + padHeight, 1.0 / factor);
+    GaussFilterReplicate(reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, sigma / factor);
+    const std::unique_ptr<CImageM> expanded =
+        ResizeBilinear(reduced->Pixels16(), reduced->Width(), reduced->Height(), factor);
+    // Where a reduced side was truncated, the enlarged frame does not cover all
+    // of the buffer.
+    const int32_t rows = std::min(height, expanded->Height());
+    const int32_t columns = std::min(width, expanded->Width());
+    const uint16_t* from = expanded->Pixels16();
+    for (int32_t y = 0; y < rows; ++y) {
+        std::copy_n(from + static_cast<size_t>(y) * static_cast<size_t>(expanded->Width()), columns,
+                    buffer + static_cast<size_t>(y) * static_cast<size_t>(width));
+    }
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,61 @@
+#include "diagnostics/BackupSet.h"
+
+#include <cstddef>
+#include <exception>
+
+#include "detail/CImageM.h"
+#include "diagnostics/Bitmap.h"
+#include "diagnostics/RawDump.h"
+#include "platform/Clock.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "platform/TextFormat.h"
+#include "platform/WholeFile.h"
+
+namespace vastrelline {
+
+namespace {
+
+// What a path holds before its last separator, and what it holds behind that; all of it where it has none.
+std::wstring BeforeSeparator(const std::wstring& path) {
+    const size_t separator = FindLastSeparator(path);
+    return separator == std::wstring::npos ? path : path.substr(0, separator);
+}
+
+std::wstring BehindSeparator(const std::wstring& path) {
+    const size_t separator = FindLastSeparator(path);
+    return separator == std::wstring::npos ? path : path.substr(separator + 1);
+}
+
+// A raw dump that appears only when it is whole. Pixels are written as they lie in memory.
+void SaveInput(const std::wstring& path, const uint16_t* pixels, int32_t width, int32_t height) {
+    const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
+    const std::string bytes(reinterpret_cast<const char*>(pixels), count * sizeof(*pixels));
+    // A failure is silent.
+    static_cast<void>(SaveWholeFile(StoredRawPath(path), bytes));
+}
+
+}  // namespace
+
+std::wstring MakeBackupPrefix(const std::wstring& folder) {
+    CreateFolder(folder);
+    const CalendarTime now = LocalTime();
+    if (!FileExists(folder)) CreateFolder(folder);
+    return FormatText(L"%s\\%04d%02d%02d_%02d%02d%02d_",
+                      {folder, now.year, now.month, now.day, now.hour, now.minute, now.second});
+}
+
+void WriteBackupSet(const std::wstring& folder, const std::wstring& sectionName, const uint16_t* input,
+                    const uint16_t* output, int32_t width, int32_t height, const BackupWindow& window) {
+    try {
+        const std::wstring prefix = MakeBackupPrefix(folder);
+        const std::wstring stem = prefix + BehindSeparator(BeforeSeparator(prefix));
+        SaveInput(stem + L"Calibrated.raw", input, width, height);
+        CImageM image(output, width, height, 16, 16, window.centre, window.width, 0, L"", 0, 0, 1.0);
+        SaveBitmap8(stem + sectionName + L".bmp", image.DisplayStride(), width, height, image.DisplayRow(0));
+    } catch (const std::exception&) {
+        // No memory is left. The run's result stands, and its code must not tell otherwise.
+    }
+}
+
+}  // namespace vastrelline
