@@ -38,8 +38,9 @@ void Double(const ResizeCall& call, const ResizeKernels& kernels) {
             kernels.doubleBetweenRows(source, SourceRow(call, y / 2 + 1), call.width, result);
         }
         // The last column takes no part in any interpolation.
-        result[2 * last] = source[last];
-        result[2 * last + 1] = source[last];
+        uint16_t* end = result + call.resultWidth;
+        end[-2] = source[last];
+        end[-1] = source[last];
     }
 }
 
