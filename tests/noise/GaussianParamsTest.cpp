@@ -57,7 +57,7 @@ TEST(GaussianParams, EachKeyHasItsOwnDefault) {
 }
 
 TEST(GaussianParams, ValuesWithoutANumberAreZero) {
-    ExpectParams(ParamsAt("[Molar]\r\n00_GAUSSIAN_SIZE=soft\r\n00_GAUSSIAN_REPEAT=\r\n"
+    ExpectParams(ParamsAt("[Molar]\r\n00_GAUSSIAN_SIZE=soft\r\n00_GAUSSIAN_REPEAT=often\r\n"
                           "00_GAUSSIAN_ReduceTimeRatio=half\r\n00_GAUSSIAN_ProtectOutline=yes\r\n",
                           0),
                  0.0, 0, 0, 0);
