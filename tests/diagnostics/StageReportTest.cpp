@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -10,6 +11,7 @@
 
 #include "config/ConfiguredState.h"
 #include "diagnostics/StageReport.h"
+#include "support/FixedRun.h"
 #include "support/MaskedLog.h"
 #include "support/TemporaryFolder.h"
 
@@ -106,6 +108,60 @@ TEST_F(StageReportTest, ClosedLogIsNoHindrance) {
     ConfiguredStageReport().Log(closed, kStageLine, {L"\t\t\t Key : 1\r\n"});
     EXPECT_FALSE(closed.IsOpen());
     EXPECT_EQ(LogBytes(), "");
+}
+
+TEST_F(StageReportTest, DumpBesideLeavesTheNumberToTheNextDump) {
+    constexpr std::array<uint16_t, 1> kPixel = {0x1234};
+    SharedConfiguredState().DumpNumber = 41;
+    ConfiguredStageReport::DumpBeside(L"%02d_Off.raw", kPixel.data(), 1, 1);
+    SharedConfiguredState().SaveImage = 1;
+    ConfiguredStageReport::DumpBeside(L"%02d_Stage.raw", kPixel.data(), 1, 1);
+    EXPECT_EQ(SharedConfiguredState().DumpNumber, 41);
+    EXPECT_EQ(ReadBytes(At("41_stage.raw")), "\x34\x12");
+    EXPECT_EQ(CountFiles(), 1U);
+}
+
+TEST(FixedStageReport, DumpIsNothingWhileSavingIsOff) {
+    constexpr std::array<uint16_t, 1> kPixel = {0x1234};
+    FixedRun run;
+    FixedStageReport::Dump(L"%02d_Stage.raw", kPixel.data(), 1, 1, run.dumpCounter);
+    FixedStageReport::DumpBeside(L"%02d_Stage.raw", kPixel.data(), 1, 1, run.dumpCounter);
+    EXPECT_EQ(run.dumpCounter, 5);
+    EXPECT_THAT(run.DumpedNames(), testing::IsEmpty());
+}
+
+TEST(FixedStageReport, DumpTakesTheRunsNumberAndStepsIt) {
+    constexpr std::array<uint16_t, 1> kPixel = {0x1234};
+    FixedRun run;
+    SharedFixedState().SaveImage = 1;
+    const int32_t processNumber = SharedConfiguredState().DumpNumber;
+    FixedStageReport::DumpBeside(L"%02d_Beside.raw", kPixel.data(), 1, 1, run.dumpCounter);
+    FixedStageReport::Dump(L"%02d_Stage.raw", kPixel.data(), 1, 1, run.dumpCounter);
+    EXPECT_EQ(run.dumpCounter, 6);
+    EXPECT_EQ(SharedConfiguredState().DumpNumber, processNumber);
+    EXPECT_THAT(run.DumpedNames(), testing::ElementsAre("05_beside.raw", "05_stage.raw"));
+    EXPECT_EQ(run.Dumped("05_stage.raw"), "\x34\x12");
+}
+
+TEST(FixedStageReport, LogAsksTheSwitchOfTheRecord) {
+    FixedRun run;
+    FixedStageReport().Log(run.Log(), 0, L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {L"x\r\n"});
+    EXPECT_EQ(run.LogText(), "");
+}
+
+TEST(FixedStageReport, LogCountsMilliseconds) {
+    FixedRun run;
+    const FixedStageReport report;
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    report.Log(run.Log(), 1, L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {L"\t\t\t Key : 1\r\n"});
+    const std::string log = run.LogText();
+    std::smatch match;
+    ASSERT_TRUE(std::regex_match(
+        log, match,
+        std::regex(
+            "#### [0-9]{2}:[0-9]{2}:[0-9]{2} \t: Some Stage \\( ([0-9]+) ms \\)\r\n\t\t\t Key : 1\r\n")));
+    // A tick counter may stand still for 16 ms.
+    EXPECT_GE(std::stoi(match[1]), 60 - 17);
 }
 
 }  // namespace

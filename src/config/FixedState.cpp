@@ -1,0 +1,10 @@
+#include "config/FixedState.h"
+
+namespace vastrelline {
+
+FixedState& SharedFixedState() {
+    static FixedState state;
+    return state;
+}
+
+}  // namespace vastrelline
