@@ -27,6 +27,39 @@ int32_t PadToMultiple(int32_t side, int32_t factor) {
     return rest == 0 ? 0 : factor - rest;
 }
 
+// The frame, extended to whole multiples of the factor and reduced by it; none if it would be too large.
+std::unique_ptr<CImageM> ShrinkByFactor(const uint16_t* source, int32_t width, int32_t height,
+                                        int32_t factor) {
+    constexpr int64_t kLargestExtended = int64_t{1} << 29;
+    const int32_t padWidth = PadToMultiple(width, factor);
+    const int32_t padHeight = PadToMultiple(height, factor);
+    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return nullptr;
+    if (padWidth == 0 && padHeight == 0) return ResizeBilinear(source, width, height, 1.0 / factor);
+    const std::optional<std::vector<uint16_t>> padded =
+        ExtendImage(source, width, height, padWidth, padHeight, BorderMode::BorderTrailing);
+    return ResizeBilinear(padded->data(), width + padWidth, height + padHeight, 1.0 / factor);
+}
+
+// Enlarges a reduced frame and writes as much of it as the buffer takes.
+void EnlargeInto(uint16_t* buffer, int32_t width, int32_t height, CImageM& reduced, int32_t factor) {
+    const double scale = factor;
+    if (int64_t{reduced.Width()} * factor == width && int64_t{reduced.Height()} * factor == height) {
+        const ResizeCall call{
+            reduced.Pixels16(), reduced.Width(), reduced.Height(), scale, buffer, width, height};
+        return ResizeVariants().back().run(call);
+    }
+    const std::unique_ptr<CImageM> expanded =
+        ResizeBilinear(reduced.Pixels16(), reduced.Width(), reduced.Height(), scale);
+    // Where a reduced side was truncated, the enlarged frame does not cover all of the buffer.
+    const int32_t rows = std::min(height, expanded->Height());
+    const int32_t columns = std::min(width, expanded->Width());
+    const uint16_t* from = expanded->Pixels16();
+    for (int32_t y = 0; y < rows; ++y) {
+        std::copy_n(from + static_cast<size_t>(y) * static_cast<size_t>(expanded->Width()), columns,
+                    buffer + static_cast<size_t>(y) * static_cast<size_t>(width));
+    }
+}
+
 }  // namespace
 
 std::span<const ResizeVariant> ResizeVariants() {
@@ -50,27 +83,15 @@ std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, i
 
 void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue, double sigma,
                           int32_t factor) {
-    constexpr int64_t kLargestExtended = int64_t{1} << 29;
     if (factor < 1 || width <= 0 || height <= 0) return;
-    const int32_t padWidth = PadToMultiple(width, factor);
-    const int32_t padHeight = PadToMultiple(height, factor);
-    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return;
-    const std::optional<std::vector<uint16_t>> padded =
-        ExtendImage(buffer, width, height, padWidth, padHeight, BorderMode::BorderTrailing);
-    const std::unique_ptr<CImageM> reduced =
-        ResizeBilinear(padded->data(), width + padWidth, height + padHeight, 1.0 / factor);
-    GaussFilterReplicate(reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, sigma / factor);
-    const std::unique_ptr<CImageM> expanded =
-        ResizeBilinear(reduced->Pixels16(), reduced->Width(), reduced->Height(), factor);
-    // Where a reduced side was truncated, the enlarged frame does not cover all
-    // of the buffer.
-    const int32_t rows = std::min(height, expanded->Height());
-    const int32_t columns = std::min(width, expanded->Width());
-    const uint16_t* from = expanded->Pixels16();
-    for (int32_t y = 0; y < rows; ++y) {
-        std::copy_n(from + static_cast<size_t>(y) * static_cast<size_t>(expanded->Width()), columns,
-                    buffer + static_cast<size_t>(y) * static_cast<size_t>(width));
-    }
+    // At the scale 1 the way down and up changes nothing.
+    if (factor == 1) return GaussFilterReplicate(buffer, width, height, maxValue, sigma);
+    const std::unique_ptr<CImageM> reduced = ShrinkByFactor(buffer, width, height, factor);
+    if (reduced == nullptr) return;
+    const double reducedSigma = sigma / factor;
+    if (!CanGaussFilterReplicate(reduced->Width(), reduced->Height(), reducedSigma)) return;
+    GaussFilterReplicate(reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, reducedSigma);
+    EnlargeInto(buffer, width, height, *reduced, factor);
 }
 
 }  // namespace vastrelline

@@ -25,10 +25,12 @@ std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, i
 //
 // sigma    at full resolution, in pixels
 // factor   by which the resolution is reduced; below 1, and so large that the extended frame would pass 2^29
-//          pixels: the frame stays as it is
+//          pixels: the frame stays as it is. So it does where GaussFilterReplicate would leave the reduced
+//          frame: going down and up alone is no smoothing
 // Edges    extended to whole multiples of the factor by the last row and column; the Gaussian repeats the
 //          edge pixels
-// Memory   the extended, the reduced and the enlarged frame for the length of the call
+// Memory   the reduced frame for the length of the call; for sides that are no multiples of the factor the
+//          extended and the enlarged frame too
 void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue, double sigma,
                           int32_t factor);
 

@@ -67,11 +67,16 @@ void GaussFilterWrap(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     GaussFilter(pixels, width, height, maxValue, sigma, EdgeRule::Wrap);
 }
 
+bool CanGaussFilterReplicate(int32_t width, int32_t height, double sigma) {
+    const int32_t size = GaussMaskSize(sigma);
+    return size >= 1 && !(sigma > 0 && IsTooWide(width, height, size));
+}
+
 void GaussFilterReplicate(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma) {
-    const int32_t pad = WrappingSubtract(GaussMaskSize(sigma), 1);
-    if (pad < 0) return;
+    if (!CanGaussFilterReplicate(width, height, sigma)) return;
     // Without a reach there is no border either: the fixed kernel then wraps around. That is meant.
-    GaussFilter(pixels, width, height, maxValue, sigma, pad == 0 ? EdgeRule::Wrap : EdgeRule::Replicate);
+    const bool hasReach = GaussMaskSize(sigma) > 1;
+    GaussFilter(pixels, width, height, maxValue, sigma, hasReach ? EdgeRule::Replicate : EdgeRule::Wrap);
 }
 
 }  // namespace vastrelline

@@ -14,6 +14,8 @@ namespace vastrelline {
 
 namespace {
 
+constexpr const wchar_t* kDumpName = L"%02d_PreGaussian.raw";
+
 void SmoothOnce(const FrameView<uint16_t>& frame, int32_t maxValue, const GaussianParams& params) {
     const double sigma = params.GAUSSIAN_SIZE;
     if (params.GAUSSIAN_ReduceTimeRatio != 1) {
@@ -54,10 +56,28 @@ void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t m
     const ConfiguredState& state = SharedConfiguredState();
     const GaussianParams params = ReadGaussianParams(state.IniPath, state.SectionName, stageNumber);
     SmoothGaussian(pixels, width, height, maxValue, params);
-    ConfiguredStageReport::Dump(L"%02d_PreGaussian.raw", pixels, width, height);
+    ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
     report.Log(log, L"#### %02d:%02d:%02d \t: Gaussian ( %.03lf sec )\r\n",
                {FormatText(L"\t\t\t MaskSize   : %.02lf\r\n", {params.GAUSSIAN_SIZE}),
                 FormatText(L"\t\t\t RepaetCnt  : %d\r\n", {params.GAUSSIAN_REPEAT})});  // sic
+}
+
+void RunPreGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                    LogFile& log, const FixedSettings& settings) {
+    const FixedStageReport report;
+    GaussFilterReplicate(pixels, width, height, maxValue, settings.PRE_GAUSSIAN_SIZE);
+    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
+    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Pre-Gaussian ( %d ms )\r\n",
+               {FormatText(L"\t\t\t MaskSize   : %.02lfd\r\n", {settings.PRE_GAUSSIAN_SIZE})});  // sic
+}
+
+void RunPostGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                     LogFile& log, const FixedSettings& settings) {
+    const FixedStageReport report;
+    GaussFilterReplicate(pixels, width, height, maxValue, settings.POST_GAUSSIAN_SIZE);
+    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
+    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Post-Gaussian ( %d ms )\r\n",
+               {FormatText(L"\t\t\t MaskSize   : %.02lf\r\n", {settings.POST_GAUSSIAN_SIZE})});
 }
 
 }  // namespace vastrelline

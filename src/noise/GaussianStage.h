@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "config/FixedSettings.h"
 #include "diagnostics/LogFile.h"
 #include "noise/GaussianParams.h"
 
@@ -18,5 +19,15 @@ void SmoothGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t max
 // stageNumber   the stage's position in the list, which names its keys
 void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                       int32_t stageNumber);
+
+// The two places of the Gaussian in the fixed chain: one pass with the edge pixels repeated, at
+// PRE_GAUSSIAN_SIZE and POST_GAUSSIAN_SIZE. Both dump as "%02d_PreGaussian.raw", which is meant. The driver
+// runs them only with PRE_GAUSSIAN and POST_GAUSSIAN on.
+//
+// dumpCounter   the run's next dump number
+void RunPreGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                    LogFile& log, const FixedSettings& settings);
+void RunPostGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                     LogFile& log, const FixedSettings& settings);
 
 }  // namespace vastrelline

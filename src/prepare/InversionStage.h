@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "config/CommonSettings.h"
+#include "config/FixedSettings.h"
 #include "diagnostics/LogFile.h"
 
 namespace vastrelline {
@@ -20,5 +21,18 @@ void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVa
 //              curve, any other leaves the pixels; INVERSE_LOGRATIO is the curve's parameter
 void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
                   LogFile& log, const CommonSettings& settings);
+
+// The same in the fixed chain, which has no power curve: a mode other than 1 and 2 leaves the pixels.
+//
+// dumpCounter   the run's next dump number
+void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
+                       int32_t& dumpCounter, LogFile& log, const FixedSettings& settings);
+
+// Builds the logarithmic curve of a frame and maps the frame through it, in place: the fixed chain's form. If
+// that chain saves images, all levels of the curve first go to "InverseCurve.txt" in its folder, without a
+// number.
+//
+// ratio, inverse   as BuildLogCurve
+void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse);
 
 }  // namespace vastrelline

@@ -23,6 +23,9 @@ LogCurve BuildLogCurve(const uint16_t* pixels, int32_t width, int32_t height, do
 // its nearest entry.
 void ApplyLogTable(uint16_t* pixels, int32_t width, int32_t height, const LogCurve& curve);
 
+// Writes all levels of the curve to a curve file.
+void WriteLogCurve(const std::wstring& path, const LogCurve& curve);
+
 // Builds the curve of a frame and maps the frame through it, in place: the configured chain's form.
 //
 // saveCurve      not 0: first writes all levels of the curve to a curve file

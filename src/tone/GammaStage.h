@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "config/FixedSettings.h"
 #include "diagnostics/LogFile.h"
 
 namespace vastrelline {
@@ -12,5 +13,11 @@ namespace vastrelline {
 // stageNumber   the stage's position in the list, which names its keys
 void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                    int32_t stageNumber);
+
+// The same in the fixed chain, which writes no curve file. Its driver runs it only with POST_GAMMA_LUT on.
+//
+// dumpCounter   the run's next dump number
+void RunFixedGamma(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                   LogFile& log, const FixedSettings& settings);
 
 }  // namespace vastrelline

@@ -99,25 +99,65 @@ TEST(ReducedScaleGaussian, FactorBelowOneLeavesTheFrame) {
     }
 }
 
-// A sigma below 0 has no Gaussian, and what is left is the way down and up again: every other pixel, and the
-// means between them. The last reduced row and column is repeated.
+// So small a sigma has the kernel 0, 1, 0, and what is left is the way down and up again: every other pixel,
+// and the means between them. The last reduced row and column is repeated.
+constexpr double kTinySigma = 0.02;
+
 TEST(ReducedScaleGaussian, MultipleOfTheFactorGetsNoPadding) {
     Frame frame = FromRows({{0, 99, 8, 99}, {99, 99, 99, 99}});
-    ReducedScaleGaussian(frame.Data(), 4, 2, 4095, -1.0, 2);
+    ReducedScaleGaussian(frame.Data(), 4, 2, 4095, kTinySigma, 2);
     EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 0, 8, 8}, {0, 0, 8, 8}})));
 }
 
 TEST(ReducedScaleGaussian, OtherSidesArePaddedToTheNextMultiple) {
     // Padded to 4 x 4, reduced to {0 8 / 20 28}.
     Frame frame = FromRows({{0, 99, 8}, {99, 99, 99}, {20, 99, 28}});
-    ReducedScaleGaussian(frame.Data(), 3, 3, 4095, -1.0, 2);
+    ReducedScaleGaussian(frame.Data(), 3, 3, 4095, kTinySigma, 2);
     EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 4, 8}, {10, 14, 8}, {20, 20, 28}})));
+}
+
+TEST(ReducedScaleGaussian, ThirdsLieBetweenTheReducedPixels) {
+    // Reduced to {0 10 / 20 31}; the last reduced row and column is not interpolated in either direction.
+    Frame frame = Flat(6, 6, 99);
+    frame.At(0, 0) = 0;
+    frame.At(3, 0) = 10;
+    frame.At(0, 3) = 20;
+    frame.At(3, 3) = 31;
+    ReducedScaleGaussian(frame.Data(), 6, 6, 4095, kTinySigma, 3);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 3, 6, 10, 10, 10},
+                                             {6, 10, 13, 10, 10, 10},
+                                             {13, 16, 20, 10, 10, 10},
+                                             {20, 20, 20, 31, 31, 31},
+                                             {20, 20, 20, 31, 31, 31},
+                                             {20, 20, 20, 31, 31, 31}})));
 }
 
 TEST(ReducedScaleGaussian, FrameSmallerThanTheFactorTakesItsFirstPixel) {
     Frame frame = FromRows({{7, 1, 2}, {3, 4, 5}});
-    ReducedScaleGaussian(frame.Data(), 3, 2, 4095, -1.0, 4);
+    ReducedScaleGaussian(frame.Data(), 3, 2, 4095, kTinySigma, 4);
     EXPECT_THAT(frame, EqualsFrame(Flat(3, 2, 7)));
+}
+
+// None of these has a kernel; going down and up alone would cost detail and smooth nothing.
+TEST(ReducedScaleGaussian, SigmaWithoutAKernelLeavesTheFrame) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+    for (const double sigma : {-2.0, -1e300, 1e9, 1e300, kInfinity, -kInfinity, kNotANumber}) {
+        for (const int32_t factor : {1, 2, 3}) {
+            Frame frame = Noise(6, 4, 4095, 2);
+            ReducedScaleGaussian(frame.Data(), 6, 4, 4095, sigma, factor);
+            EXPECT_THAT(frame, EqualsFrame(Noise(6, 4, 4095, 2))) << sigma << ' ' << factor;
+        }
+    }
+}
+
+// The kernel of the reduced frame counts: -0.5 alone has none, a half of it has the fixed one.
+TEST(ReducedScaleGaussian, SigmaThatHasAKernelOnceReducedSmooths) {
+    Frame frame = FromRows({{1000, 1000, 0, 0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}});
+    // Reduced to 1000, 0, 0, 0, 0, smoothed to 400, 250, 50, 50, 250.
+    ReducedScaleGaussian(frame.Data(), 10, 2, 4095, -0.5, 2);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{400, 400, 250, 250, 50, 50, 50, 50, 250, 250},
+                                             {400, 400, 250, 250, 50, 50, 50, 50, 250, 250}})));
 }
 
 // 49 * (1.0 / 49) is a little below 1, so nothing is left of the reduced frame and nothing is written.

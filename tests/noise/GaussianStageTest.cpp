@@ -136,6 +136,9 @@ INSTANTIATE_TEST_SUITE_P(
         IdleCase{"LargestRatio", "07_GAUSSIAN_ReduceTimeRatio=2147483647\r\n"},
         IdleCase{"NegativeSize", "07_GAUSSIAN_SIZE=-1\r\n"}, IdleCase{"HugeSize", "07_GAUSSIAN_SIZE=1e9\r\n"},
         IdleCase{"HugeSizeAroundTheEdges", "07_GAUSSIAN_SIZE=1e300\r\n07_GAUSSIAN_ProtectOutline=0\r\n"},
+        IdleCase{"NegativeSizeReduced", "07_GAUSSIAN_SIZE=-2\r\n07_GAUSSIAN_ReduceTimeRatio=2\r\n"},
+        IdleCase{"SizeNotANumberReduced", "07_GAUSSIAN_SIZE=nan\r\n07_GAUSSIAN_ReduceTimeRatio=3\r\n"},
+        IdleCase{"HugeSizeReduced", "07_GAUSSIAN_SIZE=1e9\r\n07_GAUSSIAN_ReduceTimeRatio=2\r\n"},
         // Idle passes must not be counted out one by one.
         IdleCase{"IdlePassesForEver", "07_GAUSSIAN_ReduceTimeRatio=0\r\n07_GAUSSIAN_REPEAT=2147483647\r\n"}),
     [](const auto& test) { return test.param.name; });

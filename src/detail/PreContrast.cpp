@@ -1,0 +1,47 @@
+#include "detail/PreContrast.h"
+
+#include <iterator>
+
+#include "detail/Resize.h"
+#include "image/FrameView.h"
+#include "image/SeparableFilter.h"
+#include "image/Truncate.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr AmplifyVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, AmplifyDifferenceScalar},
+#if VASTRELLINE_X86
+    {"baseline", InstructionSet::Baseline, AmplifyDifferenceBaseline},
+    {"avx2", InstructionSet::Avx2, AmplifyDifferenceAvx2},
+    {"avx512", InstructionSet::Avx512, AmplifyDifferenceAvx512},
+#endif
+};
+
+}  // namespace
+
+std::span<const AmplifyVariant> AmplifyVariants() {
+    const InstructionSet allowed = AllowedInstructionSet();
+    size_t count = 0;
+    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
+    return {kVariants, count};
+}
+
+std::vector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                                       const PreContrastParams& params) {
+    const FrameView<uint16_t> frame(pixels, width, height);
+    std::vector<uint16_t> smoothed(frame.begin(), frame.end());
+    if (params.PRECONTRAST_RESCALE > 1.0) {
+        ReducedScaleGaussian(smoothed.data(), width, height, maxValue, params.PRECONTRAST_MASK,
+                             TruncateToInt32(params.PRECONTRAST_RESCALE));
+    } else {
+        GaussFilterReplicate(smoothed.data(), width, height, maxValue, params.PRECONTRAST_MASK);
+    }
+    AmplifyVariants().back().run(
+        {pixels, smoothed.data(), frame.Count(), maxValue, params.PRECONTRAST_RATIO});
+    return smoothed;
+}
+
+}  // namespace vastrelline

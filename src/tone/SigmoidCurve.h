@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vastrelline {
+
+// An S-shaped curve fitted to the occupied levels of a frame: one entry for each level 0..maxValue, from 0 at
+// the low end of the occupied levels to outputRange at their high end, flat outside.
+//
+// maxValue      top level of the table, 0..65535; pixels above it are not counted
+// outputRange   the output at the high end and above
+// ratio         0: the curve is centred in the middle of the occupied levels. Otherwise the fraction of the
+//               frame's pixels below the centre, and the curve reaches as far to the left of it as the high
+//               end lies to the right. With the centre above the high end the curve falls
+// limitBin      levels whose count, smoothed over 50 levels, is not above it are not occupied
+// Rounding      truncation toward zero in doubles, then the low 16 bits, before and after the curve is
+//               stretched to the output
+// One level     a curve without width gives 0 everywhere. A frame of one level that is occupied gets
+//               outputRange all the same, for the low end is taken 100 levels further down
+std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, int32_t height,
+                                        int32_t maxValue, int32_t outputRange, double ratio,
+                                        int32_t limitBin);
+
+// Builds the curve of a frame and maps the frame through it, in place. Pixels above maxValue take the last
+// entry.
+//
+// saveCurve      not 0: first writes all levels of the table to a curve file
+// path, number   the file is `path` followed directly by "%02d_SigmoidCurve.txt" with the number
+void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
+                       int32_t number);
+
+}  // namespace vastrelline
