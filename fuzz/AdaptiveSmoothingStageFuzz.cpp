@@ -1,0 +1,119 @@
+// The cores of the adaptive smoothing stage on a small frame with parameters from anywhere. The input's head
+// is the frame, its tail picks size and options, so that a change of the options leaves the pixels where they
+// are.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "detail/DeviationSmooth.h"
+#include "detail/LocalDeviation.h"
+#include "noise/SavgolKernel.h"
+#include "noise/SavgolSmooth.h"
+
+namespace {
+
+using namespace vastrelline;
+
+// Says which promise does not hold and ends the run, in every build.
+void Require(bool holds, const char* promise) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", promise);
+    std::abort();
+}
+
+// Takes values off the end of the input; past its start they are zero.
+class InputTail {
+public:
+    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+    template <typename Value>
+    Value Take() {
+        Value value{};
+        const size_t count = size_ < sizeof value ? size_ : sizeof value;
+        size_ -= count;
+        if (count > 0) std::memcpy(&value, data_ + size_, count);
+        return value;
+    }
+
+    const uint8_t* Data() const { return data_; }
+    size_t Size() const { return size_; }
+
+private:
+    const uint8_t* data_;
+    size_t size_;
+};
+
+struct Options {
+    int32_t width;
+    int32_t height;
+    int32_t maxValue;
+    int32_t mask;
+    int32_t order;
+    double sigma;
+};
+
+Options TakeOptions(InputTail& tail) {
+    constexpr uint8_t kLargestSide = 24;
+    Options options{};
+    options.width = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.height = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.maxValue = tail.Take<uint16_t>();
+    options.mask = tail.Take<int32_t>();
+    options.order = tail.Take<int32_t>();
+    options.sigma = tail.Take<double>();
+    // Most of 2^32 masks are refused; those that a frame might be given are more telling.
+    const uint8_t choice = tail.Take<uint8_t>();
+    if (choice % 2 == 0) options.mask &= 63;
+    if (choice / 2 % 2 == 0) options.order &= 31;
+    return options;
+}
+
+// The frame from the input's head; where the input is too short, pixels are 0.
+std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
+    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
+    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
+    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
+    return pixels;
+}
+
+void TestSavgol(std::vector<uint16_t> pixels, const Options& options) {
+    const std::vector<uint16_t> before = pixels;
+    SavgolSmooth(pixels.data(), options.width, options.height, options.maxValue, options.mask, options.order);
+    const bool isLimited =
+        std::all_of(pixels.begin(), pixels.end(), [&](uint16_t pixel) { return pixel <= options.maxValue; });
+    Require(isLimited || pixels == before, "a filtered frame keeps its limit");
+    if (options.mask < 2) Require(pixels == before, "a mask below 2 filters nothing");
+}
+
+void TestDeviation(std::vector<uint16_t> pixels, const Options& options) {
+    std::vector<uint16_t> expected(pixels.size());
+    QuantiseDeviationScalar(
+        {pixels.data(), options.width, options.height, kDeviationRadius, expected.data()});
+    for (const DeviationVariant& variant : DeviationVariants()) {
+        std::vector<uint16_t> levels(pixels.size());
+        variant.quantise({pixels.data(), options.width, options.height, kDeviationRadius, levels.data()});
+        Require(levels == expected, "every variant gives the levels of the definition");
+    }
+    const std::vector<double> map =
+        LocalDeviationMap(pixels.data(), options.width, options.height, kDeviationRadius);
+    Require(std::all_of(map.begin(), map.end(), [](double weight) { return weight >= 0 && weight <= 1; }),
+            "weights lie between 0 and 1");
+    DeviationWeightedSmooth(pixels.data(), options.width, options.height, options.maxValue, options.sigma,
+                            options.order);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    InputTail tail(data, size);
+    const Options options = TakeOptions(tail);
+    const std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    TestSavgol(pixels, options);
+    TestDeviation(pixels, options);
+    return 0;
+}

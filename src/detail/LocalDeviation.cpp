@@ -1,0 +1,36 @@
+#include "detail/LocalDeviation.h"
+
+#include <cstddef>
+
+namespace vastrelline {
+
+namespace {
+
+constexpr DeviationVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, QuantiseDeviationScalar, BlendByLevelScalar},
+#if VASTRELLINE_X86
+    {"baseline", InstructionSet::Baseline, QuantiseDeviationBaseline, BlendByLevelBaseline},
+    {"avx2", InstructionSet::Avx2, QuantiseDeviationAvx2, BlendByLevelAvx2},
+#endif
+};
+
+}  // namespace
+
+std::span<const DeviationVariant> DeviationVariants() {
+    const InstructionSet allowed = AllowedInstructionSet();
+    size_t count = 0;
+    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
+    return {kVariants, count};
+}
+
+void QuantiseDeviation(const DeviationCall& call) {
+    if (call.radius == kDeviationRadius) {
+        DeviationVariants().back().quantise(call);
+    } else {
+        QuantiseDeviationScalar(call);
+    }
+}
+
+void BlendByLevel(const BlendCall& call) { DeviationVariants().back().blend(call); }
+
+}  // namespace vastrelline
