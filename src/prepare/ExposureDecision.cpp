@@ -8,8 +8,11 @@
 namespace vastrelline {
 
 int32_t ComputeOtsuThreshold(const uint16_t* image, int32_t width, int32_t height, int32_t maxValue) {
-    const std::vector<uint32_t> histogram = BuildHistogram(image, width, height, maxValue);
-    const double pixelCount = static_cast<double>(width) * height;
+    return ComputeOtsuThreshold(BuildHistogram(image, width, height, maxValue),
+                                static_cast<double>(width) * height);
+}
+
+int32_t ComputeOtsuThreshold(std::span<const uint32_t> histogram, double pixelCount) {
     // Cumulative probability and first moment of the levels up to each.
     std::vector<double> w(histogram.size());
     std::vector<double> mu(histogram.size());

@@ -13,6 +13,11 @@ namespace vastrelline {
 // image   width * height pixels; those above maxValue count as maxValue
 int32_t ComputeOtsuThreshold(const uint16_t* image, int32_t width, int32_t height, int32_t maxValue);
 
+// The same from the counts of the levels 0..maxValue.
+//
+// pixelCount   pixels of the frame: the sum of the counts
+int32_t ComputeOtsuThreshold(std::span<const uint32_t> histogram, double pixelCount);
+
 // Decides from a histogram whether the exposure was too low, and fills the record.
 //
 // image, width, height, maxValue   without effect

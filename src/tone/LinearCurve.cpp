@@ -17,6 +17,10 @@ constexpr int32_t kTopPixel = 0xFFFF;
 constexpr int32_t kFromPixelCount = 1;
 constexpr int32_t kFullRange = -1;
 
+// Bins above the largest pixel are empty. So many of them are kept, so that the smoothing ends as it would
+// with all.
+constexpr int32_t kEmptyBins = 64;
+
 // A level's place on a ramp as an output, within 0..outputRange. The upper limit acts on the double, so that
 // levels past the ramp map to outputRange also where the product passes 32 bits.
 uint16_t RampEntry(int32_t outputRange, double place) {
@@ -24,15 +28,12 @@ uint16_t RampEntry(int32_t outputRange, double place) {
     return LowBits16(std::max(TruncateToInt32(value), 0));
 }
 
+// Whether the ramp ends at the top of the range, whatever the frame.
+bool IsFullRange(int32_t limitBin, int32_t mode) { return mode != kFromPixelCount && limitBin == kFullRange; }
+
 // The level at which the ramp ends.
-int32_t FindRampEnd(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t limitBin,
-                    int32_t mode) {
-    if (mode != kFromPixelCount && limitBin == kFullRange) return maxValue;
-    // Bins above the largest pixel are empty. A few of them are kept, so that the smoothing ends as it would
-    // with all.
-    constexpr int32_t kMargin = 64;
-    const std::vector<uint32_t> histogram =
-        BuildUnclampedHistogram(pixels, width, height, std::min(maxValue, kTopPixel + kMargin));
+int32_t FindRampEnd(std::span<const uint32_t> histogram, int32_t maxValue, int32_t limitBin, int32_t mode) {
+    if (IsFullRange(limitBin, mode)) return maxValue;
     if (mode != kFromPixelCount) {
         const int32_t high = FindHistogramCut(histogram, limitBin).high;
         return high >= 0 ? high : maxValue;
@@ -51,7 +52,17 @@ int32_t FindRampEnd(const uint16_t* pixels, int32_t width, int32_t height, int32
 std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                        int32_t maxValue, int32_t outputRange, int32_t limitBin,
                                        int32_t mode) {
-    const double high = FindRampEnd(pixels, width, height, maxValue, limitBin, mode);
+    if (IsFullRange(limitBin, mode)) {
+        return BuildLinearCurve(std::span<const uint32_t>(), maxValue, outputRange, limitBin, mode);
+    }
+    return BuildLinearCurve(
+        BuildUnclampedHistogram(pixels, width, height, std::min(maxValue, kTopPixel + kEmptyBins)), maxValue,
+        outputRange, limitBin, mode);
+}
+
+std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
+                                       int32_t outputRange, int32_t limitBin, int32_t mode) {
+    const double high = FindRampEnd(histogram, maxValue, limitBin, mode);
     std::vector<uint16_t> table(static_cast<size_t>(std::min(maxValue, kTopPixel)) + 1);
     for (size_t level = 0; level < table.size(); ++level) {
         table[level] = RampEntry(outputRange, static_cast<double>(level) / high);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,12 @@ namespace vastrelline {
 // Rounding      truncation toward zero, within 0..outputRange
 std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                        int32_t maxValue, int32_t outputRange, int32_t limitBin, int32_t mode);
+
+// The same from the counts of a frame's levels.
+//
+// histogram   maxValue + 1 bins; above level 65535 + 64 they need not exist. Not read for the full range
+std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
+                                       int32_t outputRange, int32_t limitBin, int32_t mode);
 
 // Builds the curve of a frame and maps the frame through it, in place. Pixels above the table take its last
 // entry.

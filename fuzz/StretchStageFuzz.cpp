@@ -1,0 +1,132 @@
+// The cores of the stretch stage on a small frame with parameters from anywhere. The input's head is the
+// frame, its tail picks size and options, so that a change of the options leaves the pixels where they are.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "tone/HistogramSegments.h"
+#include "tone/LinearCurve.h"
+#include "tone/PlannedCurves.h"
+#include "tone/StretchCurve.h"
+#include "tone/StretchParams.h"
+#include "tone/StretchSegments.h"
+
+namespace {
+
+using namespace vastrelline;
+
+// Says which promise does not hold and ends the run, in every build.
+void Require(bool holds, const char* promise) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", promise);
+    std::abort();
+}
+
+// Takes values off the end of the input; past its start they are zero.
+class InputTail {
+public:
+    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+    template <typename Value>
+    Value Take() {
+        Value value{};
+        const size_t count = size_ < sizeof value ? size_ : sizeof value;
+        size_ -= count;
+        if (count > 0) std::memcpy(&value, data_ + size_, count);
+        return value;
+    }
+
+    const uint8_t* Data() const { return data_; }
+    size_t Size() const { return size_; }
+
+private:
+    const uint8_t* data_;
+    size_t size_;
+};
+
+struct Options {
+    int32_t width;
+    int32_t height;
+    int32_t maxValue;
+    StretchParams params;
+    bool isFixed;
+};
+
+Options TakeOptions(InputTail& tail) {
+    constexpr uint8_t kLargestSide = 24;
+    Options options{};
+    options.width = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.height = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.maxValue = tail.Take<uint16_t>();
+    const uint8_t choice = tail.Take<uint8_t>();
+    options.maxValue >>= choice / 2 % 12;
+    options.isFixed = choice % 2 != 0;
+    options.params.STRETCH_SEPARATION_CNT = tail.Take<uint8_t>() % 6;
+    options.params.RESTRETCH_OPTION = tail.Take<uint8_t>() % 3;
+    options.params.LEFT_LEN_LIMIT = tail.Take<int32_t>();
+    options.params.RIGHT_LEN_LIMIT = tail.Take<int32_t>();
+    options.params.STRETCH_LEFT_WEIGHT = tail.Take<double>();
+    options.params.STRETCH_RIGHT_WEIGHT = tail.Take<double>();
+    options.params.STRETCH_LIMITBIN = tail.Take<int32_t>();
+    return options;
+}
+
+// The frame from the input's head; where the input is too short, pixels are 0.
+std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
+    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
+    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
+    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
+    return pixels;
+}
+
+std::vector<int32_t> BuildCurve(const PlannedCurves& plan, const Options& options) {
+    if (options.params.STRETCH_SEPARATION_CNT > static_cast<int32_t>(StretchMode::BothValleys))
+        return BuildPercentCurve(plan, options.maxValue, options.params);
+    const SegmentCurve curve = options.isFixed
+                                   ? BuildFixedSegmentCurve(plan, options.maxValue, options.params)
+                                   : BuildSegmentCurve(plan, options.maxValue, options.params);
+    std::vector<uint16_t> mask(plan.Frame().Count());
+    MarkDarkTail(plan.Frame().begin(), mask.data(), options.width, options.height, curve.segment.left);
+    for (size_t i = 0; i < mask.size(); ++i)
+        Require((mask[i] == 255) == (plan.Frame().begin()[i] < curve.segment.left),
+                "the mask marks what lies below the valley");
+    return curve.table;
+}
+
+// The second step on the pixels themselves.
+void Restretch(std::vector<uint16_t>& pixels, const Options& options) {
+    if (options.params.RESTRETCH_OPTION == 2) {
+        ApplyLinearCurve(pixels.data(), options.width, options.height, options.maxValue, options.maxValue, 0,
+                         0, 0, L"", 0);
+    } else if (options.params.RESTRETCH_OPTION == 1 && !pixels.empty()) {
+        const uint16_t lowest = *std::min_element(pixels.begin(), pixels.end());
+        for (uint16_t& pixel : pixels) pixel = static_cast<uint16_t>(pixel - lowest);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    InputTail tail(data, size);
+    const Options options = TakeOptions(tail);
+    std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    std::vector<uint16_t> expected = pixels;
+
+    PlannedCurves plan({pixels.data(), options.width, options.height});
+    const std::vector<int32_t> table = BuildCurve(plan, options);
+    Require(table.size() == static_cast<size_t>(options.maxValue) + 1, "one entry for each level");
+    AddStretchCurve(plan, table);
+    AddRestretch(plan, options.maxValue, options.params.RESTRETCH_OPTION);
+    plan.Apply();
+
+    for (uint16_t& pixel : expected)
+        pixel = static_cast<uint16_t>(table[std::min<size_t>(pixel, table.size() - 1)] & 0xFFFF);
+    Restretch(expected, options);
+    Require(pixels == expected, "planned curves are the curves one after the other");
+    return 0;
+}
