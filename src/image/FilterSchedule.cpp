@@ -11,11 +11,74 @@ namespace {
 
 constexpr int32_t kRowsAtOnce = 4;
 
+// The index among `count` rows or columns for one that may lie beyond either end.
+int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges) {
+    if (edges == EdgeRule::Replicate) return std::clamp(index, 0, count - 1);
+    const int32_t rest = index % count;
+    return rest < 0 ? rest + count : rest;
+}
+
+// The rows of a frame that is filtered in place.
+class RowsInPlace {
+public:
+    explicit RowsInPlace(const FilterCall& call) : call_(call) { KeepFirstRows(); }
+
+    // The unfiltered pixels of row `index`, which may lie beyond the frame.
+    const uint16_t* Source(int32_t index) const {
+        const int32_t row = EdgeIndex(index, call_.height, call_.edges);
+        if (index >= call_.height && row < keptRows_) {
+            return kept_.data() + static_cast<size_t>(row) * static_cast<size_t>(call_.width);
+        }
+        return Result(row);
+    }
+
+    // Where the result's rows go from y on, and that `count` of them are there.
+    uint16_t* Result(int32_t y) const {
+        return call_.pixels + static_cast<size_t>(y) * static_cast<size_t>(call_.width);
+    }
+    void Finish(int32_t /*y*/, int32_t /*count*/) const {}
+
+private:
+    // The last rows of a wrapped frame see the first ones, which are overwritten by then.
+    void KeepFirstRows() {
+        if (call_.edges != EdgeRule::Wrap) return;
+        const auto size = static_cast<int32_t>(call_.kernel.size());
+        keptRows_ = std::min(size - 1 - size / 2, call_.height);
+        kept_.assign(call_.pixels, Result(keptRows_));
+    }
+
+    const FilterCall& call_;
+    std::vector<uint16_t> kept_;  // the first rows of a wrapped frame, unfiltered
+    int32_t keptRows_ = 0;
+};
+
+// Rows that are made and taken one by one.
+class PassingRows {
+public:
+    explicit PassingRows(const RowFilterCall& call)
+        : call_(call), result_(static_cast<size_t>(kRowsAtOnce) * static_cast<size_t>(call.width)) {}
+
+    const uint16_t* Source(int32_t index) const {
+        return call_.sourceRow(EdgeIndex(index, call_.height, call_.edges));
+    }
+    uint16_t* Result(int32_t /*y*/) { return result_.data(); }
+    void Finish(int32_t y, int32_t count) const {
+        const uint16_t* row = result_.data();
+        for (int32_t i = 0; i < count; ++i, row += call_.width) call_.takeRow(y + i, row);
+    }
+
+private:
+    const RowFilterCall& call_;
+    std::vector<uint16_t> result_;
+};
+
+template <typename Rows>
 class FilterRun {
 public:
-    FilterRun(const FilterCall& call, const FilterKernels& kernels)
+    FilterRun(const FilterCall& call, const FilterKernels& kernels, Rows& rows)
         : call_(call),
           kernels_(kernels),
+          rows_(rows),
           size_(static_cast<int32_t>(call.kernel.size())),
           half_(size_ / 2),
           capacity_(size_ + kRowsAtOnce - 1),
@@ -23,22 +86,22 @@ public:
           line_(static_cast<size_t>(call.width + size_ + kernels.slack)),
           ring_(static_cast<size_t>(capacity_) * stride_),
           seen_(static_cast<size_t>(capacity_)),
-          window_(static_cast<size_t>(capacity_)) {
-        KeepFirstRows();
-    }
+          window_(static_cast<size_t>(capacity_)) {}
 
     void Run() {
         int32_t y = 0;
         // With fewer taps the four rows share too little.
         if (size_ >= kRowsAtOnce - 1) {
             for (; y + kRowsAtOnce <= call_.height; y += kRowsAtOnce) {
-                kernels_.makeFourRows(See(y, kRowsAtOnce), call_.kernel.data(), size_, OutputRow(y),
+                kernels_.makeFourRows(See(y, kRowsAtOnce), call_.kernel.data(), size_, rows_.Result(y),
                                       call_.width, call_.maxValue);
+                rows_.Finish(y, kRowsAtOnce);
             }
         }
         for (; y < call_.height; ++y) {
-            kernels_.makeOneRow(See(y, 1), call_.kernel.data(), size_, OutputRow(y), call_.width,
+            kernels_.makeOneRow(See(y, 1), call_.kernel.data(), size_, rows_.Result(y), call_.width,
                                 call_.maxValue);
+            rows_.Finish(y, 1);
         }
     }
 
@@ -51,40 +114,14 @@ private:
         return (lines | 1) * kLine;
     }
 
-    uint16_t* OutputRow(int32_t y) const {
-        return call_.pixels + static_cast<size_t>(y) * static_cast<size_t>(call_.width);
-    }
-
-    int32_t EdgeIndex(int32_t index, int32_t count) const {
-        if (call_.edges == EdgeRule::Replicate) return std::clamp(index, 0, count - 1);
-        const int32_t rest = index % count;
-        return rest < 0 ? rest + count : rest;
-    }
-
-    // The last rows of a wrapped frame see the first ones, which are overwritten by then.
-    void KeepFirstRows() {
-        if (call_.edges != EdgeRule::Wrap) return;
-        keptRows_ = std::min(size_ - 1 - half_, call_.height);
-        kept_.assign(call_.pixels, OutputRow(keptRows_));
-    }
-
-    // The unfiltered pixels of row `index`, which may lie beyond the frame.
-    const uint16_t* SourceRow(int32_t index) const {
-        const int32_t row = EdgeIndex(index, call_.height);
-        if (index >= call_.height && row < keptRows_) {
-            return kept_.data() + static_cast<size_t>(row) * static_cast<size_t>(call_.width);
-        }
-        return OutputRow(row);
-    }
-
     // Filters a row into the ring and gives its place there.
     const double* FilterRow(int32_t index) {
-        const uint16_t* source = SourceRow(index);
+        const uint16_t* source = rows_.Source(index);
         for (int32_t i = 0; i < half_; ++i)
-            line_[static_cast<size_t>(i)] = source[EdgeIndex(i - half_, call_.width)];
+            line_[static_cast<size_t>(i)] = source[EdgeIndex(i - half_, call_.width, call_.edges)];
         kernels_.widenPixels(source, call_.width, line_.data() + half_);
         for (int32_t i = half_ + call_.width; i < call_.width + size_ - 1; ++i)
-            line_[static_cast<size_t>(i)] = source[EdgeIndex(i - half_, call_.width)];
+            line_[static_cast<size_t>(i)] = source[EdgeIndex(i - half_, call_.width, call_.edges)];
         double* out = ring_.data() + static_cast<size_t>(filtered_++ % capacity_) * stride_;
         kernels_.filterLine(line_.data(), call_.width, call_.kernel.data(), size_, out);
         return out;
@@ -96,7 +133,8 @@ private:
         for (; next_ < end; ++next_) {
             // Beyond a repeated edge there is nothing new to filter.
             const bool isRepeated = call_.edges == EdgeRule::Replicate && next_ > -half_ &&
-                                    EdgeIndex(next_, call_.height) == EdgeIndex(next_ - 1, call_.height);
+                                    EdgeIndex(next_, call_.height, call_.edges) ==
+                                        EdgeIndex(next_ - 1, call_.height, call_.edges);
             seen_[SlotOf(next_)] = isRepeated ? seen_[SlotOf(next_ - 1)] : FilterRow(next_);
         }
         for (int32_t row = y - half_; row < end; ++row) {
@@ -109,6 +147,7 @@ private:
 
     const FilterCall& call_;
     const FilterKernels& kernels_;
+    Rows& rows_;
     int32_t size_;
     int32_t half_;
     int32_t capacity_;                   // rows that four rows of the result see
@@ -117,22 +156,35 @@ private:
     std::vector<double> ring_;           // the filtered rows in use
     std::vector<const double*> seen_;    // where each row in use lies in the ring
     std::vector<const double*> window_;  // the same, in order
-    std::vector<uint16_t> kept_;         // the first rows of a wrapped frame, unfiltered
-    int32_t keptRows_ = 0;
-    int32_t filtered_ = 0;   // rows filtered so far
-    int32_t next_ = -half_;  // the next row to see
+    int32_t filtered_ = 0;               // rows filtered so far
+    int32_t next_ = -half_;              // the next row to see
 };
+
+// The fast loops hold pixels to 16 bits by saturation; beyond that the low bits count.
+bool IsBeyondFastLoops(int32_t maxValue) {
+    constexpr int32_t kTopPixel = 0xFFFF;
+    return maxValue > kTopPixel;
+}
 
 }  // namespace
 
 void RunFilterSchedule(const FilterCall& call, const FilterKernels& kernels) {
-    constexpr int32_t kTopPixel = 0xFFFF;
-    if (call.maxValue > kTopPixel) {
-        // The fast loops hold pixels to 16 bits by saturation; beyond that the low bits count.
+    if (IsBeyondFastLoops(call.maxValue)) {
         FilterFrameScalar(call);
         return;
     }
-    FilterRun(call, kernels).Run();
+    RowsInPlace rows(call);
+    FilterRun(call, kernels, rows).Run();
+}
+
+void RunRowSchedule(const RowFilterCall& call, const FilterKernels& kernels) {
+    if (IsBeyondFastLoops(call.maxValue)) {
+        FilterRowsScalar(call);
+        return;
+    }
+    PassingRows rows(call);
+    const FilterCall filter{nullptr, call.width, call.height, call.maxValue, call.kernel, call.edges};
+    FilterRun(filter, kernels, rows).Run();
 }
 
 }  // namespace vastrelline

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "image/HalvingFilter.h"
+#include "image/RowFilter.h"
 #include "image/SeparableFilter.h"
 
 namespace vastrelline {
@@ -18,6 +20,11 @@ struct FilterKernels {
                        int32_t width, int32_t maxValue);
     // Turns `count` pixels into doubles.
     void (*widenPixels)(const uint16_t* pixels, int32_t count, double* out);
+    // Turns `count` pairs of pixels into doubles, their first ones and their second ones apart.
+    void (*splitPixels)(const uint16_t* pixels, int32_t count, double* firsts, double* seconds);
+    // Filters every second place of a line whose even and odd places lie apart: `count` of them, from 0 on.
+    void (*filterEvenPlaces)(const double* evens, const double* odds, int32_t count, const double* taps,
+                             int32_t size, double* out);
     // The most places beyond a row's end that these loops touch.
     int32_t slack;
 };
@@ -25,5 +32,11 @@ struct FilterKernels {
 // FilterFrame with these loops: which rows are filtered when, where they are kept, and what lies beyond the
 // edges.
 void RunFilterSchedule(const FilterCall& call, const FilterKernels& kernels);
+
+// FilterRows with these loops.
+void RunRowSchedule(const RowFilterCall& call, const FilterKernels& kernels);
+
+// FilterAndHalve with these loops.
+void RunHalvingSchedule(const HalvingCall& call, const FilterKernels& kernels);
 
 }  // namespace vastrelline

@@ -1,37 +1,16 @@
 #include "image/SeparableFilter.h"
 
-#include <array>
-#include <vector>
+#include <optional>
 
-#include "image/GaussKernel.h"
-#include "image/Truncate.h"
+#include "image/GaussPlan.h"
 
 namespace vastrelline {
 
 namespace {
 
-// The kernel for sigmas that give none: the values of single-precision constants, whose sum is
-// 1.0000000074505806. Not normalised on purpose.
-constexpr std::array<double, 5> kFixedKernel = {0.05000000074505806, 0.25, 0.4000000059604645, 0.25,
-                                                0.05000000074505806};
-
-// A kernel so wide that the frame extended by its reach would pass 2^29 pixels is not run.
-bool IsTooWide(int32_t width, int32_t height, int32_t size) {
-    constexpr int64_t kLargestExtended = int64_t{1} << 29;
-    const int64_t pad = int64_t{size} - 1;
-    return (width + pad) * (height + pad) >= kLargestExtended;
-}
-
-void GaussFilter(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma,
-                 EdgeRule edges) {
-    if (!(sigma > 0)) {
-        FilterFrame({pixels, width, height, maxValue, kFixedKernel, edges});
-        return;
-    }
-    int32_t size = GaussMaskSize(sigma);
-    if (size < 1 || IsTooWide(width, height, size)) return;
-    const std::vector<double> kernel = MakeGaussKernel(size, sigma);
-    FilterFrame({pixels, width, height, maxValue, kernel, edges});
+void RunPlan(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+             const std::optional<GaussPlan>& plan) {
+    if (plan) FilterFrame({pixels, width, height, maxValue, plan->kernel, plan->edges});
 }
 
 constexpr FilterVariant kVariants[] = {
@@ -64,19 +43,15 @@ void SeparableFilter(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 }
 
 void GaussFilterWrap(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma) {
-    GaussFilter(pixels, width, height, maxValue, sigma, EdgeRule::Wrap);
+    RunPlan(pixels, width, height, maxValue, PlanGaussWrap(width, height, sigma));
 }
 
 bool CanGaussFilterReplicate(int32_t width, int32_t height, double sigma) {
-    const int32_t size = GaussMaskSize(sigma);
-    return size >= 1 && !(sigma > 0 && IsTooWide(width, height, size));
+    return PlanGaussReplicate(width, height, sigma).has_value();
 }
 
 void GaussFilterReplicate(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma) {
-    if (!CanGaussFilterReplicate(width, height, sigma)) return;
-    // Without a reach there is no border either: the fixed kernel then wraps around. That is meant.
-    const bool hasReach = GaussMaskSize(sigma) > 1;
-    GaussFilter(pixels, width, height, maxValue, sigma, hasReach ? EdgeRule::Replicate : EdgeRule::Wrap);
+    RunPlan(pixels, width, height, maxValue, PlanGaussReplicate(width, height, sigma));
 }
 
 }  // namespace vastrelline

@@ -25,6 +25,11 @@ TARGET inline Vector LoadPixels(const uint16_t* pixels) {
     const __m128i words = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(pixels));
     return _mm256_cvtepi32_pd(_mm_cvtepu16_epi32(words));
 }
+TARGET inline void LoadPairs(const uint16_t* pixels, Vector& first, Vector& second) {
+    const __m128i pairs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels));
+    first = _mm256_cvtepi32_pd(_mm_and_si128(pairs, _mm_set1_epi32(0xFFFF)));
+    second = _mm256_cvtepi32_pd(_mm_srli_epi32(pairs, 16));
+}
 TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
     __m128i values = _mm_min_epi32(_mm256_cvttpd_epi32(sum), _mm_set1_epi32(maxValue));
     values = _mm_max_epi32(values, _mm_setzero_si128());
@@ -36,6 +41,10 @@ TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
 }  // namespace
 
 void FilterFrameAvx2(const FilterCall& call) { RunFilterSchedule(call, kKernels); }
+
+void FilterRowsAvx2(const RowFilterCall& call) { RunRowSchedule(call, kKernels); }
+
+void FilterAndHalveAvx2(const HalvingCall& call) { RunHalvingSchedule(call, kKernels); }
 
 }  // namespace vastrelline
 

@@ -27,6 +27,11 @@ TARGET inline Vector LoadPixels(const uint16_t* pixels) {
     const __m128i words = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels));
     return _mm512_maskz_cvtepi32_pd(kAll, _mm256_cvtepu16_epi32(words));
 }
+TARGET inline void LoadPairs(const uint16_t* pixels, Vector& first, Vector& second) {
+    const __m256i pairs = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(pixels));
+    first = _mm512_maskz_cvtepi32_pd(kAll, _mm256_and_si256(pairs, _mm256_set1_epi32(0xFFFF)));
+    second = _mm512_maskz_cvtepi32_pd(kAll, _mm256_srli_epi32(pairs, 16));
+}
 TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
     __m256i values = _mm256_min_epi32(_mm512_maskz_cvttpd_epi32(kAll, sum), _mm256_set1_epi32(maxValue));
     values = _mm256_max_epi32(values, _mm256_setzero_si256());
@@ -38,6 +43,10 @@ TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
 }  // namespace
 
 void FilterFrameAvx512(const FilterCall& call) { RunFilterSchedule(call, kKernels); }
+
+void FilterRowsAvx512(const RowFilterCall& call) { RunRowSchedule(call, kKernels); }
+
+void FilterAndHalveAvx512(const HalvingCall& call) { RunHalvingSchedule(call, kKernels); }
 
 }  // namespace vastrelline
 

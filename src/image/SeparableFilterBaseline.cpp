@@ -26,6 +26,10 @@ TARGET inline Vector MultiplyAdd(Vector sum, Vector value, Vector tap) {
     return _mm_add_pd(sum, _mm_mul_pd(value, tap));
 }
 TARGET inline Vector LoadPixels(const uint16_t* pixels) { return _mm_setr_pd(pixels[0], pixels[1]); }
+TARGET inline void LoadPairs(const uint16_t* pixels, Vector& first, Vector& second) {
+    first = _mm_setr_pd(pixels[0], pixels[2]);
+    second = _mm_setr_pd(pixels[1], pixels[3]);
+}
 TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
     double sums[kLanes];
     _mm_storeu_pd(sums, sum);
@@ -39,6 +43,10 @@ TARGET inline void StorePixels(uint16_t* pixels, Vector sum, int32_t maxValue) {
 }  // namespace
 
 void FilterFrameBaseline(const FilterCall& call) { RunFilterSchedule(call, kKernels); }
+
+void FilterRowsBaseline(const RowFilterCall& call) { RunRowSchedule(call, kKernels); }
+
+void FilterAndHalveBaseline(const HalvingCall& call) { RunHalvingSchedule(call, kKernels); }
 
 }  // namespace vastrelline
 

@@ -1,6 +1,6 @@
 // The fast form of FilterFrame, once for each instruction set. The file that includes it defines the macro
 // TARGET and, in an unnamed namespace, Vector, kLanes, kColumnVectors, Zero, Load, Store, Broadcast,
-// MultiplyAdd, LoadPixels and StorePixels.
+// MultiplyAdd, LoadPixels, LoadPairs and StorePixels.
 //
 // Lanes are neighbouring pixels, so each pixel is summed in the order of the definition and no bit can
 // differ. Rows are filtered just ahead of the columns that read them, into a ring of so many rows as the
@@ -11,6 +11,8 @@
 constexpr int32_t kRowsAtOnce = 4;
 // Vectors of a row that are filtered together: enough sums to hide the latency of one.
 constexpr int32_t kRowVectors = 8;
+// The same where one row of the result is made.
+constexpr int32_t kOneRowVectors = 4;
 
 // Filters `count` places of a line; `line` begins `half` places before the first and is readable, as `out` is
 // writable, up to the next multiple of kLanes.
@@ -115,13 +117,30 @@ TARGET void MakeFourRows(const double* const* rows, const double* taps, int32_t 
     }
 }
 
+// Makes `vectors` vectors of one row of the result, side by side.
+template <int32_t vectors>
+TARGET inline void MakeRowBlock(const double* const* rows, const double* taps, int32_t size, uint16_t* out,
+                                int32_t x, int32_t width, int32_t maxValue) {
+    Vector sums[static_cast<size_t>(vectors)];
+#pragma GCC unroll 8
+    for (int32_t v = 0; v < vectors; ++v) sums[v] = Zero();
+    for (int32_t k = 0; k < size; ++k) {
+        const Vector tap = Broadcast(taps[k]);
+#pragma GCC unroll 8
+        for (int32_t v = 0; v < vectors; ++v)
+            sums[v] = MultiplyAdd(sums[v], Load(rows[k] + x + v * kLanes), tap);
+    }
+#pragma GCC unroll 8
+    for (int32_t v = 0; v < vectors; ++v) StoreResult(out, x + v * kLanes, width, sums[v], maxValue);
+}
+
 TARGET void MakeOneRow(const double* const* rows, const double* taps, int32_t size, uint16_t* out,
                        int32_t width, int32_t maxValue) {
-    for (int32_t x = 0; x < width; x += kLanes) {
-        Vector sum = Zero();
-        for (int32_t k = 0; k < size; ++k) sum = MultiplyAdd(sum, Load(rows[k] + x), Broadcast(taps[k]));
-        StoreResult(out, x, width, sum, maxValue);
+    int32_t x = 0;
+    for (; x + kOneRowVectors * kLanes <= width; x += kOneRowVectors * kLanes) {
+        MakeRowBlock<kOneRowVectors>(rows, taps, size, out, x, width, maxValue);
     }
+    for (; x < width; x += kLanes) MakeRowBlock<1>(rows, taps, size, out, x, width, maxValue);
 }
 
 TARGET void WidenPixels(const uint16_t* pixels, int32_t count, double* out) {
@@ -130,5 +149,51 @@ TARGET void WidenPixels(const uint16_t* pixels, int32_t count, double* out) {
     for (; x < count; ++x) out[x] = pixels[x];
 }
 
-constexpr FilterKernels kKernels = {FilterLine, MakeFourRows, MakeOneRow, WidenPixels,
+TARGET void SplitPixels(const uint16_t* pixels, int32_t count, double* firsts, double* seconds) {
+    int32_t i = 0;
+    for (; i + kLanes <= count; i += kLanes) {
+        Vector first;
+        Vector second;
+        LoadPairs(pixels + 2 * i, first, second);
+        Store(firsts + i, first);
+        Store(seconds + i, second);
+    }
+    for (; i < count; ++i) {
+        firsts[i] = pixels[2 * i];
+        seconds[i] = pixels[2 * i + 1];
+    }
+}
+
+// Filters `vectors` vectors of even places, side by side. Tap k of place 2 * x sits on place 2 * x + k.
+template <int32_t vectors>
+TARGET inline void FilterEvenBlock(const double* evens, const double* odds, const double* taps, int32_t size,
+                                   double* out) {
+    Vector sums[static_cast<size_t>(vectors)];
+#pragma GCC unroll 8
+    for (int32_t v = 0; v < vectors; ++v) sums[v] = Zero();
+    for (int32_t k = 0; k < size; ++k) {
+        const Vector tap = Broadcast(taps[k]);
+        const double* line = (k % 2 == 0 ? evens : odds) + k / 2;
+#pragma GCC unroll 8
+        for (int32_t v = 0; v < vectors; ++v) sums[v] = MultiplyAdd(sums[v], Load(line + v * kLanes), tap);
+    }
+#pragma GCC unroll 8
+    for (int32_t v = 0; v < vectors; ++v) Store(out + v * kLanes, sums[v]);
+}
+
+TARGET void FilterEvenPlaces(const double* evens, const double* odds, int32_t count, const double* taps,
+                             int32_t size, double* out) {
+    int32_t x = 0;
+    for (; x + kRowVectors * kLanes <= count; x += kRowVectors * kLanes) {
+        FilterEvenBlock<kRowVectors>(evens + x, odds + x, taps, size, out + x);
+    }
+    for (; x < count; x += kLanes) FilterEvenBlock<1>(evens + x, odds + x, taps, size, out + x);
+}
+
+constexpr FilterKernels kKernels = {FilterLine,
+                                    MakeFourRows,
+                                    MakeOneRow,
+                                    WidenPixels,
+                                    SplitPixels,
+                                    FilterEvenPlaces,
                                     kLanes*(kRowVectors > kRowsAtOnce ? kRowVectors : kRowsAtOnce)};

@@ -1,0 +1,21 @@
+#include "detail/BandKernels.h"
+
+#if VASTRELLINE_X86
+
+#define TARGET TARGET_BASELINE
+
+namespace vastrelline {
+
+namespace {
+
+#include "detail/BandKernelsVector.inl"
+
+}  // namespace
+
+BandKernels BaselineBandKernels() {
+    return {"baseline", InstructionSet::Baseline, Subtract, FindRange, CountValues, Remap, Add};
+}
+
+}  // namespace vastrelline
+
+#endif
