@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// What all bands of a filter share.
+struct RowBandParameters {
+    int32_t width;
+    int32_t height;
+    double mask;  // width of the window, a whole number
+};
+
+// One band of rows, the work of one thread.
+struct RowBandJob {
+    using Function = void (*)(const RowBandJob& job);
+
+    int32_t index = 0;
+    int32_t firstRow = 0;
+    int32_t lastRow = -1;  // inclusive; below firstRow for an empty band
+    const RowBandParameters* parameters = nullptr;
+    const uint16_t* source = nullptr;
+    uint16_t* destination = nullptr;
+    Function run = nullptr;
+};
+
+// How many threads RunOnRowBands starts, held to 1..31 at each use: 2. Nothing in the library writes it.
+int32_t& MedianThreadCount();
+
+// Runs a job over the rows from `firstRow` to `lastRow`, both inclusive, on worker threads of its own, and
+// returns when all have finished. Each thread takes rows / count rows, the last one also what is left over.
+//
+// job          writes its own rows of the destination and nothing else; gets empty bands too
+// parameters, source, destination   handed on to the job
+// Errors       a thread that cannot be started: the caller's thread does its band; what a job throws is
+// thrown
+//              again after all have finished
+void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters, const uint16_t* source,
+                   uint16_t* destination, int32_t firstRow, int32_t lastRow);
+
+}  // namespace vastrelline
