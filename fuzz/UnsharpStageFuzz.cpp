@@ -1,0 +1,148 @@
+// The methods of the adaptive unsharp stage on a small frame with parameters from anywhere. The input's head
+// is the frame, its tail picks size, method and parameters, so that a change of these leaves the pixels where
+// they are.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "detail/ActivityWeightedUnsharp.h"
+#include "detail/BandDifferenceUnsharp.h"
+#include "detail/EdgeWeightedUnsharp.h"
+#include "detail/HistogramShapedUnsharp.h"
+#include "detail/SobelMagnitude.h"
+#include "image/BoxMean.h"
+
+namespace {
+
+using namespace vastrelline;
+
+// Says which promise does not hold and ends the run, in every build.
+void Require(bool holds, const char* promise) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", promise);
+    std::abort();
+}
+
+// Takes values off the end of the input; past its start they are zero.
+class InputTail {
+public:
+    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+    template <typename Value>
+    Value Take() {
+        Value value{};
+        const size_t count = size_ < sizeof value ? size_ : sizeof value;
+        size_ -= count;
+        if (count > 0) std::memcpy(&value, data_ + size_, count);
+        return value;
+    }
+
+    const uint8_t* Data() const { return data_; }
+    size_t Size() const { return size_; }
+
+private:
+    const uint8_t* data_;
+    size_t size_;
+};
+
+struct Options {
+    int32_t width;
+    int32_t height;
+    int32_t maxValue;
+    int32_t mode;
+    double sigma;
+    double ratio;
+    int32_t noise;
+    int32_t reduce;
+    int32_t protect;
+};
+
+Options TakeOptions(InputTail& tail) {
+    constexpr uint8_t kLargestSide = 24;
+    constexpr double kLargestSigma = 1000;
+    Options options{};
+    options.width = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.height = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.maxValue = tail.Take<uint16_t>();
+    options.mode = tail.Take<uint8_t>() % 8;
+    options.sigma = tail.Take<double>();
+    options.ratio = tail.Take<double>();
+    options.noise = tail.Take<int32_t>();
+    options.reduce = tail.Take<int32_t>();
+    options.protect = tail.Take<int32_t>();
+    // Small numbers are more telling than most of 2^32, and a wide kernel takes too long for a fuzzer.
+    const uint8_t choice = tail.Take<uint8_t>();
+    if (choice % 2 == 0) options.noise %= 200;
+    if (choice / 2 % 2 == 0) options.reduce %= 8;
+    if (options.mode != 5 && options.sigma > kLargestSigma) options.sigma = kLargestSigma;
+    if (options.reduce > 8) options.reduce = options.mode == 5 ? options.reduce : 8;
+    return options;
+}
+
+// The frame from the input's head; where the input is too short, pixels are 0.
+std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
+    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
+    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
+    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
+    return pixels;
+}
+
+void TestMethod(std::vector<uint16_t> pixels, const Options& o) {
+    const std::vector<uint16_t> before = pixels;
+    std::vector<uint16_t> mask(pixels.size());
+    for (size_t i = 0; i < mask.size(); i += 2) mask[i] = 255;
+    switch (o.mode) {
+        case 1:
+            EdgeWeightedUnsharp(pixels.data(), o.width, o.height, o.maxValue, o.sigma, o.ratio, o.noise,
+                                o.reduce);
+            break;
+        case 4:
+            BandDifferenceUnsharp(pixels.data(), o.width, o.height, o.maxValue, o.sigma, o.ratio,
+                                  o.noise * 0.01, o.reduce);
+            for (size_t i = 0; i < pixels.size(); ++i)
+                Require(pixels[i] == std::min<int32_t>(before[i], o.maxValue), "mode 4 only limits");
+            break;
+        case 5:
+            ActivityWeightedUnsharp(pixels.data(), o.width, o.height, o.maxValue, o.noise, o.reduce,
+                                    o.protect, o.sigma, o.ratio);
+            break;
+        default:
+            HistogramShapedUnsharp(pixels.data(), o.width, o.height, o.maxValue, o.sigma, o.ratio, o.noise,
+                                   o.mode == 3 ? nullptr : mask.data());
+    }
+    for (const uint16_t pixel : pixels) Require(pixel <= o.maxValue, "no pixel is above the limit");
+}
+
+void TestVariants(const std::vector<uint16_t>& pixels, const Options& o) {
+    if (pixels.empty()) return;
+    std::vector<uint16_t> expected = pixels;
+    SobelMagnitudeWith(SobelRowVariants().front(), expected.data(), o.width, o.height);
+    for (const SobelRowVariant& variant : SobelRowVariants()) {
+        std::vector<uint16_t> result = pixels;
+        SobelMagnitudeWith(variant, result.data(), o.width, o.height);
+        Require(result == expected, "all forms of the Sobel row give the same");
+    }
+    if (o.noise < 1) return;
+    BoxMeanVariants().front().run({pixels.data(), expected.data(), o.width, o.height, o.noise});
+    for (const BoxMeanVariant& variant : BoxMeanVariants()) {
+        std::vector<uint16_t> result = pixels;
+        variant.run({result.data(), result.data(), o.width, o.height, o.noise});
+        Require(result == expected, "all forms of the box mean give the same");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    InputTail tail(data, size);
+    const Options options = TakeOptions(tail);
+    const std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    TestMethod(pixels, options);
+    TestVariants(pixels, options);
+    return 0;
+}

@@ -1,0 +1,59 @@
+#include "detail/ValueHistogram.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "image/FrameView.h"
+#include "image/Truncate.h"
+
+namespace vastrelline {
+
+void MinMaxPixels(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin, int32_t& outMax) {
+    // Two locals: the compiler keeps them in registers, which it cannot do with the caller's.
+    int32_t smallest = 65535;
+    int32_t largest = -32767;
+    for (const uint16_t pixel : FrameView(pixels, width, height)) {
+        smallest = std::min<int32_t>(smallest, pixel);
+        largest = std::max<int32_t>(largest, pixel);
+    }
+    outMin = smallest;
+    outMax = largest;
+}
+
+std::vector<uint32_t> ValueHistogram(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin,
+                                     int32_t& outMax) {
+    MinMaxPixels(pixels, width, height, outMin, outMax);
+    if (outMax < outMin) return {};
+    std::vector<uint32_t> histogram(static_cast<size_t>(outMax - outMin) + 1);
+    for (const uint16_t pixel : FrameView(pixels, width, height)) {
+        ++histogram[static_cast<size_t>(pixel - outMin)];
+    }
+    return histogram;
+}
+
+int32_t ClipHistogramTails(uint16_t* pixels, double fraction, int32_t width, int32_t height) {
+    int32_t smallest = 0;
+    int32_t largest = 0;
+    const std::vector<uint32_t> histogram = ValueHistogram(pixels, width, height, smallest, largest);
+    const auto bins = static_cast<int32_t>(histogram.size());
+    const FrameView<uint16_t> frame(pixels, width, height);
+    const int64_t limit = TruncateToInt32(static_cast<double>(frame.Count()) * fraction + 0.5);
+
+    int32_t low = -1;
+    int64_t sum = 0;
+    for (int32_t bin = 0; bin < bins && low < 0; ++bin) {
+        sum += histogram[static_cast<size_t>(bin)];
+        if (sum > limit) low = bin + smallest;
+    }
+    int32_t high = -1;
+    sum = 0;
+    for (int32_t bin = bins - 1; bin > 0 && high < 0; --bin) {
+        sum += histogram[static_cast<size_t>(bin)];
+        if (sum > limit) high = bin + smallest;
+    }
+    if (low < 0 || high < 0 || low >= high) return 0;
+    for (uint16_t& pixel : frame) pixel = static_cast<uint16_t>(std::clamp<int32_t>(pixel, low, high));
+    return 1;
+}
+
+}  // namespace vastrelline

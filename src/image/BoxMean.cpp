@@ -1,0 +1,42 @@
+#include "image/BoxMean.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vastrelline {
+
+namespace {
+
+constexpr BoxMeanVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, BoxMeanScalar},
+#if VASTRELLINE_X86
+    {"baseline", InstructionSet::Baseline, BoxMeanBaseline},
+    {"avx2", InstructionSet::Avx2, BoxMeanAvx2},
+    {"avx512", InstructionSet::Avx512, BoxMeanAvx512},
+#endif
+};
+
+}  // namespace
+
+std::span<const BoxMeanVariant> BoxMeanVariants() {
+    const InstructionSet allowed = AllowedInstructionSet();
+    size_t count = 0;
+    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
+    return {kVariants, count};
+}
+
+void BoxMean(const uint16_t* source, uint16_t* destination, int32_t width, int32_t height, int32_t radius) {
+    if (source == nullptr || destination == nullptr || width <= 0 || height <= 0) return;
+    if (radius <= 0) {
+        std::copy_n(source, static_cast<size_t>(width) * static_cast<size_t>(height), destination);
+        return;
+    }
+    BoxMeanVariants().back().run({source, destination, width, height, radius});
+}
+
+void BoxMeanInPlace(uint16_t* buffer, int32_t width, int32_t height, int32_t radius) {
+    if (buffer == nullptr || width <= 0 || height <= 0 || radius <= 0) return;
+    BoxMeanVariants().back().run({buffer, buffer, width, height, radius});
+}
+
+}  // namespace vastrelline
