@@ -1,0 +1,121 @@
+// The core of the HDR stage on a small frame with parameters from anywhere. The input's head is the frame,
+// its tail picks size and options, so that a change of the options leaves the pixels where they are.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "contrast/HdrFrame.h"
+#include "image/PixelRange.h"
+#include "platform/InstructionSet.h"
+
+namespace {
+
+using namespace vastrelline;
+
+// Says which promise does not hold and ends the run, in every build.
+void Require(bool holds, const char* promise) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", promise);
+    std::abort();
+}
+
+// Takes values off the end of the input; past its start they are zero.
+class InputTail {
+public:
+    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+    template <typename Value>
+    Value Take() {
+        Value value{};
+        const size_t count = size_ < sizeof value ? size_ : sizeof value;
+        size_ -= count;
+        if (count > 0) std::memcpy(&value, data_ + size_, count);
+        return value;
+    }
+
+    const uint8_t* Data() const { return data_; }
+    size_t Size() const { return size_; }
+
+private:
+    const uint8_t* data_;
+    size_t size_;
+};
+
+struct Options {
+    int32_t width;
+    int32_t height;
+    int32_t maxValue;
+    int32_t blockSize;
+    int32_t bins;
+    double clipLimit;
+    int32_t edgeMax;
+    int32_t edgeOffset;
+    float maxLambda;
+    float wfSlope;
+    float alphaNorm;
+    float alphaHe;
+    int32_t layerStep;
+};
+
+Options TakeOptions(InputTail& tail) {
+    constexpr uint8_t kLargestSide = 72;
+    Options options{};
+    options.width = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.height = tail.Take<uint8_t>() % (kLargestSide + 1);
+    options.maxValue = tail.Take<uint16_t>();
+    // Most sizes of 32 bits are far beyond the frame; those about its own are more telling.
+    options.blockSize = tail.Take<uint8_t>() % 2 == 0 ? tail.Take<uint8_t>() : tail.Take<int32_t>();
+    options.bins = tail.Take<uint8_t>() % 2 == 0 ? tail.Take<uint8_t>() : tail.Take<int32_t>();
+    options.clipLimit = tail.Take<double>();
+    options.edgeMax = tail.Take<int32_t>();
+    options.edgeOffset = tail.Take<int32_t>();
+    options.maxLambda = tail.Take<float>();
+    options.wfSlope = tail.Take<float>();
+    options.alphaNorm = tail.Take<float>();
+    options.alphaHe = tail.Take<float>();
+    options.layerStep = tail.Take<int32_t>();
+    return options;
+}
+
+// The frame from the input's head, held to the largest value as the stage may ask; where the input is too
+// short, pixels repeat what there is.
+std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
+    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
+    for (size_t i = 0; i < pixels.size() && tail.Size() > 1; ++i) {
+        const size_t place = 2 * i % (tail.Size() - 1);
+        const int32_t pixel = tail.Data()[place] + 256 * tail.Data()[place + 1];
+        pixels[i] = static_cast<uint16_t>(std::min(pixel, options.maxValue));
+    }
+    return pixels;
+}
+
+std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& o, InstructionSet limit) {
+    LimitInstructionSet(limit);
+    HdrFrame(pixels.data(), o.width, o.height, o.maxValue, o.blockSize, o.bins, o.clipLimit, o.edgeMax,
+             o.edgeOffset, o.maxLambda, o.wfSlope, o.alphaNorm, o.alphaHe, o.layerStep);
+    return pixels;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    InputTail tail(data, size);
+    const Options options = TakeOptions(tail);
+    const std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    const std::vector<uint16_t> processed = Process(pixels, options, InstructionSet::Avx512);
+    const auto lowest = [&](const std::vector<uint16_t>& frame) {
+        return MinPixel(frame.data(), options.width, options.height);
+    };
+    const auto highest = [&](const std::vector<uint16_t>& frame) {
+        return MaxPixel(frame.data(), options.width, options.height);
+    };
+    Require(lowest(processed) >= lowest(pixels), "no pixel below the frame's smallest");
+    Require(highest(processed) <= highest(pixels), "no pixel above the frame's largest");
+    Require(processed == Process(pixels, options, InstructionSet::Reference), "the reference gives the same");
+    return 0;
+}
