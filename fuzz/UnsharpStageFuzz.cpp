@@ -80,7 +80,9 @@ Options TakeOptions(InputTail& tail) {
     if (choice % 2 == 0) options.noise %= 200;
     if (choice / 2 % 2 == 0) options.reduce %= 8;
     if (options.mode != 5 && options.sigma > kLargestSigma) options.sigma = kLargestSigma;
-    if (options.reduce > 8) options.reduce = options.mode == 5 ? options.reduce : 8;
+    // Those between cost memory and time, those beyond leave the frame.
+    constexpr int32_t kPastAnyFrame = 1 << 20;
+    if (options.mode != 5 && options.reduce > 8 && options.reduce < kPastAnyFrame) options.reduce = 8;
     return options;
 }
 

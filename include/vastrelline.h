@@ -52,7 +52,7 @@ extern "C" {
 #define VASTRELLINE_NO_INPUT 2
 /* output is null. No mapping was applied. */
 #define VASTRELLINE_NO_OUTPUT 3
-/* sectionName is empty. */
+/* sectionName is empty, and the profile selects a chain that needs one. */
 #define VASTRELLINE_NO_SECTION 4
 /* The frame was processed, but the bitmap could not be saved. */
 #define VASTRELLINE_NO_BITMAP 5
@@ -83,14 +83,16 @@ struct SensorGeometry {
  * output                width * height pixels, receives the enhanced frame; must not overlap input
  * width, height         in pixels; 0 or less: the arguments are tested, then nothing is done and the
  *                       result is 0
- * iniPath               the profile file. This version runs the stages that the section lists, whatever
- *                       the section's PROCMODE
- * sectionName           the section of the profile that holds the settings
+ * iniPath               the profile file. The section's PROCMODE selects the chain: 2 the configured one,
+ *                       whose stages the section lists; any other, and none, the fixed one, whose stages the
+ *                       section switches on and off in the program's order
+ * sectionName           the section of the profile that holds the settings; empty: the fixed chain runs on
+ *                       its defaults
  * applyMapping          not 0: afterwards every pixel of output goes through the table
  *                       trunc((pixel + 3000) / 10000.0 * 4095), so that 0 becomes 1228 and 4095 becomes
  *                       2905; pixels above 4095 count as 4095. Runs on any code but 2, 3 and 6
- * applySpotCorrection   not 0: evens out the brightness of input, in place, before anything else; without
- *                       effect in this version
+ * applySpotCorrection   not 0: evens out the brightness of input, in place, before anything else: dark
+ *                       neighbourhoods are lifted, bright ones lowered
  *
  * Returns 0, 1, 2, 3, 4 or 6. With any code but 0 the pixels of output stay as they were (6: undefined),
  * apart from the mapping. Side effects as the profile asks: the log ExtraOralLog.txt beside the profile
@@ -101,10 +103,12 @@ VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32
                                         const char* iniPath, const char* sectionName, uint8_t applyMapping,
                                         uint8_t applySpotCorrection);
 
-/* As ImageProcessing, with the sensor's geometry of the caller.
+/* As ImageProcessing, with the sensor's geometry of the caller, and a chain more: a PROCMODE of 3 decides
+ * from the frame whether the exposure was too low, leaves the figures for Getdose_ImageInfo, and runs a low
+ * frame through a fixed sequence with the keys of section "IP_LOWMODE", any other through the section's list.
  *
  * geometry   the geometry of this frame, or null for the profile's; read only. It tells where the sensor's
- *            rounded corners lie
+ *            rounded corners lie. The fixed chain takes the profile's all the same
  *
  * Returns 0, 1, 2, 3, 4 or 6.
  */
@@ -123,8 +127,9 @@ VASTRELLINE_API int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_
                                           const char* sectionName, uint8_t applyMapping,
                                           uint8_t applySpotCorrection, const char* bitmapPath);
 
-/* As ImageProcessing_N, with the sensor's geometry of the caller, and with all three texts in UTF-8, of at
- * most 260 UTF-16 units each: a longer text counts as empty.
+/* As ImageProcessing_N, with the sensor's geometry of the caller and the chain that decides about the
+ * exposure, as in ImageProcessingS, and with all three texts in UTF-8, of at most 260 UTF-16 units each: a
+ * longer text counts as empty.
  *
  * Returns 0, 1, 2, 4, 5 or 6.
  */
@@ -133,12 +138,12 @@ VASTRELLINE_API int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32
                                            uint8_t applySpotCorrection, const char* bitmapPath,
                                            const struct SensorGeometry* geometry);
 
-/* As ImageProcessing_N, for a caller that names the sensor itself.
+/* As ImageProcessing_N, for a caller that names the sensor itself. Both arguments are for a PROCMODE of 2;
+ * any other runs the fixed chain, which drops them.
  *
  * sensorFolder   name of the folder that holds the sensor's own profile; empty or null: taken from the
- *                settings of the machine; without effect in this version
- * sensorMode     2: the frame has twice the sensor's resolution; any other value has no effect; without
- *                effect in this version
+ *                settings of the machine
+ * sensorMode     2: the frame has twice the sensor's resolution; any other value has no effect
  *
  * Returns 0, 1, 2, 4, 5 or 6.
  */
@@ -147,15 +152,18 @@ VASTRELLINE_API int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32
                                            uint8_t applySpotCorrection, const char* bitmapPath,
                                            const char* sensorFolder, int32_t sensorMode);
 
-/* Processes a frame that arrives complete, without the sensor's rounded corners. input is only read.
+/* Processes a frame that arrives complete, without the sensor's rounded corners, through the fixed chain
+ * without its pyramid, whatever the section's PROCMODE. input is only read. A backup set holds the profile
+ * too.
  *
- * Returns 0, 1, 2, 3, 4 or 6.
+ * Returns 0, 1, 2, 3 or 6.
  */
 VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                           const char* iniPath, const char* sectionName);
 
 /* The figures of the last exposure decision of the process; all zero before the first one. Each pointer may
- * be null, which leaves that figure out. This version decides nothing yet: all figures are zero.
+ * be null, which leaves that figure out. Only ImageProcessingS and ImageProcessing_NS with a PROCMODE of 3
+ * decide.
  *
  * objectMedian   grey level of the object's median
  * objectTotal    pixels that belong to the object

@@ -37,6 +37,7 @@ BENCHMARK(BenchEdgeWeighted)
     ->Arg(-1)
     ->Arg(1)
     ->Arg(2)
+    ->Arg(3)
     ->Unit(benchmark::kMillisecond);
 
 void BenchHistogramShaped(benchmark::State& state) {

@@ -4,7 +4,8 @@
 
 namespace vastrelline {
 
-// What ClaheEqualize says. Every refusal leaves the frame as it was, and no caller in the chains asks.
+// What ClaheEqualize says. A refusal leaves the frame as it was, but where memory for one tile's bins runs
+// out half-way; no caller in the chains asks.
 enum ClaheStatus : int32_t {
     kClaheFinished = 0,       // also for a slope of exactly 1.0, which leaves the frame as it was
     kClaheWidthUneven = -3,   // the width is not a multiple of tilesX

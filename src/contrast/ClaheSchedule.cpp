@@ -57,7 +57,7 @@ public:
           tileHeight_((call.height + call.padBottom) / call.tilesY),
           usedBins_(BinOf(call.max) + 1),
           counts_(kTables * size_t{call.bins}),
-          binRows_(std::bit_ceil(2 * tileHeight_)),
+          binRows_(std::bit_ceil(std::min(2 * tileHeight_, call.height))),
           bins_(size_t{binRows_} * call.width),
           pieceBins_(tileWidth_),
           curves_(2 * size_t{call.tilesX} * usedBins_),
@@ -180,7 +180,8 @@ private:
             .multiplier = static_cast<uint32_t>(((uint64_t{1} << (31 + log)) + pixels - 1) / pixels),
             .shift = 31 + log,
             .isPowerOfTwo = std::has_single_bit(pixels)};
-        // Only a tile of one pixel can start before the frame, and by one pixel.
+        // Only with tiles one pixel high and of odd width can a band start before the frame, and by one
+        // pixel.
         int64_t y = position < 0 ? -1 : position / paddedWidth_;
         const auto x = static_cast<uint32_t>(position - y * paddedWidth_);
         for (uint32_t r = 0; r < rows.edge; ++r, ++y) {

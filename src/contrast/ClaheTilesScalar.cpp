@@ -35,7 +35,7 @@ void CountTile(const Padded& padded, size_t x0, size_t y0, size_t tileWidth, siz
 }
 
 // Maps the pixels of a band, whose first pixel stands at `position`. With odd tile edges rows run over the
-// left edge into the row above, and the first of a tile of one pixel before the frame.
+// left edge into the row above, and with tiles one pixel high the first band starts before the frame.
 void MapBand(Padded& padded, int64_t position, uint32_t subWidth, uint32_t subHeight,
              const Corners& corners) {
     const uint32_t n = subWidth * subHeight;

@@ -1,6 +1,7 @@
 #include "contrast/DarkArea.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -52,9 +53,12 @@ void CorrectDarkArea(uint16_t* pixels, const uint16_t* before, int32_t width, in
     // A mask of zeros stays one.
     if (!hasDark) return;
     GaussFilterWrap(mask.data(), width, height, kMaskTop, kMaskSigma);
+    std::array<double, kMaskTop + 1> alphas{};
+    for (size_t level = 0; level < alphas.size(); ++level)
+        alphas[level] = std::min(static_cast<double>(level) / kWholeMask, 1.0);
     for (size_t i = 0; i < mask.size(); ++i) {
         if (mask[i] == 0) continue;
-        const double alpha = std::min(mask[i] / kWholeMask, 1.0);
+        const double alpha = alphas[mask[i]];
         uint16_t& pixel = frame.begin()[i];
         const int32_t mixed = TruncateToInt32(before[i] * alpha + pixel * (1.0 - alpha));
         pixel = LowBits16(std::max(std::min(mixed, maxValue), 0));

@@ -10,7 +10,6 @@
 #include "image/FrameView.h"
 #include "image/GaussKernel.h"
 #include "image/PixelRange.h"
-#include "image/SeparableFilter.h"
 #include "image/Truncate.h"
 
 namespace vastrelline {
@@ -21,9 +20,6 @@ void SmoothBase(const FrameView<uint16_t>& base, int32_t maxValue, double sigma,
     constexpr int32_t kBoxFilter = -1;
     if (reduce == kBoxFilter) {
         BoxMeanInPlace(base.begin(), base.Width(), base.Height(), GaussMaskSize(sigma) / 2);
-    } else if (reduce == 1) {
-        // What a reduction by 1 comes to, without its copies.
-        GaussFilterReplicate(base.begin(), base.Width(), base.Height(), maxValue, sigma);
     } else {
         ReducedScaleGaussian(base.begin(), base.Width(), base.Height(), maxValue, sigma, reduce);
     }

@@ -12,8 +12,8 @@ namespace vastrelline {
 // ratio    gain at the strongest edge
 // noise    gain at the flattest pixel, in percent
 // reduce   -1 smooths by a box mean as wide as the Gaussian's kernel; 1 by the Gaussian itself, above 1 at a
-//          resolution reduced by this factor, which is faster; other values do not smooth, and the frame
-//          stays as it is but for the limit
+//          resolution reduced by this factor, fastest at 2; other values do not smooth, and with finite gains
+//          the frame stays as it is but for the limit
 // Result   truncated toward zero and held to 0..maxValue
 // Errors   none; ratios and sigmas that are no numbers give pixels of 0 or an unsmoothed frame
 void EdgeWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, double sigma,

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "image/Border.h"
+#include "image/GaussPlan.h"
 #include "image/SeparableFilter.h"
 #include "image/Truncate.h"
 
@@ -43,7 +44,12 @@ std::unique_ptr<CImageM> ShrinkByFactor(const uint16_t* source, int32_t width, i
 // Enlarges a reduced frame and writes as much of it as the buffer takes.
 void EnlargeInto(uint16_t* buffer, int32_t width, int32_t height, CImageM& reduced, int32_t factor) {
     const double scale = factor;
-    if (int64_t{reduced.Width()} * factor == width && int64_t{reduced.Height()} * factor == height) {
+    const int64_t enlargedWidth = int64_t{reduced.Width()} * factor;
+    const int64_t enlargedHeight = int64_t{reduced.Height()} * factor;
+    // The rows that double write whole pairs; any other scale draws as much as the buffer takes.
+    const bool isExact = enlargedWidth == width && enlargedHeight == height;
+    const bool covers = enlargedWidth >= width && enlargedHeight >= height;
+    if (isExact || (factor != 2 && covers)) {
         const ResizeCall call{
             reduced.Pixels16(), reduced.Width(), reduced.Height(), scale, buffer, width, height};
         return ResizeVariants().back().run(call);
@@ -89,8 +95,11 @@ void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32
     const std::unique_ptr<CImageM> reduced = ShrinkByFactor(buffer, width, height, factor);
     if (reduced == nullptr) return;
     const double reducedSigma = sigma / factor;
-    if (!CanGaussFilterReplicate(reduced->Width(), reduced->Height(), reducedSigma)) return;
-    GaussFilterReplicate(reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, reducedSigma);
+    const std::optional<GaussPlan> plan =
+        PlanGaussReplicate(reduced->Width(), reduced->Height(), reducedSigma);
+    if (!plan) return;
+    FilterFrame(
+        {reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, plan->kernel, plan->edges});
     EnlargeInto(buffer, width, height, *reduced, factor);
 }
 

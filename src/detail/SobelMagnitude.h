@@ -12,7 +12,7 @@ namespace vastrelline {
 //
 // pixels     width * height pixels; the low 16 bits of the length are kept
 // Edges      pixels on the border become 0, so all of a frame narrower or lower than 3
-// Rounding   squares and root in doubles, which are exact before the last truncation
+// Rounding   squares in doubles, which hold them exactly; the root is the nearest double, then truncated
 void SobelMagnitudeInPlace(uint16_t* pixels, int32_t width, int32_t height);
 
 // One row of magnitudes.

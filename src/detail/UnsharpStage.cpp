@@ -1,5 +1,6 @@
 #include "detail/UnsharpStage.h"
 
+#include <initializer_list>
 #include <string>
 
 #include "config/ConfiguredState.h"
@@ -45,7 +46,7 @@ void SharpenInEitherChain(uint16_t* image, uint16_t* mask, int32_t width, int32_
 }
 
 // The dump's name with the mode filled in and the place of the dump number left for the dump.
-std::wstring MakeDumpFormat(int32_t mode) { return L"%02d_Unsharp" + std::to_wstring(mode) + L".raw"; }
+std::wstring MakeDumpFormat(int32_t mode) { return FormatText(L"%%02d_Unsharp%d.raw", {mode}); }
 
 template <typename WriteLog>
 void LogParameters(const UnsharpParams& params, const WriteLog& write) {
@@ -59,7 +60,7 @@ void LogParameters(const UnsharpParams& params, const WriteLog& write) {
 
 void AdaptiveUnsharpStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
                           int32_t stageNumber) {
-    // Unlike in other stages, the time holds the reading of the keys.
+    // Unlike in most stages, the time holds the reading of the keys.
     const ConfiguredStageReport report;
     const ConfiguredState& state = SharedConfiguredState();
     const UnsharpParams params = ReadUnsharpParams(state.IniPath, state.SectionName, stageNumber);

@@ -5,6 +5,7 @@
 
 #include "image/FrameView.h"
 #include "image/Truncate.h"
+#include "tone/Histogram.h"
 
 namespace vastrelline {
 
@@ -24,11 +25,10 @@ std::vector<uint32_t> ValueHistogram(const uint16_t* pixels, int32_t width, int3
                                      int32_t& outMax) {
     MinMaxPixels(pixels, width, height, outMin, outMax);
     if (outMax < outMin) return {};
-    std::vector<uint32_t> histogram(static_cast<size_t>(outMax - outMin) + 1);
-    for (const uint16_t pixel : FrameView(pixels, width, height)) {
-        ++histogram[static_cast<size_t>(pixel - outMin)];
-    }
-    return histogram;
+    // Counted by levels in several tables: neighbours in a smooth image are alike, and would wait for each
+    // other in one.
+    const std::vector<uint32_t> levels = BuildHistogram(pixels, width, height, outMax);
+    return {levels.begin() + outMin, levels.end()};
 }
 
 int32_t ClipHistogramTails(uint16_t* pixels, double fraction, int32_t width, int32_t height) {

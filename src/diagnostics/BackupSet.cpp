@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <functional>
 
 #include "detail/CImageM.h"
 #include "diagnostics/Bitmap.h"
@@ -28,11 +29,32 @@ std::wstring BehindSeparator(const std::wstring& path) {
 }
 
 // A raw dump that appears only when it is whole. Pixels are written as they lie in memory.
-void SaveInput(const std::wstring& path, const uint16_t* pixels, int32_t width, int32_t height) {
+void SaveRaw(const std::wstring& path, const uint16_t* pixels, int32_t width, int32_t height) {
     const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
     const std::string bytes(reinterpret_cast<const char*>(pixels), count * sizeof(*pixels));
     // A failure is silent.
     static_cast<void>(SaveWholeFile(StoredRawPath(path), bytes));
+}
+
+void SaveRendering(const std::wstring& path, const uint16_t* pixels, int32_t width, int32_t height,
+                   const BackupWindow& window) {
+    CImageM image(pixels, width, height, 16, 16, window.centre, window.width, 0, L"", 0, 0, 1.0);
+    SaveBitmap8(path, image.DisplayStride(), width, height, image.DisplayRow(0));
+}
+
+// Memory may run out in between. The run's result stands, and its code must not tell otherwise.
+void WriteIfPossible(const std::function<void()>& write) {
+    try {
+        write();
+    } catch (const std::exception&) {
+        // This file is left out.
+    }
+}
+
+// What the names of one set begin with: the stamp of the time and the folder's own name.
+std::wstring MakeStem(const std::wstring& folder) {
+    const std::wstring prefix = MakeBackupPrefix(folder);
+    return prefix + BehindSeparator(BeforeSeparator(prefix));
 }
 
 }  // namespace
@@ -47,15 +69,19 @@ std::wstring MakeBackupPrefix(const std::wstring& folder) {
 
 void WriteBackupSet(const std::wstring& folder, const std::wstring& sectionName, const uint16_t* input,
                     const uint16_t* output, int32_t width, int32_t height, const BackupWindow& window) {
-    try {
-        const std::wstring prefix = MakeBackupPrefix(folder);
-        const std::wstring stem = prefix + BehindSeparator(BeforeSeparator(prefix));
-        SaveInput(stem + L"Calibrated.raw", input, width, height);
-        CImageM image(output, width, height, 16, 16, window.centre, window.width, 0, L"", 0, 0, 1.0);
-        SaveBitmap8(stem + sectionName + L".bmp", image.DisplayStride(), width, height, image.DisplayRow(0));
-    } catch (const std::exception&) {
-        // No memory is left. The run's result stands, and its code must not tell otherwise.
-    }
+    const std::wstring stem = MakeStem(folder);
+    WriteIfPossible([&] { SaveRaw(stem + L"Calibrated.raw", input, width, height); });
+    WriteIfPossible([&] { SaveRendering(stem + sectionName + L".bmp", output, width, height, window); });
+}
+
+void WriteCrBackupSet(const std::wstring& folder, const std::wstring& sectionName,
+                      const std::wstring& iniPath, const uint16_t* input, const uint16_t* output,
+                      int32_t width, int32_t height) {
+    const std::wstring stem = MakeStem(folder);
+    WriteIfPossible([&] { SaveRaw(stem + L"_Calibrated.raw", input, width, height); });
+    WriteIfPossible([&] { CopyFileOver(iniPath, stem + L"_" + sectionName + L".ini"); });
+    WriteIfPossible([&] { SaveRaw(stem + L"_Enhanced.raw", output, width, height); });
+    WriteIfPossible([&] { SaveRendering(stem + L"_Enhanced.bmp", output, width, height, kTwelveBitWindow); });
 }
 
 }  // namespace vastrelline

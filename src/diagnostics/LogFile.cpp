@@ -2,7 +2,6 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
-#include "platform/TextFormat.h"
 
 namespace vastrelline {
 
@@ -47,8 +46,9 @@ void WriteLogHead(LogFile& log, std::wstring_view startLine, const CalendarTime&
     WriteLogText(&log, FormatText(L"\t\t\t Section Name [%s]\r\n", {sectionName}));
 }
 
-void WriteLogEnd(LogFile& log, std::wstring_view endLine, const CalendarTime& end, double elapsedSeconds) {
-    WriteLogText(&log, FormatText(endLine, {end.hour, end.minute, end.second, elapsedSeconds}));
+void WriteLogEnd(LogFile& log, std::wstring_view endLine, const CalendarTime& end,
+                 const FormatArgument& elapsed) {
+    WriteLogText(&log, FormatText(endLine, {end.hour, end.minute, end.second, elapsed}));
     WriteLogText(&log, kRule);
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Files.h"
+#include "platform/TextFormat.h"
 
 namespace vastrelline {
 
@@ -36,16 +37,27 @@ std::wstring MakeLogPath(std::wstring_view iniPath);
 // Start lines of the chains. Filled with hour, minute, second and the profile's version text.
 inline constexpr std::wstring_view kConfiguredStartLine =
     L"#### %02d:%02d:%02d \t: Start Vastrelline.dll [v%s]\r\n";
+inline constexpr std::wstring_view kFixedStartLine = L"#### %02d:%02d:%02d \t: Start Quorla.dll [v%s]\r\n";
+inline constexpr std::wstring_view kCrStartLine =
+    L"#### %02d:%02d:%02d \t: Start Quorla.dll [CR Mode v%s]\r\n";
 
-// End lines of the chains. Filled with hour, minute, second and the time of the whole run in seconds.
+// End lines of the chains. Filled with hour, minute, second and the time of the whole run, in seconds but for
+// the fixed and the CR chain, which count milliseconds.
 inline constexpr std::wstring_view kConfiguredEndLine =
     L"#### %02d:%02d:%02d \t: End Post-Processing ( %.03lf sec )\r\n";
+inline constexpr std::wstring_view kLowExposureEndLine =
+    L"#### %02d:%02d:%02d \t: End Post-Processing ( %.03lf sec )\r\n\r\n";
+inline constexpr std::wstring_view kFixedEndLine =
+    L"#### %02d:%02d:%02d \t: End Post-Processing ( %d ms )\r\n";
 
 // The head of a run: rules, date, start line, name of the section.
 void WriteLogHead(LogFile& log, std::wstring_view startLine, const CalendarTime& start,
                   std::wstring_view version, std::wstring_view sectionName);
 
-// The end of a run in a chain that counts in seconds: end line and closing rule.
-void WriteLogEnd(LogFile& log, std::wstring_view endLine, const CalendarTime& end, double elapsedSeconds);
+// The end of a run: end line and closing rule.
+//
+// elapsed   of the type that the end line takes: seconds as a double or milliseconds as an integer
+void WriteLogEnd(LogFile& log, std::wstring_view endLine, const CalendarTime& end,
+                 const FormatArgument& elapsed);
 
 }  // namespace vastrelline

@@ -10,8 +10,8 @@
 namespace vastrelline {
 
 // What every stage of the configured chain does around its core in the same way: it takes the start tick,
-// dumps the frame and writes its lines to the log. Made when the stage has read its keys; used in the order
-// Dump, then Log.
+// dumps the frame and writes its lines to the log. Made when the stage has read its keys; Dump
+// and Log come in the order of each stage.
 class ConfiguredStageReport {
 public:
     ConfiguredStageReport();  // takes the start tick

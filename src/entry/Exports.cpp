@@ -2,7 +2,8 @@
 #include <string>
 
 #include "config/DoseRecord.h"
-#include "entry/ConfiguredChain.h"
+#include "entry/CrChain.h"
+#include "entry/DriverCall.h"
 #include "entry/GuardExport.h"
 #include "entry/ProcessFrame.h"
 #include "entry/ReturnCode.h"
@@ -11,68 +12,101 @@
 #include "vastrelline.h"
 
 using vastrelline::CountPixels;
+using vastrelline::DecidingChain;
+using vastrelline::DriverCall;
 using vastrelline::GuardExport;
 using vastrelline::kInternalFailure;
+using vastrelline::ListedChain;
 using vastrelline::ProcessCall;
 using vastrelline::ProcessFrame;
 using vastrelline::ProcessFrameToBitmap;
-using vastrelline::RunConfiguredChain;
+using vastrelline::RunCrChain;
 using vastrelline::WidenThreadText;
 using vastrelline::WidenUtf8Text;
 
 extern "C" int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                    const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                   uint8_t /*applySpotCorrection*/) {
+                                   uint8_t applySpotCorrection) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{
-            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
-            nullptr};
+        const ProcessCall call{.input = input,
+                               .width = width,
+                               .height = height,
+                               .iniPath = WidenThreadText(iniPath),
+                               .sectionName = WidenThreadText(sectionName),
+                               .isMappingOn = applyMapping != 0,
+                               .isSpotCorrectionOn = applySpotCorrection != 0,
+                               .geometry = nullptr};
         return ProcessFrame(call, output);
     });
 }
 
 extern "C" int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                     const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                    uint8_t /*applySpotCorrection*/, const SensorGeometry* geometry) {
+                                    uint8_t applySpotCorrection, const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{
-            input,   width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
-            geometry};
+        const ProcessCall call{.input = input,
+                               .width = width,
+                               .height = height,
+                               .iniPath = WidenThreadText(iniPath),
+                               .sectionName = WidenThreadText(sectionName),
+                               .isMappingOn = applyMapping != 0,
+                               .isSpotCorrectionOn = applySpotCorrection != 0,
+                               .geometry = geometry,
+                               .mode3 = DecidingChain::LowExposure};
         return ProcessFrame(call, output);
     });
 }
 
 extern "C" int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
                                      const char* sectionName, uint8_t applyMapping,
-                                     uint8_t /*applySpotCorrection*/, const char* bitmapPath) {
+                                     uint8_t applySpotCorrection, const char* bitmapPath) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{
-            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
-            nullptr};
+        const ProcessCall call{.input = input,
+                               .width = width,
+                               .height = height,
+                               .iniPath = WidenThreadText(iniPath),
+                               .sectionName = WidenThreadText(sectionName),
+                               .isMappingOn = applyMapping != 0,
+                               .isSpotCorrectionOn = applySpotCorrection != 0,
+                               .geometry = nullptr};
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }
 
 extern "C" int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
                                       const char* sectionName, uint8_t applyMapping,
-                                      uint8_t /*applySpotCorrection*/, const char* bitmapPath,
+                                      uint8_t applySpotCorrection, const char* bitmapPath,
                                       const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{
-            input,   width, height, WidenUtf8Text(iniPath), WidenUtf8Text(sectionName), applyMapping != 0,
-            geometry};
+        const ProcessCall call{.input = input,
+                               .width = width,
+                               .height = height,
+                               .iniPath = WidenUtf8Text(iniPath),
+                               .sectionName = WidenUtf8Text(sectionName),
+                               .isMappingOn = applyMapping != 0,
+                               .isSpotCorrectionOn = applySpotCorrection != 0,
+                               .geometry = geometry,
+                               .mode3 = DecidingChain::LowExposure};
         return ProcessFrameToBitmap(call, WidenUtf8Text(bitmapPath));
     });
 }
 
 extern "C" int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
                                       const char* sectionName, uint8_t applyMapping,
-                                      uint8_t /*applySpotCorrection*/, const char* bitmapPath,
-                                      const char* /*sensorFolder*/, int32_t /*sensorMode*/) {
+                                      uint8_t applySpotCorrection, const char* bitmapPath,
+                                      const char* sensorFolder, int32_t sensorMode) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{
-            input,  width, height, WidenThreadText(iniPath), WidenThreadText(sectionName), applyMapping != 0,
-            nullptr};
+        const ProcessCall call{.input = input,
+                               .width = width,
+                               .height = height,
+                               .iniPath = WidenThreadText(iniPath),
+                               .sectionName = WidenThreadText(sectionName),
+                               .isMappingOn = applyMapping != 0,
+                               .isSpotCorrectionOn = applySpotCorrection != 0,
+                               .geometry = nullptr,
+                               .mode2 = ListedChain::Extended,
+                               .sensorFolder = WidenThreadText(sensorFolder),
+                               .sensorMode = sensorMode};
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }
@@ -80,8 +114,9 @@ extern "C" int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t he
 extern "C" int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                      const char* iniPath, const char* sectionName) {
     return GuardExport(kInternalFailure, [&] {
-        return RunConfiguredChain(input, output, width, height, WidenThreadText(iniPath),
-                                  WidenThreadText(sectionName), nullptr);
+        const DriverCall call{
+            input, output, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName)};
+        return RunCrChain(call);
     });
 }
 

@@ -8,6 +8,12 @@
 
 namespace vastrelline {
 
+// The chain that a profile's PROCMODE of 2 selects; each export has its own set of these.
+enum class ListedChain : int32_t { Configured, Extended };
+
+// The chain that a PROCMODE of 3 selects.
+enum class DecidingChain : int32_t { Fixed, LowExposure };
+
 // A processing export's arguments, with wide text.
 struct ProcessCall {
     uint16_t* input;  // width * height pixels; corrected in place
@@ -16,11 +22,16 @@ struct ProcessCall {
     std::wstring iniPath;
     std::wstring sectionName;
     bool isMappingOn;                // map the output afterwards
+    bool isSpotCorrectionOn;         // even out the input's brightness before anything else
     const SensorGeometry* geometry;  // the caller's geometry of this frame, or null for the profile's
+    ListedChain mode2 = ListedChain::Configured;
+    DecidingChain mode3 = DecidingChain::Fixed;
+    std::wstring sensorFolder = {};  // for the extended chain
+    int32_t sensorMode = 0;          // for the extended chain
 };
 
-// The steps that the processing exports share: corrects the exposure of the input in place, whatever comes of
-// the call, runs the driver and maps the output if asked to.
+// The steps that the processing exports share: reads the mode, corrects the input in place, whatever comes of
+// the call, runs the driver of that mode and maps the output if asked to.
 //
 // output    width * height pixels or null
 // Returns   the driver's code

@@ -1,25 +1,69 @@
 #include "entry/StageTable.h"
 
+#include "contrast/ClaheStage.h"
+#include "contrast/HdrStage.h"
+#include "detail/PreContrastStage.h"
+#include "detail/PreProcessingStage.h"
+#include "detail/PyramidStage.h"
+#include "detail/UnsharpStage.h"
+#include "noise/AdaptiveSmoothingStage.h"
 #include "noise/GaussianStage.h"
+#include "noise/MedianStage.h"
 #include "tone/GammaStage.h"
 #include "tone/LinearStage.h"
+#include "tone/SigmoidStage.h"
+#include "tone/StretchStage.h"
 
 namespace vastrelline {
 
 namespace {
 
-constexpr StageEntry kConfiguredStages[] = {
+using Call = StageCall;
+
+// By number. The last one, HDR, does not exist in the configured chain.
+constexpr StageEntry kStages[] = {
+    {StageId::PreContrastProc,
+     [](const Call& c) {
+         PreContrastStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+     }},
+    {StageId::HistogramStretch,
+     [](const Call& c) {
+         RunStretchStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+     }},
+    {StageId::CLAHE,
+     [](const Call& c) {
+         RunClaheStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+     }},
+    {StageId::Unsharp,
+     [](const Call& c) { AdaptiveUnsharpStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+    {StageId::AdaptiveSmoothing,
+     [](const Call& c) {
+         RunAdaptiveSmoothingStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position);
+     }},
+    {StageId::Pyramid,
+     [](const Call& c) { PyramidStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+    {StageId::Median, [](const Call& c) { RunMedianStage(c.frame, c.width, c.height, c.log, c.position); }},
     {StageId::Gaussian,
-     [](const StageCall& c) { RunGaussianStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+     [](const Call& c) { RunGaussianStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+    {StageId::SigmoidLUT,
+     [](const Call& c) { RunSigmoidStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
     {StageId::GammaLUT,
-     [](const StageCall& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+     [](const Call& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
     {StageId::LinearLUT,
-     [](const StageCall& c) { RunLinearStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+     [](const Call& c) { RunLinearStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+    {StageId::PreProcessing,
+     [](const Call& c) { PreProcessingStage(c.frame, c.maxValue, c.width, c.height, c.log, c.position); }},
+    {StageId::HDR,
+     [](const Call& c) {
+         RunHdrStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+     }},
 };
 
 }  // namespace
 
-std::span<const StageEntry> ConfiguredStages() { return kConfiguredStages; }
+std::span<const StageEntry> ConfiguredStages() { return std::span(kStages).first(std::size(kStages) - 1); }
+
+std::span<const StageEntry> AllStages() { return kStages; }
 
 void RunStage(std::span<const StageEntry> stages, int32_t stageNumber, const StageCall& call) {
     for (const StageEntry& stage : stages) {

@@ -25,8 +25,11 @@ struct StageEntry {
     void (*run)(const StageCall& call);
 };
 
-// The stages that a stage list of the configured chain may name.
+// The stages that a stage list of the configured chain may name: all but the HDR stage.
 std::span<const StageEntry> ConfiguredStages();
+
+// The stages that lists of the low-exposure and the extended chain may name.
+std::span<const StageEntry> AllStages();
 
 // Runs the stage of a number. A number that is not in the table is passed over.
 void RunStage(std::span<const StageEntry> stages, int32_t stageNumber, const StageCall& call);

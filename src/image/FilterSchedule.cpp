@@ -84,7 +84,7 @@ public:
           capacity_(size_ + kRowsAtOnce - 1),
           stride_(MakeStride(call.width, kernels.slack)),
           line_(static_cast<size_t>(call.width + size_ + kernels.slack)),
-          ring_(static_cast<size_t>(capacity_) * stride_),
+          ring_(static_cast<size_t>(RingRows()) * stride_),
           seen_(static_cast<size_t>(capacity_)),
           window_(static_cast<size_t>(capacity_)) {}
 
@@ -114,6 +114,9 @@ private:
         return (lines | 1) * kLine;
     }
 
+    // No row of a frame is filtered twice while the ring could hold all of them.
+    int32_t RingRows() const { return std::min(capacity_, call_.height); }
+
     // Filters a row into the ring and gives its place there.
     const double* FilterRow(int32_t index) {
         const uint16_t* source = rows_.Source(index);
@@ -122,7 +125,7 @@ private:
         kernels_.widenPixels(source, call_.width, line_.data() + half_);
         for (int32_t i = half_ + call_.width; i < call_.width + size_ - 1; ++i)
             line_[static_cast<size_t>(i)] = source[EdgeIndex(i - half_, call_.width, call_.edges)];
-        double* out = ring_.data() + static_cast<size_t>(filtered_++ % capacity_) * stride_;
+        double* out = ring_.data() + static_cast<size_t>(filtered_++ % RingRows()) * stride_;
         kernels_.filterLine(line_.data(), call_.width, call_.kernel.data(), size_, out);
         return out;
     }
@@ -131,16 +134,25 @@ private:
     const double* const* See(int32_t y, int32_t count) {
         const int32_t end = y - half_ + size_ - 1 + count;
         for (; next_ < end; ++next_) {
-            // Beyond a repeated edge there is nothing new to filter.
-            const bool isRepeated = call_.edges == EdgeRule::Replicate && next_ > -half_ &&
-                                    EdgeIndex(next_, call_.height, call_.edges) ==
-                                        EdgeIndex(next_ - 1, call_.height, call_.edges);
-            seen_[SlotOf(next_)] = isRepeated ? seen_[SlotOf(next_ - 1)] : FilterRow(next_);
+            const int32_t twin = SeenTwin(next_);
+            seen_[SlotOf(next_)] = twin < next_ ? seen_[SlotOf(twin)] : FilterRow(next_);
         }
         for (int32_t row = y - half_; row < end; ++row) {
             window_[static_cast<size_t>(row - (y - half_))] = seen_[SlotOf(row)];
         }
         return window_.data();
+    }
+
+    // A row seen before that is the same as this one and still there; the row itself if there is none.
+    int32_t SeenTwin(int32_t row) const {
+        if (call_.edges == EdgeRule::Replicate) {
+            const bool isRepeated = row > -half_ && EdgeIndex(row, call_.height, call_.edges) ==
+                                                        EdgeIndex(row - 1, call_.height, call_.edges);
+            return isRepeated ? row - 1 : row;
+        }
+        // A kernel higher than a wrapped frame sees its rows again and again.
+        const bool isSeenAgain = call_.height <= capacity_ && row - call_.height >= -half_;
+        return isSeenAgain ? row - call_.height : row;
     }
 
     size_t SlotOf(int32_t row) const { return static_cast<size_t>((row + half_) % capacity_); }

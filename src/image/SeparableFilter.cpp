@@ -46,10 +46,6 @@ void GaussFilterWrap(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     RunPlan(pixels, width, height, maxValue, PlanGaussWrap(width, height, sigma));
 }
 
-bool CanGaussFilterReplicate(int32_t width, int32_t height, double sigma) {
-    return PlanGaussReplicate(width, height, sigma).has_value();
-}
-
 void GaussFilterReplicate(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma) {
     RunPlan(pixels, width, height, maxValue, PlanGaussReplicate(width, height, sigma));
 }

@@ -52,9 +52,6 @@ void GaussFilterWrap(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 // leaves the frame as it is, as does one too large for GaussFilterWrap.
 void GaussFilterReplicate(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma);
 
-// Whether GaussFilterReplicate filters a frame of this size at this sigma, or leaves it as it is.
-bool CanGaussFilterReplicate(int32_t width, int32_t height, double sigma);
-
 // A form of FilterFrame.
 struct FilterVariant {
     const char* name;

@@ -51,7 +51,7 @@ void SmoothGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t max
 
 void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                       int32_t stageNumber) {
-    // Unlike in other stages, the time holds the reading of the keys.
+    // Unlike in most stages, the time holds the reading of the keys.
     const ConfiguredStageReport report;
     const ConfiguredState& state = SharedConfiguredState();
     const GaussianParams params = ReadGaussianParams(state.IniPath, state.SectionName, stageNumber);

@@ -14,9 +14,8 @@ namespace vastrelline {
 void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t stageNumber);
 
 // The median stages of the fixed chain: a square window, taken as wide as the key says, in one pass before
-// and some passes after the other stages, on the caller's thread. They write the dumps "%02d_PreMedian.raw"
-// and
-// "%02d_Post_Median.raw".
+// and some passes after the other stages, on the caller's thread. They write the dumps
+// "%02d_PreMedian.raw" and "%02d_Post_Median.raw".
 //
 // dumpCounter   the run's dump number; a dump takes it and steps it
 // settings      the keys, and whether the run logs

@@ -20,6 +20,7 @@ bool Fits(int32_t size, int32_t length) { return size >= 1 && size / 2 < length 
 // frame would leave the cache and cost as much as the filter of a small window.
 void FilterInPlace(const FrameView<uint16_t>& frame, int32_t windowWidth, int32_t windowHeight) {
     constexpr int32_t kLeastRowsInBand = 64;
+    if (windowWidth == 1 && windowHeight == 1) return;  // each pixel is its own middle
     if (!Fits(windowWidth, frame.Width()) || !Fits(windowHeight, frame.Height())) return;
     const auto stride = static_cast<size_t>(frame.Width());
     const int32_t half = windowHeight / 2;
@@ -87,7 +88,7 @@ int32_t MedianSquare(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 int32_t MedianSquareToBuffer(const uint16_t* source, uint16_t* destination, int32_t width, int32_t height,
                              int32_t mask) {
     const FrameView<const uint16_t> from(source, width, height);
-    if (!Fits(mask, width) || !Fits(mask, height)) {
+    if (mask == 1 || !Fits(mask, width) || !Fits(mask, height)) {
         std::copy(from.begin(), from.end(), destination);
         return kSuccess;
     }

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <exception>
-#include <system_error>
 #include <thread>
 
 namespace vastrelline {
@@ -30,7 +29,7 @@ struct Worker {
     void Start() {
         try {
             thread = std::thread(&Worker::Run, this);
-        } catch (const std::system_error&) {
+        } catch (const std::exception&) {  // no thread, or no memory for one
             Run();
         }
     }

@@ -33,8 +33,7 @@ int32_t& MedianThreadCount();
 // job          writes its own rows of the destination and nothing else; gets empty bands too
 // parameters, source, destination   handed on to the job
 // Errors       a thread that cannot be started: the caller's thread does its band; what a job throws is
-// thrown
-//              again after all have finished
+//              thrown again after all have finished
 void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters, const uint16_t* source,
                    uint16_t* destination, int32_t firstRow, int32_t lastRow);
 

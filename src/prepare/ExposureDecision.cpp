@@ -8,7 +8,7 @@
 namespace vastrelline {
 
 int32_t ComputeOtsuThreshold(const uint16_t* image, int32_t width, int32_t height, int32_t maxValue) {
-    return ComputeOtsuThreshold(BuildHistogram(image, width, height, maxValue),
+    return ComputeOtsuThreshold(BuildHistogram(image, width, height, std::min(maxValue, 0xFFFF)),
                                 static_cast<double>(width) * height);
 }
 

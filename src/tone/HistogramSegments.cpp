@@ -95,13 +95,14 @@ LevelTable<int32_t> FindPeaks(const LevelTable<int32_t>& smooth) {
     return LevelTable(std::move(peaks));
 }
 
-// The lowest point from `first` to `last` that is below `limit` and lower than the one at `peak`, the last of
-// them; `fallback` if there is none. An empty gap is no valley: the point beside it is.
-int32_t FindValley(const LevelTable<int32_t>& smooth, int32_t first, int32_t last, int32_t peak,
-                   int32_t limit, int32_t fallback) {
+// The lowest point from `first` up to but not including `end` that is below `limit` and lower than the one at
+// `peak`; of equally low ones the first; `fallback` if there is none. An empty gap is no valley: the point
+// beside it is.
+int32_t FindValley(const LevelTable<int32_t>& smooth, int32_t first, int32_t end, int32_t peak, int32_t limit,
+                   int32_t fallback) {
     int32_t valley = fallback;
     int32_t best = smooth[peak];
-    for (int32_t level = first; level <= std::min(last, smooth.Top()); ++level) {
+    for (int32_t level = first; level < std::min(end, smooth.Top() + 1); ++level) {
         const int32_t height = smooth[level];
         if (height == 0 || height >= best || height >= limit) continue;
         best = height;
@@ -165,8 +166,7 @@ StretchSegment FindStretchSegments(const CountedFrame& frame, int32_t fallbackLo
 
     const int32_t otsu =
         ComputeOtsuThreshold(frame.histogram, static_cast<double>(frame.width) * frame.height);
-    // Of a limit of 2^30 and more nothing sensible is left, but it must not overflow.
-    const int32_t leftPeakLimit = WrappingAdd(limit, limit);
+    const int64_t leftPeakLimit = int64_t{2} * limit;
     int32_t start = 0;
     while (start < otsu && !(peaks[start] != 0 && smooth[start] > leftPeakLimit)) ++start;
     if (start >= otsu) start = levels.floorLevel;
@@ -175,8 +175,8 @@ StretchSegment FindStretchSegments(const CountedFrame& frame, int32_t fallbackLo
     while (end > peakTo && peaks[end] == 0) --end;
     if (end <= peakTo) end = fallbackTop;
 
-    return {FindValley(smooth, start, peak - 1, peak, limit, fallbackLow),
-            FindValley(smooth, peak, end - 1, peak, limit, fallbackTop)};
+    return {FindValley(smooth, start, peak, peak, limit, fallbackLow),
+            FindValley(smooth, peak, end, peak, limit, fallbackTop)};
 }
 
 }  // namespace vastrelline

@@ -17,8 +17,9 @@ namespace vastrelline {
 // limitBin      levels whose count, smoothed over 50 levels, is not above it are not occupied
 // Rounding      truncation toward zero in doubles, then the low 16 bits, before and after the curve is
 //               stretched to the output
-// One level     a curve without width gives 0 everywhere. A frame of one level that is occupied gets
-//               outputRange all the same, for the low end is taken 100 levels further down
+// One level     a curve without width gives 0 everywhere: level 0 alone, or a centre that falls on the high
+//               end. A frame of one level above 0 gets outputRange with ratio 0, if that level is occupied,
+//               for the low end is taken up to 100 levels further down
 std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                         int32_t maxValue, int32_t outputRange, double ratio,
                                         int32_t limitBin);

@@ -8,7 +8,7 @@ namespace vastrelline {
 // How a stretch curve divides the levels: a dark tail up to `left`, a straight ramp between `left` and
 // `right`, a bright tail from `right` on; and how many output levels each of the three gets.
 struct StretchShape {
-    int32_t left;        // levels, -1..65535 both
+    int32_t left;        // levels, -1..65536 both
     int32_t right;       // may be `left`, see BuildStretchCurve, or lie below it
     double leftWeight;   // steepness of the tails' logistics
     double rightWeight;  //

@@ -1,6 +1,9 @@
 #include "tone/StretchSegments.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
+#include <vector>
 
 #include "image/FrameView.h"
 #include "image/Truncate.h"

@@ -136,5 +136,11 @@ TEST(ClaheEqualize, ClipIsTruncatedAndAtLeastOne) {
     ExpectEqualized(frame, {0, 9, 2, 2, 2, 0.4}, Flat(4, 4, 2));
 }
 
+// A tile of 130 x 128 has 16640 pixels, all in the first of two bins: 256 above the limit of 16384, which the
+// other bin gets. 0.1 * 16384 is 1638.4; without the limit the curve would start at 1664.
+TEST(ClaheEqualize, SlopeOfZeroClipsAt16384) {
+    ExpectEqualized(Flat(260, 256, 0), {0, 1664, 2, 2, 2, kNoClip}, Flat(260, 256, 1638));
+}
+
 }  // namespace
 }  // namespace vastrelline

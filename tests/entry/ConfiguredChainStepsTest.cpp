@@ -30,8 +30,9 @@ protected:
     Frame Run(const Frame& input, const std::wstring& section = L"General",
               const SensorGeometry* geometry = nullptr) const {
         Frame output = Flat(input.width, input.height, 7);
-        EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), input.width, input.height,
-                                     folder_.WideProfile(), section, geometry),
+        EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), input.width, input.height,
+                                      folder_.WideProfile(), section},
+                                     geometry),
                   kSuccess);
         return output;
     }

@@ -26,8 +26,9 @@ protected:
     Frame Run(const Frame& input, ReturnCode expectedCode = kSuccess,
               const std::wstring& section = L"General") const {
         Frame output = Flat(input.width, input.height, 7);
-        EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), input.width, input.height,
-                                     folder_.WideProfile(), section, nullptr),
+        EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), input.width, input.height,
+                                      folder_.WideProfile(), section},
+                                     nullptr),
                   expectedCode);
         return output;
     }
@@ -196,10 +197,10 @@ TEST_F(ConfiguredChainTest, FirstArgumentTestThatFailsGivesTheCodeAndNothingIsWr
     const Frame input = FromRows({{5}});
     Frame output = FromRows({{7}});
     const std::wstring profile = Folder().WideProfile();
-    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile + L"x", L"", nullptr), kNoProfile);
-    EXPECT_EQ(RunConfiguredChain(nullptr, nullptr, 1, 1, profile, L"", nullptr), kNoInput);
-    EXPECT_EQ(RunConfiguredChain(input.Data(), nullptr, 1, 1, profile, L"", nullptr), kNoOutput);
-    EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), 1, 1, profile, L"", nullptr), kNoSection);
+    EXPECT_EQ(RunConfiguredChain({nullptr, nullptr, 1, 1, profile + L"x", L""}, nullptr), kNoProfile);
+    EXPECT_EQ(RunConfiguredChain({nullptr, nullptr, 1, 1, profile, L""}, nullptr), kNoInput);
+    EXPECT_EQ(RunConfiguredChain({input.Data(), nullptr, 1, 1, profile, L""}, nullptr), kNoOutput);
+    EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), 1, 1, profile, L""}, nullptr), kNoSection);
     EXPECT_THAT(output, EqualsFrame(FromRows({{7}})));
     EXPECT_THAT(Folder().Files(), IsEmpty());
     // Nor do the sensor's values reach the profile.
@@ -224,9 +225,10 @@ TEST_F(ConfiguredChainTest, FrameWithoutPixelsIsNoWork) {
     for (const auto& [width, height] : sizes) {
         SCOPED_TRACE(testing::Message() << width << " x " << height);
         Frame output = FromRows({{7}});
-        EXPECT_EQ(RunConfiguredChain(input.Data(), output.Data(), width, height, Folder().WideProfile(),
-                                     L"General", nullptr),
-                  kSuccess);
+        EXPECT_EQ(
+            RunConfiguredChain(
+                {input.Data(), output.Data(), width, height, Folder().WideProfile(), L"General"}, nullptr),
+            kSuccess);
         EXPECT_THAT(output, EqualsFrame(FromRows({{7}})));
     }
     EXPECT_THAT(Folder().Files(), IsEmpty());

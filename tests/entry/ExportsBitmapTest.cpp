@@ -121,8 +121,6 @@ TEST_P(BitmapExportTest, CodeOfAFailedRunStaysAndNoBitmapIsMade) {
     const std::string missing = Folder().Narrow("missing.ini");
     const std::string bitmap = Folder().Narrow("a.bmp");
     Frame input = kInput;
-    EXPECT_EQ(GetParam().call({input.Data(), nullptr, 5, 1, profile.c_str(), "", 0, bitmap.c_str()}),
-              VASTRELLINE_NO_SECTION);
     EXPECT_EQ(GetParam().call({input.Data(), nullptr, 5, 1, missing.c_str(), "General", 1, bitmap.c_str()}),
               VASTRELLINE_NO_PROFILE);
     EXPECT_EQ(GetParam().call({nullptr, nullptr, 5, 1, profile.c_str(), "General", 0, bitmap.c_str()}),

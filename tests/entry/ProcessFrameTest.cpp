@@ -22,7 +22,7 @@ protected:
 
     ProcessCall Call(Frame& input, bool isMappingOn) const {
         return {input.Data(), input.width, input.height, folder_.WideProfile(),
-                L"General",   isMappingOn, nullptr};
+                L"General",   isMappingOn, false,        nullptr};
     }
     const ProfileFolder& Folder() const { return folder_; }
 
@@ -47,12 +47,6 @@ TEST_F(ProcessFrameTest, MappingRunsOnAnOutputThatTheDriverLeftAlone) {
     noProfile.iniPath += L"x";
     Frame output = FromRows({{0, 2000, 4095, 65535}});
     EXPECT_EQ(ProcessFrame(noProfile, output.Data()), kNoProfile);
-    EXPECT_THAT(output, EqualsFrame(FromRows({{1228, 2047, 2905, 2905}})));
-
-    ProcessCall noSection = Call(input, true);
-    noSection.sectionName.clear();
-    output = FromRows({{0, 2000, 4095, 65535}});
-    EXPECT_EQ(ProcessFrame(noSection, output.Data()), kNoSection);
     EXPECT_THAT(output, EqualsFrame(FromRows({{1228, 2047, 2905, 2905}})));
 }
 
@@ -100,9 +94,6 @@ TEST_F(ProcessFrameTest, DriversCodeStaysWhateverTheBitmapsPath) {
     ProcessCall noProfile = Call(input, false);
     noProfile.iniPath += L"x";
     EXPECT_EQ(ProcessFrameToBitmap(noProfile, Folder().Wide(L"a.bmp")), kNoProfile);
-    ProcessCall noSection = Call(input, false);
-    noSection.sectionName.clear();
-    EXPECT_EQ(ProcessFrameToBitmap(noSection, Folder().Wide(L"a.bmp")), kNoSection);
     EXPECT_THAT(Folder().Files(), IsEmpty());
 }
 

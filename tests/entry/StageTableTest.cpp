@@ -5,11 +5,16 @@
 #include <climits>
 #include <cstdint>
 #include <set>
+#include <span>
+#include <string>
+#include <vector>
 
+#include "config/ConfiguredState.h"
 #include "entry/StageTable.h"
 #include "support/ConfiguredRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/StageNames.h"
 
 namespace vastrelline {
 namespace {
@@ -54,16 +59,49 @@ TEST(StageTable, StageGetsEveryArgument) {
     EXPECT_TRUE(isSame);
 }
 
-TEST(StageTable, EveryStageOfTheConfiguredChainStandsOnce) {
-    std::set<StageId> ids;
-    for (const StageEntry& stage : ConfiguredStages()) {
-        EXPECT_TRUE(ids.insert(stage.id).second);
+std::set<int32_t> NumbersIn(std::span<const StageEntry> stages) {
+    std::set<int32_t> numbers;
+    for (const StageEntry& stage : stages) {
+        EXPECT_TRUE(numbers.insert(static_cast<int32_t>(stage.id)).second);
         EXPECT_NE(stage.run, nullptr);
-        EXPECT_GE(static_cast<int32_t>(stage.id), 1);
-        // The configured chain has no stage 13: other chains do.
-        EXPECT_LE(static_cast<int32_t>(stage.id), 12);
     }
-    EXPECT_EQ(ids, (std::set<StageId>{StageId::Gaussian, StageId::GammaLUT, StageId::LinearLUT}));
+    return numbers;
+}
+
+TEST(StageTable, EveryStageStandsOnce) {
+    EXPECT_EQ(NumbersIn(AllStages()), (std::set<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}));
+}
+
+TEST(StageTable, ConfiguredChainHasNoHdrStage) {
+    EXPECT_EQ(NumbersIn(ConfiguredStages()), (std::set<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+}
+
+// A stage's log line tells which one ran.
+TEST(StageTable, EveryNumberRunsItsStage) {
+    const struct {
+        int32_t number;
+        std::vector<std::string> names;
+    } cases[] = {{1, {"PreConstrast"}},
+                 {2, {"StretchCurve"}},
+                 {3, {"CLAHE"}},
+                 {4, {"AdaptiveUnsharp"}},
+                 {5, {"AdapSmooth - Savgol"}},
+                 {6, {"pyramid"}},
+                 {7, {"Median"}},
+                 {8, {"Gaussian"}},
+                 {9, {"Sigmoid Curve"}},
+                 {10, {"Gamma Curve"}},
+                 {11, {"Linear Curve"}},
+                 {12, {}},
+                 {13, {"HDR"}}};
+    for (const auto& c : cases) {
+        ConfiguredRun run;
+        run.WriteProfile("[Molar]\r\n");
+        SharedConfiguredState().SaveLog = 1;
+        Frame frame = Noise(12, 12, 4095, 1);
+        RunStage(AllStages(), c.number, {frame.Data(), 12, 12, 144, 4095, run.Log(), 0});
+        EXPECT_EQ(StageNamesIn(run.LogText()), c.names) << c.number;
+    }
 }
 
 TEST(StageTable, StageEightSmoothesByTheKeysOfItsPosition) {

@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         // Rows: 5/3 is 1, 2/3 is 0; columns: 3/3, 2/3, 1/3. In one go the middle would be 12/9, which is 1.
         BoxMeanCase{"RowsRoundDownBeforeColumns", 1, FromRows({{0, 5, 0}, {0, 5, 0}, {0, 2, 0}}),
                     FromRows({{1, 1, 1}, {0, 0, 0}, {0, 0, 0}})},
-        // Rows: 2, 5, 5 and 0, 0, 0 and 8, 8, 8; columns: (2+2+0)/3, (2+0+8)/3, (0+8+8)/3, and so on.
+        // Rows: 2, 5, 8 and 0, 0, 0 and 8, 8, 8; columns: (2+2+0)/3, (2+0+8)/3, (0+8+8)/3, and so on.
         BoxMeanCase{"SquareOfThree", 1, FromRows({{0, 8, 8}, {0, 0, 0}, {8, 8, 8}}),
                     FromRows({{1, 3, 5}, {3, 4, 5}, {5, 5, 5}})},
         // Five wide on two: (3*0+2*9)/5, (2*0+3*9)/5

@@ -158,5 +158,13 @@ TEST(FilterVariants, ProductsAreRoundedBeforeTheyAreAdded) {
     }
 }
 
+TEST(FilterVariants, FramesAboutAsHighAsTheKernelGiveTheReferenceBits) {
+    std::mt19937 random(20240504);
+    for (const int32_t size : {3, 5, 31, 77})
+        for (int32_t height = std::max(1, size - 2); height <= size + 5; ++height)
+            ExpectAllVariantsEqual(random, 9, height, size);
+    for (const int32_t height : {1, 2, 3, 10}) ExpectAllVariantsEqual(random, 9, height, 77);
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -75,8 +75,7 @@ TEST(HalvingFilter, LimitCutsTheListDownToTheReference) {
 }
 
 // Taps 1, 2, 4 along the rows and the columns of a frame with 1 at (2, 2): the result's (1, 1) sees it in the
-// middle. The pixel at (3, 1) is seen by (1, 1) only, right and above of its middle, and wrapped or repeated
-// by none.
+// middle. The pixel at (3, 1) lies between four pixels of the result, and each sees it at a corner.
 TEST(HalvingFilter, KeepsTheFirstOfEveryTwoPixelsAndRows) {
     const std::vector<double> kernel = {1, 2, 4};
     for (const HalvingVariant& variant : HalvingVariants()) {
@@ -86,7 +85,8 @@ TEST(HalvingFilter, KeepsTheFirstOfEveryTwoPixelsAndRows) {
         EXPECT_THAT(result, EqualsFrame(FromRows({{0, 0, 0}, {0, 40, 0}}))) << variant.name;
         const Frame beside = Impulse(7, 5, 3, 1, 10);
         variant.run({beside.Data(), 7, 5, 4095, kernel, EdgeRule::Replicate, result.Data()});
-        // (1, 0) sees it right below: 4 * 4. (2, 0) left below: 1 * 4. (1, 1) right above: 4 * 1.
+        // (1, 0) sees it right below: 4 * 4. (2, 0) left below: 1 * 4. (1, 1) right above: 4 * 1. (2, 1) left
+        // above: 1 * 1.
         EXPECT_THAT(result, EqualsFrame(FromRows({{0, 160, 40}, {0, 40, 10}}))) << variant.name;
     }
 }

@@ -92,5 +92,17 @@ TEST(LuDecompose, RowOfZerosIsRefusedAndLeavesTheMatrix) {
     EXPECT_EQ(ToRows(matrix, 2), (Rows{{1, 2}, {0, 0}}));
 }
 
+// Row 1 goes down to place 2 and takes its scale of 1/1000 along: 9.5 / 1000 loses against 0.5 / 2. With the
+// scale of the row that stood there, 1/4, it would win.
+TEST(LuDecompose, ScaleMovesWithItsRow) {
+    SquareMatrix matrix = FromRows({{1, 10, 1000}, {4, 2, 4}, {1, 1, 2}});
+    std::vector<int32_t> pivots(4);
+    double sign = 0.0;
+    ASSERT_EQ(LuDecompose(matrix, 3, pivots, sign), 1);
+    EXPECT_EQ(pivots, (std::vector<int32_t>{0, 2, 3, 3}));
+    EXPECT_EQ(sign, 1.0);
+    EXPECT_EQ(ToRows(matrix, 3), (Rows{{4, 2, 4}, {0.25, 0.5, 1}, {0.25, 19, 980}}));
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -45,8 +45,7 @@ protected:
     ConfiguredRun run_;
 };
 
-// One row of the middle decides each mode: rows give 2 3 3 for its inner pixels, columns 1 4 1, squares 1
-// 3 1.
+// The middle row tells the modes apart: for its inner pixels rows give 4 3 4, columns 1 4 1, squares 2 2 3.
 const Frame kModes = FromRows({{1, 1, 4, 1, 1}, {5, 2, 4, 3, 5}, {1, 1, 9, 1, 1}});
 
 struct ModeCase {

@@ -102,6 +102,13 @@ TEST(MedianVariants, EverySmallWidthGivesTheReferenceBits) {
         ExpectAllVariantsEqual(random, {nullptr, nullptr, width, 6, 3, 3, 0, 5}, kHardContents);
     for (const int32_t width : {257, 258, 259, 260, 275, 290, 514, 515})
         ExpectAllVariantsEqual(random, {nullptr, nullptr, width, 4, 3, 3, 0, 3}, kHardContents);
+    // Lists of two and of four columns reach beyond the end of a strip.
+    for (const int32_t mask : {4, 9, 15}) {
+        for (const int32_t columns : {256, 257}) {
+            ExpectAllVariantsEqual(random, {nullptr, nullptr, columns + mask, mask + 1, mask, mask, 0, mask},
+                                   std::span(kHardContents).subspan(1));
+        }
+    }
 }
 
 TEST(MedianVariants, EveryRangeOfRowsGivesTheReferenceBits) {

@@ -81,6 +81,10 @@ TEST(SavgolSmooth, ColumnsFollowRows) {
 TEST(SavgolSmooth, EvenMaskHasOneTapLessOnTheRight) {
     EXPECT_THAT(Smoothed(FromRows({{0, 0, 0, 60000, 0, 0, 0}}), 4, 0),
                 EqualsFrame(FromRows({{0, 0, 7574, 44814, 7574, 36, 0}})));
+    // (-3, 12, 17, 12) / 35, the first four of five, under the same taper: -0.0001163, 0.0963319, 0.8074524,
+    // 0.0963319.
+    EXPECT_THAT(Smoothed(FromRows({{0, 0, 0, 60000, 0, 0, 0}}), 4, 2),
+                EqualsFrame(FromRows({{0, 0, 5779, 48447, 5779, 0, 0}})));
 }
 
 TEST(SavgolSmooth, FlatFrameStaysFlatUpToTheTruncation) {

@@ -103,6 +103,8 @@ TEST(SigmoidCurve, WithoutAWidthAllLevelsBecomeZero) {
     EXPECT_EQ(Curve(Flat(2, 2, 700), 4095, 0.0, 4095), std::vector<uint16_t>(4096, 0));
     EXPECT_EQ(Curve(Frame(0, 3), 4095, 0.5, 4095), std::vector<uint16_t>(4096, 0));
     EXPECT_EQ(Curve(Flat(1, 1, 0), 4095, 0.5, 0), std::vector<uint16_t>(1, 0));
+    // A fraction puts the centre on the only level, which is the high end.
+    EXPECT_EQ(Curve(Flat(40, 25, 500), 4095, 0.5, 4095), std::vector<uint16_t>(4096, 0));
 }
 
 // 500 pixels at 3000 are 9 in the average over 51 levels, 1000 at 700 and 1500 are 19. The curve runs from

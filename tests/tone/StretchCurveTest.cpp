@@ -51,6 +51,18 @@ INSTANTIATE_TEST_SUITE_P(
                          12,
                          {4, 9, 4.0, 4.0, 0, 10, 0},
                          {0, 0, 0, 0, 1, 3, 5, 7, 9, 11, 11, 12, 12, 12, 12, 12}},
+        // rightLen alone 0: the top is the table's, 15, not 2 + 20. Ramp 20(i - 4)/11 + 2.
+        StretchCurveCase{"RightAtTheTopEndsAtTheTable",
+                         1,
+                         15,
+                         {4, 15, 4.0, 4.0, 2, 20, 0},
+                         {1, 1, 1, 1, 2, 3, 5, 7, 9, 11, 12, 14, 16, 18, 20, 15}},
+        // leftLen alone 0: 15 and not 20 + 3; above the frame 19 + 2, not held. Ramp 20i / 9.
+        StretchCurveCase{"LeftAtZeroEndsAtTheTable",
+                         0,
+                         12,
+                         {0, 9, 4.0, 4.0, 0, 20, 3},
+                         {0, 2, 4, 6, 8, 11, 13, 15, 17, 15, 15, 15, 15, 21, 21, 21}},
         // Slope 1: 5 - 2, 6 - 2 ... up to 7.
         StretchCurveCase{"NoRampLengthIsSlopeOne",
                          1,

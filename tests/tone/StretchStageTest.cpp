@@ -430,5 +430,15 @@ TEST(StretchStage, FixedHostileKeysAndSmallFramesStayACurve) {
             }
 }
 
+// 29 percent of 100 pixels: 0.29 * 100 is just below 29, and 29 pixels pass 28.
+TEST(StretchStage, PercentIsMadeAShareFirst) {
+    const Frame frame(10, 10, FromCounts({{1, 29}, {20, 71}}).pixels);
+    EXPECT_THAT(RunConfigured(frame, 31,
+                              "STRETCH_SEPARATION_CNT=3\nSTRETCH_LIMITBIN=29\nLEFT_LEN_LIMIT=3\n"
+                              "RIGHT_LEN_LIMIT=4\nRESTRETCH_OPTION=0\n")
+                    .frame,
+                EqualsFrame(Stretched(frame, 31, 1, 20, 3, 4)));
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -142,7 +142,7 @@ bool IsWritable(const std::string& path, const struct stat& status) {
 }
 
 Attempt ReplaceFile(const std::string& path, const FileDescriptor& file,
-                    const std::function<ContentsEdit(std::string&)>& edit) {
+                    const std::function<ContentsEdit(std::string&)>& edit, OldContents old) {
     if (TryLock(file.Get()) == LockResult::HeldByOther) return Attempt::TryAgain;
     // While this one waited, another writer may have put a new file in the place of the locked one.
     struct stat locked {};
@@ -153,7 +153,7 @@ Attempt ReplaceFile(const std::string& path, const FileDescriptor& file,
         return Attempt::TryAgain;
     if (!IsWritable(path, current)) return Attempt::Failed;
     std::string bytes;
-    if (!ReadAll(file.Get(), bytes)) return Attempt::Failed;
+    if (old == OldContents::Read && !ReadAll(file.Get(), bytes)) return Attempt::Failed;
     const ContentsEdit wish = edit(bytes);
     if (wish != ContentsEdit::Replace) return wish == ContentsEdit::Keep ? Attempt::Done : Attempt::Failed;
     FileBeside beside(path, kOwnerOnly);  // until it is what the old one was
@@ -162,9 +162,10 @@ Attempt ReplaceFile(const std::string& path, const FileDescriptor& file,
     return Attempt::Done;
 }
 
-Attempt TryUpdate(const std::string& path, const std::function<ContentsEdit(std::string&)>& edit) {
+Attempt TryUpdate(const std::string& path, const std::function<ContentsEdit(std::string&)>& edit,
+                  OldContents old) {
     const FileDescriptor file = OpenFile(path, O_RDONLY);
-    if (file.IsOpen()) return ReplaceFile(path, file, edit);
+    if (file.IsOpen()) return ReplaceFile(path, file, edit, old);
     return errno == ENOENT ? MakeFile(path, edit) : Attempt::Failed;
 }
 
@@ -177,9 +178,10 @@ std::optional<std::string> ReadFileContents(const std::string& path) {
     return bytes;
 }
 
-bool UpdateFileContents(const std::string& path, const std::function<ContentsEdit(std::string&)>& edit) {
+bool UpdateFileContents(const std::string& path, const std::function<ContentsEdit(std::string&)>& edit,
+                        OldContents old) {
     for (int i = 0; i < kLargestAttempts; ++i) {
-        const Attempt attempt = TryUpdate(FollowLinks(path), edit);
+        const Attempt attempt = TryUpdate(FollowLinks(path), edit, old);
         if (attempt != Attempt::TryAgain) return attempt == Attempt::Done;
         std::this_thread::sleep_for(kWaitForOther);
     }

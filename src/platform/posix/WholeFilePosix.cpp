@@ -5,10 +5,11 @@
 namespace vastrelline {
 
 bool SaveWholeFile(const std::wstring& path, const std::string& bytes) {
-    return UpdateFileContents(NativePath(path), [&](std::string& contents) {
+    const auto replace = [&](std::string& contents) {
         contents = bytes;
         return ContentsEdit::Replace;
-    });
+    };
+    return UpdateFileContents(NativePath(path), replace, OldContents::Ignore);
 }
 
 }  // namespace vastrelline

@@ -29,20 +29,37 @@ protected:
     }
 
     void ExpectOutput(const std::string& iniPath, const Frame& expected) {
-        Frame input = FromRows({{0, 50, 100}});
-        Frame output = Flat(3, 1, 7);
-        EXPECT_EQ(
-            GetParam().call({input.Data(), output.Data(), 3, 1, iniPath.c_str(), "General", 0, nullptr}),
-            VASTRELLINE_OK);
+        const Frame output = Run(iniPath);
         if (!GetParam().hasOutput) return;
         EXPECT_THAT(output, EqualsFrame(expected));
     }
 
     const ProfileFolder& Folder() const { return folder_; }
-    static Frame Black() { return Flat(3, 1, 0); }
-    static Frame Squared() { return FromRows({{0, 25, 100}}); }
+
+    // What the fixed chain, which runs where nothing selects another one, makes of the frame on its defaults.
+    Frame OnDefaults() {
+        WriteBytes(folder_.At("defaults.ini"), "[General]\r\nPROCMODE=1\r\n");
+        const Frame output = Run(folder_.Narrow("defaults.ini"));
+        EXPECT_EQ(output != Flat(3, 1, 7), GetParam().hasOutput);
+        return output;
+    }
+
+    // What the list of the section makes of it. One chain has no list; its linear curve ends at
+    // trunc(100 * (100 / 65535)) = 0.
+    static Frame Squared() {
+        return GetParam().name == "ImageProcessingCR" ? Flat(3, 1, 0) : FromRows({{0, 25, 100}});
+    }
 
 private:
+    Frame Run(const std::string& iniPath) {
+        Frame input = FromRows({{0, 50, 100}});
+        Frame output = Flat(3, 1, 7);
+        EXPECT_EQ(
+            GetParam().call({input.Data(), output.Data(), 3, 1, iniPath.c_str(), "General", 0, nullptr}),
+            VASTRELLINE_OK);
+        return output;
+    }
+
     ProfileFolder folder_;
 };
 
@@ -52,7 +69,7 @@ TEST_P(PosixExportTest, BinaryProfileKeepsItsBytes) {
     std::string bytes;
     for (int i = 0; i < 300000; ++i) bytes += static_cast<char>((random() >> 8U) & 0xFFU);
     WriteBytes(Folder().At("profile.ini"), bytes);
-    ExpectOutput(Folder().Profile(), Black());
+    ExpectOutput(Folder().Profile(), OnDefaults());
     EXPECT_TRUE(ReadBytes(Folder().At("profile.ini")).starts_with(bytes));
 }
 
@@ -103,19 +120,19 @@ TEST_P(PosixExportTest, ProfilePathOf260CharactersWorks) {
 TEST_P(PosixExportTest, PipeInThePlaceOfTheProfileDoesNotHoldUpTheCall) {
     const std::string pipe = Folder().Narrow("pipe.ini");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    ExpectOutput(pipe, Black());
+    ExpectOutput(pipe, OnDefaults());
 }
 
 TEST_P(PosixExportTest, DeviceInThePlaceOfTheProfileIsEmpty) {
-    ExpectOutput("/dev/null", Black());
-    ExpectOutput("/dev/zero", Black());
+    ExpectOutput("/dev/null", OnDefaults());
+    ExpectOutput("/dev/zero", OnDefaults());
 }
 
 TEST_P(PosixExportTest, ProfileWithoutTheRightToReadIsEmpty) {
     if (geteuid() == 0) GTEST_SKIP() << "the user with all rights reads any file";
     Square().WriteTo(Folder().At("profile.ini"));
     std::filesystem::permissions(Folder().At("profile.ini"), std::filesystem::perms::none);
-    ExpectOutput(Folder().Profile(), Black());
+    ExpectOutput(Folder().Profile(), OnDefaults());
 }
 
 TEST_P(PosixExportTest, LinkThatLeadsNowhereIsNoProfile) {

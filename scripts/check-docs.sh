@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# Fails if a page of docs/ differs from docs/keys.toml, or that table from src/ or profiles/. To write the pages:
+# scripts/make-docs.py
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+exec python3 scripts/make-docs.py --check

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vastrelline {
+
+// What every driver works on.
+struct DriverCall {
+    const uint16_t* input;  // width * height pixels; only read
+    uint16_t* output;       // width * height pixels; receives the result
+    int32_t width;          // 0 or less: the arguments are tested, then nothing is done
+    int32_t height;         // as width
+    std::wstring iniPath;
+    std::wstring sectionName;
+};
+
+}  // namespace vastrelline

@@ -1,0 +1,91 @@
+#include "entry/FixedStageTable.h"
+
+#include "contrast/ClaheStage.h"
+#include "detail/PreContrastStage.h"
+#include "detail/PyramidStage.h"
+#include "detail/UnsharpStage.h"
+#include "noise/AdaptiveSmoothingStage.h"
+#include "noise/GaussianStage.h"
+#include "noise/MedianStage.h"
+#include "prepare/InversionStage.h"
+#include "tone/GammaStage.h"
+#include "tone/SigmoidStage.h"
+#include "tone/StretchStage.h"
+
+namespace vastrelline {
+
+namespace {
+
+using Settings = FixedSettings;
+using Call = FixedStageCall;
+
+constexpr FixedStageEntry kFixedStages[] = {
+    {&Settings::INVERSE_INTENSITY, true,
+     [](const Call& c) {
+         RunFixedInversion(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log,
+                           c.settings);
+     }},
+    {&Settings::PRE_MEDIAN, true,
+     [](const Call& c) { RunPreMedian(c.frame, c.width, c.height, c.dumpCounter, c.log, c.settings); }},
+    {&Settings::PRE_GAUSSIAN, true,
+     [](const Call& c) {
+         RunPreGaussian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::PRE_CONTRAST, true,
+     [](const Call& c) {
+         PreContrastStageFixed(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log,
+                               c.settings);
+     }},
+    {&Settings::HISTOGRAM_STRETCH, true,
+     [](const Call& c) {
+         RunFixedStretch(c.frame, c.stretched, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter,
+                         c.log, c.settings);
+     }},
+    {&Settings::PYRAMID_PROCESSING, false,
+     [](const Call& c) {
+         PyramidStageFixed(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::CONTRAST_ENHANCE, true,
+     [](const Call& c) {
+         AdaptiveUnsharpStageFixed(c.frame, c.stretched, c.width, c.height, c.maxValue, c.dumpCounter, c.log,
+                                   c.settings);
+     }},
+    {&Settings::CONTRAST_ENHANCE2, true,
+     [](const Call& c) {
+         RunClahe(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::ADAPTIVE_SMOOTHING, true,
+     [](const Call& c) {
+         RunAdaptiveSmoothing(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::POST_MEDIAN, true,
+     [](const Call& c) {
+         RunPostMedian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::POST_GAUSSIAN, true,
+     [](const Call& c) {
+         RunPostGaussian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    // Whether it is the sigmoid or the linear curve is the stage's own switch.
+    {nullptr, true,
+     [](const Call& c) {
+         RunFixedSigmoid(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+    {&Settings::POST_GAMMA_LUT, true,
+     [](const Call& c) {
+         RunFixedGamma(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+     }},
+};
+
+}  // namespace
+
+std::span<const FixedStageEntry> FixedStages() { return kFixedStages; }
+
+void RunFixedStages(FixedChain chain, const FixedStageCall& call) {
+    for (const FixedStageEntry& stage : kFixedStages) {
+        if (chain == FixedChain::Cr && !stage.isInCrChain) continue;
+        if (stage.flag == nullptr || call.settings.*stage.flag != 0) stage.run(call);
+    }
+}
+
+}  // namespace vastrelline
