@@ -59,8 +59,7 @@ Frame TestFrame() {
 // Rounded corners of 20 pixels, for the settings and for the caller.
 constexpr SensorGeometry kGeometry = {0, 0, 20, 20, kWidth, kHeight, 0, 0, 0, 0};
 constexpr const char* kGeometryKeys =
-    "[Settings]\r\nRotation=0\r\nFlip=0\r\nRCCutOff=20\r\nRCCutOffR=20\r\nFrameWidth=180\r\nFrameHeight="
-    "150\r\n"
+    "Rotation=0\r\nFlip=0\r\nRCCutOff=20\r\nRCCutOffR=20\r\nFrameWidth=180\r\nFrameHeight=150\r\n"
     "ImgCutLeft=0\r\nImgCutTop=0\r\nImgCutRight=0\r\nImgCutBottom=0\r\n";
 
 // A key set to `value` in place of `base` (which an empty text leaves out) beside other keys.
@@ -84,12 +83,15 @@ std::string NameOf(const testing::TestParamInfo<KeyCase>& test) {
 // Runs `section` of a profile through an export that takes both chains and their sensor.
 Frame RunSection(const Keys& settings, const Keys& section, const std::string& mode) {
     const ProfileFolder folder;
-    folder.Sensor().WritePlain(kGeometryKeys);
+    folder.Sensor().WritePlain(std::string("[Settings]\r\n") + kGeometryKeys);
+    // Of a key that stands twice the first counts.
+    std::string text = "[Settings]\r\n";
+    for (const auto& [key, value] : settings) text.append(key).append("=").append(value).append("\r\n");
+    text += kGeometryKeys;
     ProfileWriter writer;
-    for (const auto& [key, value] : settings) writer.Key(key, value);
     writer.Section("General").Key("PROCMODE", mode);
     for (const auto& [key, value] : section) writer.Key(key, value);
-    WriteBytes(folder.At("profile.ini"), kGeometryKeys + writer.Text());
+    WriteBytes(folder.At("profile.ini"), text + writer.Text());
     Frame input = TestFrame();
     Frame output(input.width, input.height);
     EXPECT_EQ(ImageProcessingS(input.Data(), output.Data(), input.width, input.height,
@@ -255,6 +257,30 @@ INSTANTIATE_TEST_SUITE_P(Range, SettingsKeyTest,
                                          KeyCase{"MaxCut", "", "0.1", kVisible, {{"TargetRange", "4000"}}},
                                          KeyCase{"MinCut", "", "0.1", kVisible, {{"TargetRange", "4000"}}}),
                          NameOf);
+
+// The sensor's values, in a chain that takes them from the profile as they stand there. "SerialId" stands in
+// the sensor's own profile and has its tests where that is read.
+class SensorKeyTest : public testing::TestWithParam<KeyCase> {};
+
+TEST_P(SensorKeyTest, ShowsInThePictureIfItMust) {
+    const KeyCase& c = GetParam();
+    const auto run = [&](const std::string& value) {
+        return RunSection(With(c.others, c.key, value), {{"INTRAORAL_MASK", "1"}}, "1");
+    };
+    EXPECT_EQ(run(c.base) != run(c.value), c.isVisible);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Geometry, SensorKeyTest,
+    testing::Values(
+        KeyCase{"Rotation", "", "-1", kVisible}, KeyCase{"Flip", "", "2", kVisible},
+        KeyCase{"RCCutOff", "", "40", kVisible}, KeyCase{"RCCutOffR", "", "40", kVisible},
+        KeyCase{"FrameWidth", "", "200", kVisible}, KeyCase{"FrameHeight", "", "170", kVisible},
+        KeyCase{"ImgCutLeft", "", "10", kVisible, {{"FrameWidth", "190"}, {"ImgCutRight", "10"}}},
+        KeyCase{"ImgCutRight", "", "10", kVisible, {{"FrameWidth", "190"}, {"ImgCutLeft", "10"}}},
+        KeyCase{"ImgCutTop", "", "10", kVisible, {{"FrameHeight", "160"}, {"ImgCutBottom", "10"}}},
+        KeyCase{"ImgCutBottom", "", "10", kVisible, {{"FrameHeight", "160"}, {"ImgCutTop", "10"}}}),
+    NameOf);
 
 // Keys of the fixed chain stand without a position; a flag switches their stage on.
 class FixedKeyTest : public testing::TestWithParam<KeyCase> {};
