@@ -63,7 +63,7 @@ struct Options {
 };
 
 Options TakeOptions(InputTail& tail) {
-    constexpr uint8_t kLargestSide = 72;
+    constexpr uint8_t kLargestSide = 176;  // from 160 on the wide blur goes down to fewer rows
     Options options{};
     options.width = tail.Take<uint8_t>() % (kLargestSide + 1);
     options.height = tail.Take<uint8_t>() % (kLargestSide + 1);

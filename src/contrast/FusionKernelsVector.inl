@@ -1,8 +1,7 @@
 // The fast form of the fusion's kernels, once for each instruction set. The file that includes it defines the
 // macro TARGET and, in an unnamed namespace, Vector, kLanes, Load, Store, Broadcast, Add, Subtract, Multiply,
-// Lowest, Highest, LoadPixels, and for doubles Wide, kWideLanes, LoadWide, StoreWide,
-// BroadcastWide, AddWide, SubtractWide, MultiplyWide,
-// DivideWide, LoadWidePixels, LoadWideFloats and StorePixels.
+// Lowest, Highest, LoadPixels, and for doubles Wide, kWideLanes, LoadWide, StoreWide, BroadcastWide, AddWide,
+// SubtractWide, MultiplyWide, DivideWide, LoadWidePixels, LoadWideFloats and StorePixels.
 //
 // Lanes are neighbouring pixels; multiply and add stay two instructions. What is left over at the end of a
 // row is done by the reference.

@@ -9,7 +9,7 @@ namespace vastrelline {
 //
 // maxValue              the equalisation's largest level; the frame lies within 0..maxValue
 // blockSize             tile edge in pixels; 0 or less leaves the frame as it is, and so does one whose whole
-//                       tiles would pass 2^29 pixels
+//                       tiles would reach 2^29 pixels
 // bins, clipLimit       of the equalisation, see ClaheEqualize; what it refuses is fused with itself
 // edgeMax ... layerStep see FuseLayers; if it refuses, the frame stays as it is, without the equalisation
 // Returns               1, always

@@ -24,8 +24,7 @@ namespace vastrelline {
 // Not a number             gives `min`: so does a flat frame, which comes out as it was
 // Memory                   up to 16 bytes per pixel
 // Returns                  1, or 0 with nothing changed: for a null image, for a 0 among edgeMax to
-// layerStep,
-//                          and for a frame so small that there are not two layers
+//                          layerStep, and for a frame so small that there are not two layers
 int32_t FuseLayers(uint16_t* normalImage, const uint16_t* hedImage, int32_t width, int32_t height,
                    int32_t min, int32_t max, int32_t edgeMax, int32_t edgeOffset, float maxLambda,
                    float wfSlope, float alphaNorm, float alphaHe, int32_t layerStep);

@@ -195,5 +195,22 @@ TEST_F(HdrStageTest, LeavesNoTraceWithItsSwitchesOff) {
     EXPECT_EQ(SharedConfiguredState().DumpNumber, 5);
 }
 
+TEST_F(HdrStageTest, HandsEachKeyToItsPlace) {
+    SharedConfiguredState().SaveLog = 1;
+    const Frame frame = MakeSoftFrame();
+    Frame normal = frame;
+    Frame hed = frame;
+    ClaheFrame(hed.Data(), 48, 52, kTwelveBits, 16, 64, 2.5);
+    FuseLayers(normal.Data(), hed.Data(), 48, 52, MinPixel(frame.Data(), 48, 52),
+               MaxPixel(frame.Data(), 48, 52), 1, 1, 0.5F, 1, 0.1F, 0.6F, 1);
+    EXPECT_THAT(Run(frame,
+                    "03_HDR_BLOCK_SIZE=16\r\n03_HDR_HISTO_BINS=64\r\n03_HDR_CLIp_LIMIT=2.5\r\n"
+                    "03_MAX_LAMBDA=0.5\r\n03_ALPHA_NORM=0.1\r\n03_ALPHA_HE=0.6\r\n"),
+                EqualsFrame(normal));
+    const std::string log = run_.LogText();
+    EXPECT_NE(log.find("Fraction of normal Image      : 0.10"), std::string::npos);
+    EXPECT_NE(log.find("Fraction of hed Image      : 0.60"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace vastrelline

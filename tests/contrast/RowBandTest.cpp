@@ -46,8 +46,8 @@ struct BlurCase {
 };
 
 // One step below a sigma of 8, three above.
-constexpr BlurCase kBlurs[] = {{30, 31, 2},   {41, 40, 2},    {150, 170, 7},
-                               {161, 181, 8}, {200, 210, 10}, {31, 700, 2}};
+constexpr BlurCase kBlurs[] = {{30, 31, 2},    {41, 40, 2},  {150, 170, 7}, {161, 181, 8},
+                               {200, 210, 10}, {31, 700, 2}, {301, 320, 15}};
 
 TEST(CoarseBlur, SpreadsAnImpulseRoundTheFrame) {
     for (const BlurCase& c : kBlurs) {

@@ -7,12 +7,14 @@
 #include <cstdint>
 #include <vector>
 
-// One thread, as the product has it.
+#include "image/Truncate.h"
+
+// One thread, as the library runs.
 #define POCKETFFT_NO_MULTITHREADING
 #include <pocketfft_hdronly.h>
 
 // The fusion of layers in its plain form, by two-dimensional transforms of whole images: the definition that
-// the library's own way is measured and timed against. Real is float, as the product has it, or double, which
+// the library's own way is measured and timed against. Real is float, as the method says, or double, which
 // tells how far off single precision is; the surface's running sum is in single precision in both.
 namespace vastrelline::literal {
 
@@ -43,7 +45,7 @@ void Transform(Spectrum<Real>& values, int32_t width, int32_t height, bool along
                    values.data(), values.data(), static_cast<Real>(scale));
 }
 
-// Squares are of single precision in the product, so that a double has them exactly.
+// Halves of whole numbers, which both precisions hold exactly.
 template <typename Real>
 std::vector<Real> MakeCoordinates(int32_t count) {
     std::vector<Real> coordinates;
@@ -193,10 +195,10 @@ void FuseLayers(std::vector<uint16_t>& normalImage, const std::vector<uint16_t>&
     const Real largest = *std::max_element(sum.begin(), beforeLastRow);
     for (size_t p = 0; p < sum.size(); ++p) {
         const auto stretched = static_cast<Real>(double{sum[p]} / largest * range + low);
-        const double value = std::trunc(scale * stretched);
+        const int32_t value = TruncateToInt32(scale * stretched);
         normalImage[p] = static_cast<uint16_t>(value > arguments.max   ? arguments.max
                                                : value < arguments.min ? arguments.min
-                                                                       : static_cast<int32_t>(value));
+                                                                       : value);
     }
 }
 
