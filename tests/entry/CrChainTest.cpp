@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <regex>
 #include <string>
 
 #include "config/FixedState.h"
@@ -66,7 +67,8 @@ TEST_F(CrChainTest, PyramidDoesNotExist) {
     Run(Noise(20, 20, 4095, 2));
     EXPECT_THAT(StageNamesIn(Folder().Log()), ElementsAre("Pre-Median", "CLAHE", "Linear Curve"));
     EXPECT_THAT(Folder().Log(), HasSubstr("\t: Start Quorla.dll [CR Mode v1.2]\r\n"));
-    EXPECT_THAT(Folder().Log(), testing::ContainsRegex("End Post-Processing . [0-9]+ ms .\r\n=+\r\n$"));
+    static const std::regex end("End Post-Processing \\( [0-9]+ ms \\)\r\n=+\r\n$");
+    EXPECT_TRUE(std::regex_search(Folder().Log(), end));
 }
 
 TEST_F(CrChainTest, OtherStagesGiveThePictureOfTheFixedChain) {
