@@ -76,6 +76,10 @@ TEST_P(RealFrameTest, ResultIsTheRule) {
     const char* const ratio = GetParam();
     std::vector<std::pair<std::string, Frame>> frames = ReadRealFrames();
     if (frames.empty()) GTEST_SKIP() << "no frames in " << FramesFolder();
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    // The plain model takes half a minute for all of them there, and one shows what a sanitizer can.
+    frames.erase(frames.begin() + 1, frames.end());
+#endif
     const ProfileFolder folder;
     ProfileWriter writer;
     writer.Section("General").Key("PROCMODE", "2").Key("INTRAORAL_MASK", "0").Key("INVERSE_INTENSITY", "0");
