@@ -10,9 +10,9 @@ if [[ ${#files[@]} -eq 0 ]]; then
     mapfile -t files < <(find src -name '*.cpp' | sort)
 fi
 
-# clang reads the Windows sources with the headers of the cross compiler, without a flag it does not know.
+# clang reads the Windows sources with the headers of the cross compiler, without flags it does not know.
 mkdir -p build/tidy-windows
-sed 's/ -fno-keep-inline-dllexport//' build/windows/compile_commands.json >build/tidy-windows/compile_commands.json
+sed 's/ -fno-keep-inline-dllexport//; s/ -fno-ipa-icf//' build/windows/compile_commands.json >build/tidy-windows/compile_commands.json
 cxxHeaders=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
 export cxxHeaders
 
