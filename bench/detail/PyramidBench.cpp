@@ -9,32 +9,20 @@
 #include "BenchFrames.h"
 #include "detail/BandKernels.h"
 #include "detail/Pyramid.h"
-#include "platform/InstructionSet.h"
+#include "support/BenchSets.h"
 
 namespace vastrelline {
 namespace {
 
-// Noise on a slope: the bands are as narrow as those of real frames.
-BenchFrame MakeSoftFrame() {
-    BenchFrame frame = MakeNoiseFrame();
-    const size_t count = frame.pixels.size();
-    for (size_t i = 0; i < count; ++i) {
-        frame.pixels[i] = static_cast<uint16_t>(frame.pixels[i] / 16 + i * (kBenchMaxValue / 2) / count);
-    }
-    return frame;
-}
-
-void BenchPyramid(benchmark::State& state, InstructionSet limit, PyramidForm form) {
+void BenchPyramid(benchmark::State& state, PyramidForm form) {
     const BenchFrame source = MakeSoftFrame();
     BenchFrame frame = source;
-    LimitInstructionSet(limit);
     for (auto _ : state) {
         frame.pixels = source.pixels;
         PyramidProcess(frame.pixels.data(), frame.width, frame.height, kBenchMaxValue, BandCurve::Power, {},
                        form, nullptr);
         benchmark::ClobberMemory();
     }
-    LimitInstructionSet(InstructionSet::Avx512);
     ReportPixels(state, frame);
 }
 
@@ -96,22 +84,8 @@ const bool kRegistered = [] {
         add("/Remap", BenchRemap);
         add("/SubtractAndAdd", BenchSubtractAndAdd);
     }
-    struct Limit {
-        const char* name;
-        InstructionSet set;
-    };
-    for (const Limit& limit :
-         {Limit{"scalar", InstructionSet::Reference}, Limit{"baseline", InstructionSet::Baseline},
-          Limit{"avx2", InstructionSet::Avx2}, Limit{"avx512", InstructionSet::Avx512}}) {
-        if (limit.set > DetectInstructionSet()) break;
-        const std::string name = std::string("Pyramid/") + limit.name;
-        benchmark::RegisterBenchmark((name + "/configured").c_str(), BenchPyramid, limit.set,
-                                     PyramidForm{TailMode::Pass, true})
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/fixed").c_str(), BenchPyramid, limit.set,
-                                     PyramidForm{TailMode::Remove, false})
-            ->Unit(benchmark::kMillisecond);
-    }
+    RegisterForAllSets("Pyramid", "configured", BenchPyramid, PyramidForm{TailMode::Pass, true});
+    RegisterForAllSets("Pyramid", "fixed", BenchPyramid, PyramidForm{TailMode::Remove, false});
     return true;
 }();
 

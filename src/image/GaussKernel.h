@@ -14,7 +14,8 @@ int32_t GaussMaskSize(double sigma);
 // A Gaussian kernel of GaussMaskSize(sigma) taps whose sum, in ascending order, was divided out.
 //
 // outSize   receives the number of taps
-// sigma     above 0; one that is not but has a width of 1, or whose square is 0, gives taps that are no numbers
+// sigma     above 0; one that is not but has a width of 1, or whose square is 0, gives taps that are no
+//           numbers
 // Errors    std::length_error if the width is below 1
 std::vector<double> MakeGaussKernel(int32_t& outSize, double sigma);
 

@@ -54,7 +54,7 @@ void SquareBoxMean(uint16_t* output, const uint16_t* input, int32_t maskSize, in
         for (int32_t x = first - r; x < first + r; ++x) sum += columnSums[static_cast<size_t>(x)];
         uint16_t* row = mean.Row(y);
         for (int32_t x = first; x <= lastColumn; ++x) {
-            sum += columnSums[static_cast<size_t>(x + r)];
+            sum += columnSums[static_cast<size_t>(x) + static_cast<size_t>(r)];
             row[x] = static_cast<uint16_t>(sum / divisor);
             sum -= columnSums[static_cast<size_t>(x - r)];
         }

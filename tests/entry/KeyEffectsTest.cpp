@@ -4,12 +4,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "entry/MadeFrame.h"
 #include "entry/ProfileFolder.h"
 #include "entry/RealFrames.h"
 #include "support/Frames.h"
@@ -23,37 +24,10 @@ using Keys = std::vector<std::pair<std::string, std::string>>;
 constexpr int32_t kWidth = 180;
 constexpr int32_t kHeight = 150;
 
-// Soft shapes of several sizes under noise.
-Frame MadeRadiograph() {
-    Frame frame = Noise(kWidth, kHeight, 120, 11);
-    for (int32_t y = 0; y < kHeight; ++y) {
-        for (int32_t x = 0; x < kWidth; ++x) {
-            int32_t level = 900 + 6 * x + 3 * y;
-            if ((x - 60) * (x - 60) + (y - 70) * (y - 70) < 900) level -= 600;
-            if ((x - 120) * (x - 120) + (y - 50) * (y - 50) < 400) level += 900;
-            if (y > 110 && x % 40 < 6) level += 500;
-            frame.At(x, y) = static_cast<uint16_t>(frame.At(x, y) + level);
-        }
-    }
-    return frame;
-}
-
-// Part of a real radiograph, or, where none lies beside the tree, something of the kind.
+// Of a real radiograph, or, where none lies beside the tree, something of the kind.
 Frame TestFrame() {
-    constexpr int32_t kFileWidth = 1300;
-    constexpr int32_t kLeft = 650;
-    constexpr int32_t kTop = 480;
-    std::ifstream file(FramesFolder() / "bitewing_1300x1668.raw", std::ios::binary);
-    if (!file) return MadeRadiograph();
-    Frame frame(kWidth, kHeight);
-    for (int32_t y = 0; y < kHeight; ++y) {
-        file.seekg(2 * (static_cast<std::streamoff>(kTop + y) * kFileWidth + kLeft));
-        for (int32_t x = 0; x < kWidth; ++x) {
-            const int low = file.get();
-            frame.At(x, y) = static_cast<uint16_t>(low + 256 * file.get());
-        }
-    }
-    return frame;
+    const std::optional<Frame> piece = ReadPieceOfRealFrame(kWidth, kHeight);
+    return piece ? *piece : MadeRadiograph(kWidth, kHeight);
 }
 
 // Rounded corners of 20 pixels, for the settings and for the caller.
