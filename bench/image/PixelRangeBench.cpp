@@ -1,24 +1,27 @@
 #include <benchmark/benchmark.h>
 
+#include <string>
+
 #include "BenchFrames.h"
 #include "image/PixelRange.h"
 
 namespace vastrelline {
 namespace {
 
-void BenchMaxPixel(benchmark::State& state) {
+void BenchPixelRange(benchmark::State& state, const PixelRangeVariant& variant) {
     const BenchFrame frame = MakeNoiseFrame();
-    for (auto _ : state) benchmark::DoNotOptimize(MaxPixel(frame.pixels.data(), frame.width, frame.height));
+    for (auto _ : state) benchmark::DoNotOptimize(variant.run(frame.pixels.data(), frame.pixels.size()));
     ReportPixels(state, frame);
 }
-BENCHMARK(BenchMaxPixel)->Name("PixelRange/MaxPixel")->Unit(benchmark::kMicrosecond);
 
-void BenchMinPixel(benchmark::State& state) {
-    const BenchFrame frame = MakeNoiseFrame();
-    for (auto _ : state) benchmark::DoNotOptimize(MinPixel(frame.pixels.data(), frame.width, frame.height));
-    ReportPixels(state, frame);
-}
-BENCHMARK(BenchMinPixel)->Name("PixelRange/MinPixel")->Unit(benchmark::kMicrosecond);
+const bool kRegistered = [] {
+    for (const PixelRangeVariant& variant : PixelRangeVariants()) {
+        benchmark::RegisterBenchmark((std::string("PixelRange/") + variant.name).c_str(), BenchPixelRange,
+                                     variant)
+            ->Unit(benchmark::kMicrosecond);
+    }
+    return true;
+}();
 
 }  // namespace
 }  // namespace vastrelline

@@ -43,6 +43,17 @@ BENCHMARK(BenchBuildUnclampedHistogram)
     ->Name("Histogram/BuildUnclampedHistogram")
     ->Unit(benchmark::kMicrosecond);
 
+// A frame of few pixels: what is left is the cost of the tables.
+void BenchBuildHistogramOfSmallFrame(benchmark::State& state) {
+    const BenchFrame frame = MakeNoiseFrame();
+    constexpr int32_t kSide = 32;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(BuildHistogram(frame.pixels.data(), kSide, kSide, kBenchMaxValue));
+}
+BENCHMARK(BenchBuildHistogramOfSmallFrame)
+    ->Name("Histogram/BuildHistogram/small")
+    ->Unit(benchmark::kMicrosecond);
+
 // The work does not grow with the frame, so this one tells its time only.
 void BenchSmoothHistogram(benchmark::State& state) {
     const BenchFrame frame = MakeNoiseFrame();

@@ -32,8 +32,9 @@ int32_t ClaheFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
     int32_t max = 0;
     int32_t min = maxValue;
     for (int32_t y = 0; y < height; ++y) {
-        max = std::max(max, MaxPixel(frame.Row(y), width, 1));
-        min = std::min(min, MinPixel(frame.Row(y), width, 1));
+        const PixelRange range = FindPixelRange(frame.Row(y), width, 1);
+        max = std::max(max, range.largest);
+        min = std::min(min, range.smallest);
     }
     RunClaheTiles({.pixels = pixels,
                    .width = static_cast<uint32_t>(width),

@@ -32,8 +32,8 @@ int32_t HdrFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     if (width <= 0 || height <= 0 || !FitsInTiles(width, height, blockSize)) return kAlwaysOne;
     const FrameView<uint16_t> frame(pixels, width, height);
     std::vector<uint16_t> normalImage(frame.begin(), frame.end());
-    const int32_t max = MaxPixel(pixels, width, height);
-    const int32_t min = std::min(maxValue, MinPixel(pixels, width, height));
+    const auto [smallest, max] = FindPixelRange(pixels, width, height);
+    const int32_t min = std::min(maxValue, smallest);
     ClaheFrame(pixels, width, height, maxValue, blockSize, bins, clipLimit);
     FuseLayers(normalImage.data(), pixels, width, height, min, max, edgeMax, edgeOffset, maxLambda, wfSlope,
                alphaNorm, alphaHe, layerStep);

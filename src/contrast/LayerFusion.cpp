@@ -20,8 +20,8 @@ namespace vastrelline {
 namespace {
 
 FusionImage MakeFusionImage(const uint16_t* pixels, int32_t width, int32_t height) {
-    const int32_t smallest = MinPixel(pixels, width, height);
-    return {pixels, smallest, MaxPixel(pixels, width, height) - smallest};
+    const auto [smallest, largest] = FindPixelRange(pixels, width, height);
+    return {pixels, smallest, largest - smallest};
 }
 
 // The sum of both layers, and the pixels that come of it.

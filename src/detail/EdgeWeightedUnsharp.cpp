@@ -54,8 +54,8 @@ void EdgeWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t
     std::vector<uint16_t> base = original;
     SmoothBase({base.data(), width, height}, maxValue, sigma, reduce);
     SobelMagnitudeInPlace(image, width, height);
-    const std::vector<double> gains =
-        BuildEdgeGains(MinPixel(image, width, height), MaxPixel(image, width, height), ratio, noise);
+    const auto [smallest, largest] = FindPixelRange(image, width, height);
+    const std::vector<double> gains = BuildEdgeGains(smallest, largest, ratio, noise);
     for (size_t i = 0; i < base.size(); ++i) {
         const int32_t detail = original[i] - base[i];
         const double sharpened = base[i] + detail * gains[image[i]];

@@ -52,8 +52,7 @@ struct ResizeVariant {
     void (*run)(const ResizeCall& call);
 };
 
-// All forms that this machine can run, the reference first and the fastest last. Scales 0.5 and 2 have forms
-// of their own for each instruction set; for other scales all but the reference are the same.
+// All forms that this machine can run, the reference first and the fastest last.
 std::span<const ResizeVariant> ResizeVariants();
 
 // The definition.

@@ -8,6 +8,10 @@ namespace vastrelline {
 
 namespace {
 
+TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
+    for (size_t x = 0; x < blend.count; ++x) result[x] = BlendPixel(blend, x);
+}
+
 #include "detail/ResizeVector.inl"
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "detail/ResizeSchedule.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
-
-#include "image/Truncate.h"
 
 namespace vastrelline {
 
@@ -44,45 +44,78 @@ void Double(const ResizeCall& call, const ResizeKernels& kernels) {
     }
 }
 
-// One row of the result between two source rows, in the definition's very operations.
-void InterpolateRow(const ResizeCall& call, SourcePlace row, const std::vector<SourcePlace>& columns,
-                    uint16_t* result) {
-    const uint16_t* above = SourceRow(call, row.index);
-    const uint16_t* below = SourceRow(call, row.index + 1);
-    const double ay = row.rest;
-    for (size_t x = 0; x < columns.size(); ++x) {
-        const auto [ix, ax] = columns[x];
-        if (ix < 0 || ix > call.width - 1) {
-            result[x] = 0;
-        } else if (ix == call.width - 1) {
-            result[x] = above[ix];
-        } else {
-            const double sum = (1 - ax) * (1 - ay) * above[ix] + ax * (1 - ay) * above[ix + 1] +
-                               ax * ay * below[ix + 1] + (1 - ax) * ay * below[ix];
-            result[x] = LowBits16(TruncateToInt32(sum));
+// Any other scale. Places grow with the position, so the columns of the result are runs: first those between
+// two source columns, then those on the last one, then those beyond it.
+class Interpolation {
+public:
+    Interpolation(const ResizeCall& call, const ResizeKernels& kernels) : call_(call), kernels_(kernels) {
+        for (int32_t x = 0; x < call.resultWidth; ++x) {
+            const auto [index, rest] = SourcePlaceOf(x, call.scale);
+            if (index < 0 || index > call.width - 1) break;
+            indices_.push_back(index);
+            if (index == call.width - 1) continue;
+            rests_.push_back(rest);
+            areColumnsWhole_ = areColumnsWhole_ && rest == 0;
         }
     }
-}
 
-void Interpolate(const ResizeCall& call) {
-    std::vector<SourcePlace> columns(static_cast<size_t>(call.resultWidth));
-    for (int32_t x = 0; x < call.resultWidth; ++x)
-        columns[static_cast<size_t>(x)] = SourcePlaceOf(x, call.scale);
-    for (int32_t y = 0; y < call.resultHeight; ++y) {
-        const SourcePlace row = SourcePlaceOf(y, call.scale);
-        uint16_t* result = ResultRow(call, y);
-        if (row.index >= 0 && row.index < call.height - 1) {
-            InterpolateRow(call, row, columns, result);
-            continue;
-        }
-        const bool isOutside = row.index != call.height - 1;
-        for (size_t x = 0; x < columns.size(); ++x) {
-            const int32_t ix = columns[x].index;
-            const bool isZero = isOutside || ix < 0 || ix > call.width - 1;
-            result[x] = isZero ? uint16_t{0} : SourceRow(call, row.index)[ix];
+    void Run() {
+        for (int32_t y = 0; y < call_.resultHeight; ++y) {
+            const SourcePlace place = SourcePlaceOf(y, call_.scale);
+            uint16_t* result = ResultRow(call_, y);
+            const bool isInside = place.index >= 0 && place.index <= call_.height - 1;
+            const size_t count = isInside ? indices_.size() : 0;
+            if (isInside) MakeRow(place, result);
+            std::fill(result + count, result + call_.resultWidth, uint16_t{0});
         }
     }
-}
+
+private:
+    // The pixels at both sides of each place in a source row, as the products need them.
+    struct Neighbours {
+        int32_t row = -1;
+        std::vector<double> left;
+        std::vector<double> right;
+    };
+
+    // The columns inside the source.
+    void MakeRow(SourcePlace place, uint16_t* result) {
+        // On source rows and columns alone, as at 1/3, one weight is 1 and the others are 0.
+        const bool isWhole = place.rest == 0 && areColumnsWhole_;
+        const size_t blended = place.index < call_.height - 1 && !isWhole ? rests_.size() : 0;
+        if (blended > 0) {
+            if (below_.row == place.index) std::swap(above_, below_);
+            FindNeighbours(place.index, above_);
+            FindNeighbours(place.index + 1, below_);
+            kernels_.blendRow({above_.left.data(), above_.right.data(), below_.left.data(),
+                               below_.right.data(), rests_.data(), place.rest, blended},
+                              result);
+        }
+        const uint16_t* source = SourceRow(call_, place.index);
+        for (size_t x = blended; x < indices_.size(); ++x) result[x] = source[indices_[x]];
+    }
+
+    // Several rows of an enlarged frame lie between the same two of the source, which are read once.
+    void FindNeighbours(int32_t row, Neighbours& neighbours) const {
+        if (neighbours.row == row) return;
+        neighbours.row = row;
+        neighbours.left.resize(rests_.size());
+        neighbours.right.resize(rests_.size());
+        const uint16_t* source = SourceRow(call_, row);
+        for (size_t x = 0; x < rests_.size(); ++x) {
+            neighbours.left[x] = source[indices_[x]];
+            neighbours.right[x] = source[indices_[x] + 1];
+        }
+    }
+
+    const ResizeCall& call_;
+    const ResizeKernels& kernels_;
+    std::vector<int32_t> indices_;  // of the columns inside the source
+    std::vector<double> rests_;     // of those between two source columns
+    bool areColumnsWhole_ = true;   // no rest but 0
+    Neighbours above_;
+    Neighbours below_;
+};
 
 }  // namespace
 
@@ -92,7 +125,7 @@ void RunResizeSchedule(const ResizeCall& call, const ResizeKernels& kernels) {
     } else if (call.scale == 2.0) {
         Double(call, kernels);
     } else {
-        Interpolate(call);
+        Interpolation(call, kernels).Run();
     }
 }
 

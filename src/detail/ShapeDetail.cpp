@@ -32,8 +32,7 @@ uint16_t ScaleDetail(uint16_t pixel, uint16_t smooth) {
 std::vector<double> BuildEnhancedDetail(const std::vector<uint16_t>& detail, int32_t width, int32_t height,
                                         double ratio, int32_t noise) {
     constexpr double kTailWeight = 8.0;
-    const int32_t lo = MinPixel(detail.data(), width, height);
-    const int32_t hi = MaxPixel(detail.data(), width, height);
+    const auto [lo, hi] = FindPixelRange(detail.data(), width, height);
     const std::vector<uint32_t> histogram = BuildHistogram(detail.data(), width, height, kTopDetail);
     const auto [left, right] = FindDetailSegments(histogram, lo, hi, noise);
     const int32_t rightLength = hi - right;

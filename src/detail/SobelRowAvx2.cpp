@@ -44,7 +44,7 @@ TARGET inline SumPair SumOfSquares(Words a, Words b) {
 TARGET inline Words PackWords(__m256i low, __m256i high) { return _mm256_packus_epi32(low, high); }
 TARGET inline __m256i TruncatedRoot(__m256i square) {
     const __m256 root = _mm256_sqrt_ps(_mm256_cvtepi32_ps(square));
-    const __m256i nearest = _mm256_cvttps_epi32(_mm256_add_ps(root, _mm256_set1_ps(0.5F)));
+    const __m256i nearest = _mm256_cvtps_epi32(root);
     return _mm256_add_epi32(nearest, _mm256_cmpgt_epi32(_mm256_madd_epi16(nearest, nearest), square));
 }
 

@@ -43,7 +43,7 @@ TARGET inline SumPair SumOfSquares(Words a, Words b) {
 TARGET inline Words PackWords(__m512i low, __m512i high) { return _mm512_packus_epi32(low, high); }
 TARGET inline __m512i TruncatedRoot(__m512i square) {
     const __m512 root = _mm512_maskz_sqrt_ps(kAllFloats, _mm512_maskz_cvtepi32_ps(kAllFloats, square));
-    const __m512i nearest = _mm512_maskz_cvttps_epi32(kAllFloats, _mm512_add_ps(root, _mm512_set1_ps(0.5F)));
+    const __m512i nearest = _mm512_maskz_cvtps_epi32(kAllFloats, root);
     const __mmask16 isAbove = _mm512_cmpgt_epi32_mask(_mm512_madd_epi16(nearest, nearest), square);
     return _mm512_mask_sub_epi32(nearest, isAbove, nearest, _mm512_set1_epi32(1));
 }

@@ -45,7 +45,7 @@ TARGET inline SumPair SumOfSquares(Words a, Words b) {
 TARGET inline Words PackWords(Ints low, Ints high) { return _mm_packs_epi32(low, high); }
 TARGET inline Ints TruncatedRoot(Ints square) {
     const __m128 root = _mm_sqrt_ps(_mm_cvtepi32_ps(square));
-    const __m128i nearest = _mm_cvttps_epi32(_mm_add_ps(root, _mm_set1_ps(0.5F)));
+    const __m128i nearest = _mm_cvtps_epi32(root);
     return _mm_add_epi32(nearest, _mm_cmpgt_epi32(_mm_madd_epi16(nearest, nearest), square));
 }
 

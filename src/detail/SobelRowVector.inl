@@ -8,14 +8,15 @@ TARGET inline Words QuarterOfDifference(Words a, Words b) {
 }
 
 // trunc(sqrt(gx * gx + gy * gy)) for quarters below 2^14. The sum is below 2^29, and the root in floats, less
-// than 2^15, is off by far less than 1/2; so rounded to the nearest it is the truncated root or one above.
+// than 2^15, is off by far less than 1/2; so rounded to the nearest it is the truncated root or one above,
+// and one above exactly if its square is above the sum.
 TARGET inline Words Length(Words gx, Words gy) {
     const SumPair squares = SumOfSquares(gx, gy);
     return PackWords(TruncatedRoot(squares.low), TruncatedRoot(squares.high));
 }
 
-// One vector of magnitudes by 16-bit lanes, and all bits of the pixels that it sees. With pixels below 2^14
-// no sum of three, the middle one twice, passes 16 bits.
+// One vector of magnitudes by 16-bit lanes, and all bits of the pixels at its left places. With pixels below
+// 2^14 no sum of three, the middle one twice, passes 16 bits.
 TARGET inline Words MakeWordsOfRow(const SobelRowCall& call, int32_t i) {
     const Words a0 = LoadWords(call.above + i);
     const Words a1 = LoadWords(call.above + i + 1);
@@ -31,8 +32,7 @@ TARGET inline Words MakeWordsOfRow(const SobelRowCall& call, int32_t i) {
     const Words bottom = AddWords(AddWords(b0, b2), AddWords(b1, b1));
     StoreWords(call.magnitudes + i,
                Length(QuarterOfDifference(left, right), QuarterOfDifference(top, bottom)));
-    // Every pixel of a row stands at each of its three places but for the ends, which c0 and c2 hold too.
-    return OrWords(OrWords(OrWords(a0, a2), OrWords(b0, b2)), OrWords(OrWords(c0, c2), OrWords(a1, b1)));
+    return OrWords(OrWords(a0, b0), c0);
 }
 
 // One vector of magnitudes by doubles: the very operations of the definition.
@@ -59,6 +59,10 @@ TARGET void SobelRow(const SobelRowCall& call) {
         return;
     }
     Words seen = MakeWordsOfRow(call, lastOfWords);
+    // The last two pixels of each row stand at no left place.
+    for (const uint16_t* row : {call.above, call.centre, call.below}) {
+        seen = OrWords(seen, LoadWords(row + lastOfWords + 2));
+    }
     for (int32_t i = 0; i < lastOfWords; i += kWords) seen = OrWords(seen, MakeWordsOfRow(call, i));
     if (AreBelow14Bits(seen)) return;
     const int32_t lastOfDoubles = call.count - kDoubles;

@@ -4,21 +4,17 @@
 #include <cstddef>
 
 #include "image/FrameView.h"
+#include "image/PixelRange.h"
 #include "image/Truncate.h"
 #include "tone/Histogram.h"
 
 namespace vastrelline {
 
 void MinMaxPixels(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin, int32_t& outMax) {
-    // Two locals: the compiler keeps them in registers, which it cannot do with the caller's.
-    int32_t smallest = 65535;
-    int32_t largest = -32767;
-    for (const uint16_t pixel : FrameView(pixels, width, height)) {
-        smallest = std::min<int32_t>(smallest, pixel);
-        largest = std::max<int32_t>(largest, pixel);
-    }
-    outMin = smallest;
-    outMax = largest;
+    const PixelRange range = FindPixelRange(pixels, width, height);
+    const bool isEmpty = range.largest < range.smallest;
+    outMin = isEmpty ? 65535 : range.smallest;
+    outMax = isEmpty ? -32767 : range.largest;
 }
 
 std::vector<uint32_t> ValueHistogram(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin,

@@ -1,35 +1,42 @@
-// The inner loops of the box mean, once for each instruction set: the including file defines TARGET, the
-// vector of 32-bit lanes and what is done with it. A running sum is a prefix sum of what enters less what
-// leaves; numbers wrap on the way, and the sums themselves are below 2^31.
+// The inner loops of the box mean, once for each instruction set: the including file defines TARGET and what
+// is done with vectors of sums, WideLanes of 32 bits and NarrowLanes of 16. A running sum is a prefix sum of
+// what enters less what leaves; numbers wrap on the way, and the sums themselves fit their lanes.
 
-TARGET void MeanLine(uint32_t sum, const uint16_t* entering, const uint16_t* leaving, int32_t count,
-                     WindowDivision division, uint16_t* means) {
-    const Divider divider = MakeDivider(division);
-    Vector carried = Broadcast(sum);
-    for (int32_t i = 0; i < count; i += kLanes) {
-        const Vector changes = Subtract(LoadPixels(entering + i), LoadPixels(leaving + i));
-        const Vector moved = PrefixSums(changes);
-        StorePixels(means + i, Divide(Add(moved, carried), divider));
+template <typename Lanes>
+TARGET void MeanLine(typename Lanes::Sum sum, const uint16_t* entering, const uint16_t* leaving,
+                     int32_t count, WindowDivision division, uint16_t* means) {
+    const Divider divider = Lanes::MakeDivider(division);
+    Vector carried = Lanes::Broadcast(sum);
+    for (int32_t i = 0; i < count; i += Lanes::kCount) {
+        const Vector changes =
+            Lanes::Subtract(Lanes::LoadPixels(entering + i), Lanes::LoadPixels(leaving + i));
+        const Vector moved = Lanes::PrefixSums(changes);
+        Lanes::StorePixels(means + i, Lanes::Divide(Lanes::Add(moved, carried), divider));
         // Not the last lane of the sum above: each step would then wait for the one before to be spread.
-        carried = Add(carried, BroadcastLast(moved));
+        carried = Lanes::Add(carried, Lanes::BroadcastLast(moved));
     }
 }
 
-TARGET void MeanColumns(uint32_t* sums, const uint16_t* entering, const uint16_t* leaving, int32_t count,
-                        WindowDivision division, uint16_t* means) {
-    const Divider divider = MakeDivider(division);
+template <typename Lanes>
+TARGET void MeanColumns(typename Lanes::Sum* sums, const uint16_t* entering, const uint16_t* leaving,
+                        int32_t count, WindowDivision division, uint16_t* means) {
+    using Sum = typename Lanes::Sum;
+    const Divider divider = Lanes::MakeDivider(division);
     int32_t x = 0;
-    for (; x + kLanes <= count; x += kLanes) {
-        const Vector changes = Subtract(LoadPixels(entering + x), LoadPixels(leaving + x));
-        const Vector moved = Add(Load(sums + x), changes);
-        Store(sums + x, moved);
-        StorePixels(means + x, Divide(moved, divider));
+    for (; x + Lanes::kCount <= count; x += Lanes::kCount) {
+        const Vector changes =
+            Lanes::Subtract(Lanes::LoadPixels(entering + x), Lanes::LoadPixels(leaving + x));
+        const Vector moved = Lanes::Add(Lanes::Load(sums + x), changes);
+        Lanes::Store(sums + x, moved);
+        Lanes::StorePixels(means + x, Lanes::Divide(moved, divider));
     }
     for (; x < count; ++x) {
-        sums[x] += static_cast<uint32_t>(entering[x] - leaving[x]);
-        const uint64_t product = uint64_t{sums[x]} * division.factor;
-        means[x] = static_cast<uint16_t>(product >> 32U >> division.shift);
+        sums[x] = static_cast<Sum>(sums[x] + static_cast<Sum>(entering[x] - leaving[x]));
+        means[x] = DivideByWindow(sums[x], division);
     }
 }
 
-constexpr BoxMeanKernels kKernels = {MeanLine, MeanColumns, kLanes};
+constexpr BoxMeanKernels kKernels = {
+    {MeanLine<NarrowLanes>, MeanColumns<NarrowLanes>, NarrowLanes::kCount},
+    {MeanLine<WideLanes>, MeanColumns<WideLanes>, WideLanes::kCount},
+};

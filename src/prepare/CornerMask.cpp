@@ -1,10 +1,9 @@
 #include "prepare/CornerMask.h"
 
-#include <algorithm>
 #include <optional>
-#include <vector>
 
 #include "image/Truncate.h"
+#include "prepare/CornerOutline.h"
 #include "prepare/RoundCornerMask.h"
 
 namespace vastrelline {
@@ -34,11 +33,10 @@ int32_t BuildMaskFromGeometry(const uint16_t* frame, uint16_t* mask, int32_t wid
     if (code == kOrientationUnknown || !FitsFrame(geometry, code, width, height)) {
         return MarkCornerTriangles(frame, mask, width, height);
     }
-    const std::optional<std::vector<uint16_t>> outline =
-        BuildRoundCornerMask(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR,
-                             code, geometry.ImgCutLeft, geometry.ImgCutTop, width, height);
+    const std::optional<CornerOutline> outline =
+        MakeCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR);
     if (!outline) return MarkCornerTriangles(frame, mask, width, height);
-    std::copy(outline->begin(), outline->end(), mask);
+    MarkRoundCorners(mask, width, height, *outline, code, geometry.ImgCutLeft, geometry.ImgCutTop);
     return 1;
 }
 

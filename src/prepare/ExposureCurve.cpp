@@ -32,16 +32,18 @@ bool IsInsideFullFrame(const SensorGeometry& geometry, int32_t code, int32_t wid
 // itself. An outline that cannot be built, or that does not hold the frame, gives a mask of zeros.
 std::vector<uint16_t> MakeCornerMask(const uint16_t* frame, int32_t width, int32_t height,
                                      const SensorGeometry& geometry) {
-    std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
     const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
     if (code == kOrientationUnknown) {
+        std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
         DetectCornerMask(frame, width, height, mask.data(), geometry.RCCutOff, geometry.RCCutOffR);
         return mask;
     }
     std::optional<std::vector<uint16_t>> outline =
         BuildRoundCornerMask(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR,
                              code, geometry.ImgCutLeft, geometry.ImgCutTop, width, height);
-    if (!outline || !IsInsideFullFrame(geometry, code, width, height)) return mask;
+    if (!outline || !IsInsideFullFrame(geometry, code, width, height)) {
+        return AllocZeroed<uint16_t>(width, height);
+    }
     return *std::move(outline);
 }
 

@@ -18,8 +18,8 @@ double LogAboveZero(int32_t value) { return value > 0 ? std::log(static_cast<dou
 }  // namespace
 
 LogCurve BuildLogCurve(const uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse) {
-    const int32_t minLevel = MinPixel(pixels, width, height);
-    const int32_t span = MaxPixel(pixels, width, height) - minLevel + 1;
+    const auto [minLevel, maxLevel] = FindPixelRange(pixels, width, height);
+    const int32_t span = maxLevel - minLevel + 1;
     LogCurve curve{minLevel, std::vector<uint16_t>(static_cast<size_t>(std::max(span, 0)))};
     const double sign = inverse != 0 ? -1.0 : 1.0;
     const int32_t offset = inverse != 0 ? span : 0;

@@ -1,67 +1,58 @@
 #include "prepare/RoundCornerMask.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
-#include <utility>
 
 #include "image/AllocZeroed.h"
 #include "image/FrameView.h"
-#include "image/Truncate.h"
 #include "platform/MessageDialog.h"
-#include "prepare/CropBuffer.h"
 #include "prepare/MaskedPixels.h"
-#include "prepare/Rotation.h"
 
 namespace vastrelline {
 
 namespace {
 
-// How many of the lowest rows each column of a full frame hides, from the left edge to the middle; 0 or less
-// for none. A chamfer that falls by one row per column, or an exponential outline where that is higher.
-class CornerOutline {
-public:
-    CornerOutline(int32_t cutOff, int32_t cutOffRight)
-        : cutOff_(cutOff),
-          cutOffRight_(cutOffRight),
-          // 1, or not a number for a size of 0, which has no chamfer.
-          slope_(static_cast<float>(cutOff) / static_cast<float>(cutOff)),
-          step_((1 - kStart) / static_cast<float>(cutOffRight)),
-          first_(static_cast<float>(std::exp(-static_cast<double>(kStart)))),
-          scale_(static_cast<float>(cutOffRight) / (first_ - static_cast<float>(std::exp(-1.0)))) {}
-
-    int32_t HiddenRows(int32_t x) const {
-        // Just below one half: halves are not rounded up.
-        constexpr float kRounding = 0.49998998641967773F;
-        int32_t height = -1;
-        if (cutOff_ > 0) height = cutOff_ - TruncateToInt32(static_cast<float>(x) * slope_ + kRounding);
-        if (x < cutOffRight_) {
-            const float t = static_cast<float>(x) * step_ + kStart;
-            const float u = first_ - static_cast<float>(std::exp(-static_cast<double>(t)));
-            height = std::max(height, cutOffRight_ - TruncateToInt32(u * scale_));
-        }
-        return height + 1;
-    }
-
-private:
-    static constexpr float kStart = 0.01F;
-
-    int32_t cutOff_;
-    int32_t cutOffRight_;
-    float slope_;
-    float step_;
-    float first_;
-    float scale_;
+// The part of a line of the delivered frame that lies between two places of the turned full frame.
+struct Run {
+    int64_t first;
+    int64_t end;  // not above `first` if there is none
 };
 
-void MarkOutline(const FrameView<uint16_t>& work, const CornerOutline& outline) {
-    for (int32_t x = 0; x <= work.Width() / 2 && x < work.Width(); ++x) {
-        const int32_t hiddenRows = std::min(outline.HiddenRows(x), work.Height());
-        const int32_t mirror = work.Width() - x - 1;
-        for (int32_t y = work.Height() - hiddenRows; y < work.Height(); ++y) {
-            work.Row(y)[x] = kMasked;
-            if (mirror > x) work.Row(y)[mirror] = kMasked;
-        }
+Run CutRun(int64_t first, int64_t end, int32_t cut, int32_t length) {
+    return {std::max<int64_t>(0, first - cut), std::min<int64_t>(length, end - cut)};
+}
+
+// Both corners at the bottom, or upside down at the top: a row is compared with all columns at once.
+void MarkCornersOfColumns(const FrameView<uint16_t>& mask, const CornerOutline& outline, bool isHalfTurned,
+                          int32_t cutLeft, int32_t cutTop) {
+    const Run columns = CutRun(0, outline.FrameWidth(), cutLeft, mask.Width());
+    const Run rows = CutRun(0, outline.FrameHeight(), cutTop, mask.Height());
+    std::vector<int32_t> hiddenRows;
+    for (int64_t x = columns.first; x < columns.end; ++x) {
+        const auto column = static_cast<int32_t>(x + cutLeft);
+        hiddenRows.push_back(outline.HiddenRows(isHalfTurned ? outline.FrameWidth() - 1 - column : column));
+    }
+    if (hiddenRows.empty()) return;
+    const int32_t most = *std::max_element(hiddenRows.begin(), hiddenRows.end());
+    for (int64_t y = rows.first; y < rows.end; ++y) {
+        const auto row = static_cast<int32_t>(y + cutTop);
+        const int32_t rowsBeyond = isHalfTurned ? row : outline.FrameHeight() - 1 - row;
+        if (rowsBeyond >= most) continue;
+        uint16_t* marks = mask.Row(static_cast<int32_t>(y)) + columns.first;
+        for (size_t i = 0; i < hiddenRows.size(); ++i) marks[i] = hiddenRows[i] > rowsBeyond ? kMasked : 0;
+    }
+}
+
+// Both corners at the left, or at the right: a column of the full frame is a row.
+void MarkCornersOfRows(const FrameView<uint16_t>& mask, const CornerOutline& outline, bool isAtLeft,
+                       int32_t cutLeft, int32_t cutTop) {
+    const Run rows = CutRun(0, outline.FrameWidth(), cutTop, mask.Height());
+    for (int64_t y = rows.first; y < rows.end; ++y) {
+        const auto row = static_cast<int32_t>(y + cutTop);
+        const int32_t hidden = outline.HiddenRows(isAtLeft ? row : outline.FrameWidth() - 1 - row);
+        const int32_t first = isAtLeft ? 0 : outline.FrameHeight() - hidden;
+        const Run run = CutRun(first, int64_t{first} + hidden, cutLeft, mask.Width());
+        uint16_t* marks = mask.Row(static_cast<int32_t>(y));
+        if (run.first < run.end) std::fill(marks + run.first, marks + run.end, kMasked);
     }
 }
 
@@ -77,34 +68,39 @@ int32_t ComputeOrientationCode(int32_t rotation, int32_t flip) {
     return kCodes[rotation][flip];
 }
 
-std::optional<std::vector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
-                                                          int32_t cutOff, int32_t cutOffRight,
-                                                          int32_t orientation, int32_t cutLeft,
-                                                          int32_t cutTop, int32_t width, int32_t height) {
+std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
+                                               int32_t cutOffRight) {
     const int32_t shortSide = std::min(frameWidth, frameHeight);
     if (cutOff > shortSide / 2 || cutOffRight > shortSide) {
         ShowMessage(L"Wrong parameters of round-corner mask", MessageIcon::Error);
         return std::nullopt;
     }
-    // Beyond this no frame is processed, and a profile's slip must not ask for all memory.
+    // Beyond this no frame is processed.
     constexpr int64_t kLargestFullFrame = int64_t{1} << 29;
     const int64_t pixelCount = static_cast<int64_t>(frameWidth) * frameHeight;
     if (frameWidth < 0 || frameHeight < 0 || pixelCount >= kLargestFullFrame) return std::nullopt;
+    return CornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
+}
 
-    std::vector<uint16_t> work = AllocZeroed<uint16_t>(frameWidth, frameHeight);
-    MarkOutline({work.data(), frameWidth, frameHeight}, CornerOutline(cutOff, cutOffRight));
-
-    constexpr int32_t kAngleOfCode[] = {0, 180, 90, -90};
-    if (orientation >= kTurnedHalf && orientation <= kTurnedCounterclockwise) {
-        RotateBuffer(work.data(), frameWidth, frameHeight, kAngleOfCode[orientation]);
-    }
+void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const CornerOutline& outline,
+                      int32_t orientation, int32_t cutLeft, int32_t cutTop) {
+    const FrameView<uint16_t> marks(mask, width, height);
     if (orientation == kTurnedClockwise || orientation == kTurnedCounterclockwise) {
-        std::swap(frameWidth, frameHeight);
+        MarkCornersOfRows(marks, outline, orientation == kTurnedClockwise, cutLeft, cutTop);
+    } else {
+        MarkCornersOfColumns(marks, outline, orientation == kTurnedHalf, cutLeft, cutTop);
     }
-    const std::vector<std::byte> crop = CropBuffer(work.data(), frameWidth, frameHeight, cutLeft, cutTop,
-                                                   width, height, ElementType::Unsigned16);
+}
+
+std::optional<std::vector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
+                                                          int32_t cutOff, int32_t cutOffRight,
+                                                          int32_t orientation, int32_t cutLeft,
+                                                          int32_t cutTop, int32_t width, int32_t height) {
+    const std::optional<CornerOutline> outline =
+        MakeCornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
+    if (!outline) return std::nullopt;
     std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
-    if (!crop.empty()) std::memcpy(mask.data(), crop.data(), crop.size());
+    MarkRoundCorners(mask.data(), width, height, *outline, orientation, cutLeft, cutTop);
     return mask;
 }
 

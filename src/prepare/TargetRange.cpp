@@ -70,8 +70,8 @@ void ApplyTargetRange(uint16_t* frame, int32_t width, int32_t height, int32_t ta
     const float maxCutCount = pixelCount * maxCut;
     const float minCutCount = pixelCount * minCut;
     const std::vector<uint32_t> histogram = BuildHistogram(frame, width, height, kTopLevel);
-    const int32_t largestPixel = MaxPixel(frame, width, height);
-    const float smallest = std::min(4096.0F, static_cast<float>(MinPixel(frame, width, height)));
+    const auto [smallestPixel, largestPixel] = FindPixelRange(frame, width, height);
+    const float smallest = std::min(4096.0F, static_cast<float>(smallestPixel));
     const auto largest = static_cast<float>(largestPixel);
 
     const std::optional<float> cut = FindLowCut(histogram, minCutCount);

@@ -40,8 +40,8 @@ int32_t FindBrightLevel(const uint16_t* pixels, int32_t width, int32_t height, i
 GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                            int32_t outputRange, double gamma, int32_t limitBin, int32_t inverse) {
     assert(0 <= maxValue && maxValue <= kTopPixel);
-    GammaCurve curve{MinPixel(pixels, width, height), MaxPixel(pixels, width, height),
-                     AllocZeroed<uint16_t>(maxValue + 1, 1)};
+    const auto [smallest, largest] = FindPixelRange(pixels, width, height);
+    GammaCurve curve{smallest, largest, AllocZeroed<uint16_t>(maxValue + 1, 1)};
     if (limitBin > 0) {
         const HistogramCut cut =
             FindHistogramCut(BuildUnclampedHistogram(pixels, width, height, maxValue), limitBin);

@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "image/FrameView.h"
+#include "image/PixelRange.h"
 
 namespace vastrelline {
 
@@ -12,33 +13,55 @@ namespace {
 // The window with which every tone stage smooths before it looks for the ends of a histogram.
 constexpr int32_t kCutWindow = 50;
 
-// Pixels of all 16-bit levels. Neighbouring pixels are often alike; four tables keep one count from waiting
-// for the one before it.
-std::vector<uint32_t> CountAllLevels(const FrameView<const uint16_t>& frame) {
-    constexpr size_t kLevels = 0x10000;
-    std::vector<uint32_t> counts(4 * kLevels);
-    uint32_t* const tables[4] = {&counts[0], &counts[kLevels], &counts[2 * kLevels], &counts[3 * kLevels]};
-    const uint16_t* pixel = frame.begin();
-    for (; frame.end() - pixel >= 4; pixel += 4) {
-        ++tables[0][pixel[0]];
-        ++tables[1][pixel[1]];
-        ++tables[2][pixel[2]];
-        ++tables[3][pixel[3]];
+// Pixels of each level up to `last`; what lies above counts there. Neighbouring pixels are often alike: four
+// tables keep one count from waiting for the one before it. Tables no larger than the levels stay in the
+// nearest cache and cost little to clear.
+std::vector<uint32_t> CountLevels(const FrameView<const uint16_t>& frame, uint16_t last) {
+    const size_t levels = size_t{last} + 1;
+    // Counts of one level a multiple of 4096 bytes apart would be taken for one another, and wait all the
+    // same.
+    constexpr size_t kGap = 16;
+    const size_t stride = levels + kGap;
+    std::vector<uint32_t> counts(4 * stride);
+    uint32_t* const tables[4] = {&counts[0], &counts[stride], &counts[2 * stride], &counts[3 * stride]};
+    constexpr size_t kBlock = 4096;
+    uint16_t held[kBlock];
+    for (size_t start = 0; start < frame.Count(); start += kBlock) {
+        const uint16_t* pixels = frame.begin() + start;
+        const size_t count = std::min(frame.Count() - start, kBlock);
+        // To hold every pixel to the top would cost more than to see that none is above it.
+        if (FindPixelRange(pixels, static_cast<int32_t>(count), 1).largest > last) {
+            std::transform(pixels, pixels + count, held,
+                           [=](uint16_t pixel) { return std::min(pixel, last); });
+            pixels = held;
+        }
+        size_t i = 0;
+        for (; i + 4 <= count; i += 4) {
+            const size_t bins[4] = {pixels[i], pixels[i + 1], pixels[i + 2], pixels[i + 3]};
+            ++tables[0][bins[0]];
+            ++tables[1][bins[1]];
+            ++tables[2][bins[2]];
+            ++tables[3][bins[3]];
+        }
+        for (; i < count; ++i) ++tables[0][pixels[i]];
     }
-    for (; pixel != frame.end(); ++pixel) ++tables[0][*pixel];
-    for (size_t level = 0; level < kLevels; ++level) {
+    for (size_t level = 0; level < levels; ++level) {
         tables[0][level] += tables[1][level] + tables[2][level] + tables[3][level];
     }
-    counts.resize(kLevels);
+    counts.resize(levels);
     return counts;
 }
+
+constexpr int32_t kTopLevel = 0xFFFF;
 
 }  // namespace
 
 std::vector<uint32_t> BuildUnclampedHistogram(const uint16_t* pixels, int32_t width, int32_t height,
                                               int32_t maxValue) {
     if (maxValue < 0) return {};
-    std::vector<uint32_t> counts = CountAllLevels({pixels, width, height});
+    // One more bin takes what is not to be counted.
+    const int32_t last = maxValue < kTopLevel ? maxValue + 1 : kTopLevel;
+    std::vector<uint32_t> counts = CountLevels({pixels, width, height}, static_cast<uint16_t>(last));
     counts.resize(static_cast<size_t>(maxValue) + 1);
     return counts;
 }
@@ -46,10 +69,9 @@ std::vector<uint32_t> BuildUnclampedHistogram(const uint16_t* pixels, int32_t wi
 std::vector<uint32_t> BuildHistogram(const uint16_t* pixels, int32_t width, int32_t height,
                                      int32_t maxValue) {
     if (maxValue < 0) return {};
-    std::vector<uint32_t> counts = CountAllLevels({pixels, width, height});
-    const size_t bins = static_cast<size_t>(maxValue) + 1;
-    for (size_t level = bins; level < counts.size(); ++level) counts[bins - 1] += counts[level];
-    counts.resize(bins);
+    std::vector<uint32_t> counts =
+        CountLevels({pixels, width, height}, static_cast<uint16_t>(std::min(maxValue, kTopLevel)));
+    counts.resize(static_cast<size_t>(maxValue) + 1);
     return counts;
 }
 

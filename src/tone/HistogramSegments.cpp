@@ -136,8 +136,8 @@ void FindOccupiedRange(std::span<const uint32_t> histogram, int32_t limit, int32
 int32_t FindStretchSegments(const uint16_t* pixels, StretchSegment& segment, int32_t width, int32_t height,
                             int32_t maxValue, int32_t fallbackLow, int32_t fallbackTop, int32_t limit) {
     const std::vector<uint32_t> histogram = BuildHistogram(pixels, width, height, maxValue);
-    const CountedFrame frame{width, height, MinPixel(pixels, width, height), MaxPixel(pixels, width, height),
-                             histogram};
+    const auto [smallest, largest] = FindPixelRange(pixels, width, height);
+    const CountedFrame frame{width, height, smallest, largest, histogram};
     segment = FindStretchSegments(frame, fallbackLow, fallbackTop, limit);
     return 1;
 }

@@ -126,7 +126,8 @@ std::vector<int32_t> BuildStretchCurve(const uint16_t* pixels, int32_t width, in
                                        int32_t maxValue, int32_t left, int32_t right, double leftWeight,
                                        double rightWeight, int32_t leftLen, int32_t midLen,
                                        int32_t rightLen) {
-    return BuildStretchCurve(MinPixel(pixels, width, height), MaxPixel(pixels, width, height), maxValue,
+    const auto [smallest, largest] = FindPixelRange(pixels, width, height);
+    return BuildStretchCurve(smallest, largest, maxValue,
                              {left, right, leftWeight, rightWeight, leftLen, midLen, rightLen});
 }
 

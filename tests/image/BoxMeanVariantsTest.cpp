@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "image/BoxMean.h"
@@ -87,6 +89,43 @@ TEST(BoxMeanVariants, DivisionByAProductIsExact) {
              {0U, divisor - 1, divisor, largest / 2 / divisor * divisor, largest - divisor, largest - 1}) {
             ASSERT_EQ(uint64_t{sum} * factor >> 32U >> shift, sum / divisor) << sum << " / " << divisor;
         }
+    }
+}
+
+// For each window the brightest frame that 16 bits are used for, so with all sums that can come of it.
+TEST(BoxMeanVariants, NarrowDivisionByAProductIsExact) {
+    for (const int32_t window : {3, 5, 7, 9, 11, 13, 15, 17, 31, 33, 63, 65, 255, 257, 1001, 21845, 32767}) {
+        int32_t largestPixel = 0xFFFF / window;
+        std::optional<WindowDivision> division = MakeNarrowWindowDivision(window, largestPixel);
+        while (!division && largestPixel > 0) division = MakeNarrowWindowDivision(window, --largestPixel);
+        ASSERT_TRUE(division.has_value()) << window;
+        for (int32_t sum = 0; sum <= window * largestPixel; ++sum) {
+            ASSERT_EQ(DivideByWindow(static_cast<uint16_t>(sum), *division), sum / window)
+                << sum << " / " << window;
+        }
+    }
+}
+
+TEST(BoxMeanVariants, NarrowSumsServeTwelveBitsUpToRadiusSeven) {
+    for (int32_t radius = 1; radius <= 7; ++radius)
+        EXPECT_TRUE(MakeNarrowWindowDivision(2 * radius + 1, 4095)) << radius;
+    EXPECT_FALSE(MakeNarrowWindowDivision(17, 4095));
+    EXPECT_TRUE(MakeNarrowWindowDivision(3, 21845));
+    EXPECT_FALSE(MakeNarrowWindowDivision(3, 21846));
+    EXPECT_FALSE(MakeNarrowWindowDivision(32767, 65535));
+}
+
+// The brightest pixel stands at each place of a row and decides between sums of 16 bits and of 32.
+TEST(BoxMeanVariants, BothSidesOfNarrowSumsGiveTheReferenceBits) {
+    for (const auto& [radius, top] :
+         {std::pair{1, 21845}, {1, 21846}, {7, 4369}, {7, 4370}, {3, 9362}, {3, 9363}}) {
+        const auto brightest = static_cast<uint16_t>(top);
+        ExpectAllVariantsEqual(Flat(75, 9, brightest), radius);
+        ExpectAllVariantsEqual(Extremes(75, 9, brightest), radius);
+        ExpectAllVariantsEqual(Noise(75, 9, brightest, 20240514), radius);
+        for (int32_t x = 0; x < 40; ++x)
+            ExpectAllVariantsEqual(Impulse(40, 3, x, x % 3, brightest, 100), radius);
+        if (HasFatalFailure()) return;
     }
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -43,6 +44,18 @@ TEST(LookupTable, FullTableReachesEveryLevel) {
     for (size_t level = 0; level < negative.size(); ++level)
         negative[level] = static_cast<uint16_t>(0xFFFF - level);
     EXPECT_THAT(Mapped(Ramp(256, 256, 0, 1, 256), negative), EqualsFrame(Ramp(256, 256, 0xFFFF, -1, -256)));
+}
+
+// Past one and two blocks of the walk, one below and one above.
+TEST(LookupTable, EveryPixelOfEachLengthIsMapped) {
+    const std::vector<uint16_t> table{9, 7, 5, 3};
+    for (const int32_t width : {7, 8, 9, 511, 512, 513, 1023, 1024, 1025, 1031}) {
+        const Frame frame = Noise(width, 1, 5, 20240513);
+        Frame expected = frame;
+        for (uint16_t& pixel : expected.pixels)
+            pixel = static_cast<uint16_t>(9 - 2 * std::min<int>(pixel, 3));
+        EXPECT_THAT(Mapped(frame, table), EqualsFrame(expected)) << width;
+    }
 }
 
 TEST(LookupTable, WritesNothingBehindTheFrame) {

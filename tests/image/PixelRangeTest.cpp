@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "image/PixelRange.h"
 #include "support/Frames.h"
@@ -36,16 +38,34 @@ INSTANTIATE_TEST_SUITE_P(
                     RangeCase{"HighBitIsNoSign", FromRows({{0x7FFF, 0x8000}}), 0x7FFF, 0x8000}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(PixelRange, SeesAnExtremeAtEveryPlace) {
-    // Past the widest vector, one below and one above each power of 2.
-    for (int32_t width = 1; width <= 67; ++width)
-        for (int32_t x = 0; x < width; ++x) {
-            SCOPED_TRACE(testing::Message() << x << " of " << width);
-            const Frame bright = Impulse(width, 1, x, 0, 4095, 100);
-            const Frame dark = Impulse(width, 1, x, 0, 3, 100);
-            ASSERT_EQ(MaxPixel(bright.Data(), width, 1), 4095);
-            ASSERT_EQ(MinPixel(dark.Data(), width, 1), 3);
+// From one pixel to past the widest step, and to one below and one above twice that.
+TEST(PixelRange, EveryVariantSeesAnExtremeAtEveryPlace) {
+    for (const PixelRangeVariant& variant : PixelRangeVariants())
+        for (const size_t count : {1U, 2U, 15U, 16U, 17U, 63U, 64U, 65U, 127U, 128U, 129U, 257U}) {
+            std::vector<uint16_t> pixels(count, uint16_t{40000});
+            for (size_t i = 0; i < count; ++i) {
+                SCOPED_TRACE(testing::Message() << variant.name << ' ' << i << " of " << count);
+                pixels[i] = 65535;
+                ASSERT_EQ(variant.run(pixels.data(), count).largest, 65535);
+                pixels[i] = 3;
+                ASSERT_EQ(variant.run(pixels.data(), count).smallest, 3);
+                pixels[i] = 40000;
+            }
+            ASSERT_EQ(variant.run(pixels.data(), count).smallest, 40000);
+            ASSERT_EQ(variant.run(pixels.data(), count).largest, 40000);
         }
+}
+
+TEST(PixelRange, EveryVariantGivesTheRangeOfNoise) {
+    for (size_t count = 0; count <= 300; ++count) {
+        const Frame noise = Noise(static_cast<int32_t>(count), 1, 65535, 20240512);
+        const PixelRange expected = PixelRangeVariants().front().run(noise.Data(), count);
+        for (const PixelRangeVariant& variant : PixelRangeVariants()) {
+            const PixelRange range = variant.run(noise.Data(), count);
+            ASSERT_EQ(range.smallest, expected.smallest) << variant.name << ' ' << count;
+            ASSERT_EQ(range.largest, expected.largest) << variant.name << ' ' << count;
+        }
+    }
 }
 
 TEST(PixelRange, DoesNotDependOnTheOrientation) {

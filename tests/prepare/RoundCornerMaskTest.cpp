@@ -253,6 +253,36 @@ TEST(RoundCornerMask, CodesTurnTheCornersOfATinyFrame) {
                 EqualsFrame(FromRows({{0, M, M}, {0, 0, M}, {0, 0, 0}, {0, 0, M}, {0, M, M}})));
 }
 
+// Outlines of all kinds in frames of odd and even sides, cut at places that lie in, partly in and beside the
+// full frame. The mask written into has guards behind it.
+TEST(RoundCornerMask, MarksWhatTheDrawnFullFrameHas) {
+    struct Sides {
+        int32_t width;
+        int32_t height;
+    };
+    for (const Sides full : {Sides{1, 1}, {2, 5}, {9, 4}, {12, 12}, {31, 24}, {0, 3}, {4, 0}})
+        for (const int32_t cutOff : {-1, 0, 1, 6})
+            for (const int32_t cutOffRight : {-3, 0, 1, 9}) {
+                const int32_t shortSide = std::min(full.width, full.height);
+                if (cutOff > shortSide / 2 || cutOffRight > shortSide) continue;
+                const CornerOutline outline(full.width, full.height, cutOff, cutOffRight);
+                for (const int32_t code : {0, 1, 2, 3, 4, -1})
+                    for (const int32_t left : {0, 1, -2, 40, kLowest, kHighest})
+                        for (const int32_t top : {0, 2, -3, -40, kHighest}) {
+                            constexpr int32_t kWidth = 14;
+                            constexpr int32_t kHeight = 17;
+                            Frame mask(kWidth, kHeight + 1);
+                            MarkRoundCorners(mask.Data(), kWidth, kHeight, outline, code, left, top);
+                            const std::vector<uint16_t> drawn =
+                                DrawRoundCorners(outline, code, left, top, kWidth, kHeight);
+                            ASSERT_TRUE(std::equal(drawn.begin(), drawn.end(), mask.pixels.begin()))
+                                << full.width << " x " << full.height << ", " << cutOff << ", " << cutOffRight
+                                << ", code " << code << " at " << left << ", " << top;
+                            ASSERT_EQ(std::count(mask.pixels.end() - kWidth, mask.pixels.end(), 0), kWidth);
+                        }
+            }
+}
+
 // ---- corners from the frame itself
 
 Frame Triangles(const Frame& frame) {
