@@ -5,48 +5,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <vector>
 
 #include "contrast/ClaheFrame.h"
 #include "contrast/ClaheTiles.h"
 #include "contrast/DarkArea.h"
 #include "platform/InstructionSet.h"
+#include "support/FuzzInput.h"
 
 namespace {
 
 using namespace vastrelline;
-
-// Says which promise does not hold and ends the run, in every build.
-void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "does not hold: %s\n", promise);
-    std::abort();
-}
-
-// Takes values off the end of the input; past its start they are zero.
-class InputTail {
-public:
-    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-    template <typename Value>
-    Value Take() {
-        Value value{};
-        const size_t count = size_ < sizeof value ? size_ : sizeof value;
-        size_ -= count;
-        if (count > 0) std::memcpy(&value, data_ + size_, count);
-        return value;
-    }
-
-    const uint8_t* Data() const { return data_; }
-    size_t Size() const { return size_; }
-
-private:
-    const uint8_t* data_;
-    size_t size_;
-};
 
 struct Options {
     int32_t width;
@@ -75,14 +44,6 @@ Options TakeOptions(InputTail& tail) {
     return options;
 }
 
-// The frame from the input's head; where the input is too short, pixels are 0.
-std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
-    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
-    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
-    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
-    return pixels;
-}
-
 std::vector<uint16_t> Equalized(std::vector<uint16_t> pixels, const Options& options, InstructionSet set) {
     LimitInstructionSet(set);
     const int32_t code = ClaheFrame(pixels.data(), options.width, options.height, options.maxValue,
@@ -96,7 +57,7 @@ std::vector<uint16_t> Equalized(std::vector<uint16_t> pixels, const Options& opt
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     InputTail tail(data, size);
     const Options options = TakeOptions(tail);
-    const std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    const std::vector<uint16_t> pixels = tail.TakeFrame(options.width, options.height);
     const std::vector<uint16_t> expected = Equalized(pixels, options, InstructionSet::Reference);
     for (const InstructionSet set : {InstructionSet::Baseline, InstructionSet::Avx2, InstructionSet::Avx512})
         Require(Equalized(pixels, options, set) == expected, "every form gives the reference bits");

@@ -4,47 +4,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <vector>
 
 #include "contrast/HdrFrame.h"
 #include "image/PixelRange.h"
 #include "platform/InstructionSet.h"
+#include "support/FuzzInput.h"
 
 namespace {
 
 using namespace vastrelline;
-
-// Says which promise does not hold and ends the run, in every build.
-void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "does not hold: %s\n", promise);
-    std::abort();
-}
-
-// Takes values off the end of the input; past its start they are zero.
-class InputTail {
-public:
-    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-    template <typename Value>
-    Value Take() {
-        Value value{};
-        const size_t count = size_ < sizeof value ? size_ : sizeof value;
-        size_ -= count;
-        if (count > 0) std::memcpy(&value, data_ + size_, count);
-        return value;
-    }
-
-    const uint8_t* Data() const { return data_; }
-    size_t Size() const { return size_; }
-
-private:
-    const uint8_t* data_;
-    size_t size_;
-};
 
 struct Options {
     int32_t width;

@@ -5,54 +5,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "noise/MedianFilter.h"
 #include "noise/MedianPasses.h"
 #include "noise/MedianWindow.h"
+#include "support/FuzzInput.h"
 
 namespace {
 
 using namespace vastrelline;
-
-// Says which promise does not hold and ends the run, in every build.
-void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "does not hold: %s\n", promise);
-    std::abort();
-}
-
-// Takes values off the end of the input; past its start they are zero.
-class InputTail {
-public:
-    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-    template <typename Value>
-    Value Take() {
-        Value value{};
-        const size_t count = size_ < sizeof value ? size_ : sizeof value;
-        size_ -= count;
-        if (count > 0) std::memcpy(&value, data_ + size_, count);
-        return value;
-    }
-
-    const uint8_t* Data() const { return data_; }
-    size_t Size() const { return size_; }
-
-private:
-    const uint8_t* data_;
-    size_t size_;
-};
-
-std::vector<uint16_t> TakeFrame(const InputTail& tail, int32_t width, int32_t height) {
-    std::vector<uint16_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
-    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
-    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
-    return pixels;
-}
 
 void TestVariants(const std::vector<uint16_t>& pixels, MedianCall call) {
     std::vector<uint16_t> expected(pixels.size());
@@ -99,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     params.MEDIAN_REPEAT = tail.Take<int32_t>();
     params.MEDIAN_Mode = tail.Take<int8_t>();
     if (isSquare) params.MEDIAN_SIZE = call.windowWidth;
-    const std::vector<uint16_t> pixels = TakeFrame(tail, width, height);
+    const std::vector<uint16_t> pixels = tail.TakeFrame(width, height);
     TestVariants(pixels, call);
     TestPasses(pixels, width, height, params);
     return 0;

@@ -5,9 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <vector>
 
 #include "detail/ActivityWeightedUnsharp.h"
@@ -16,39 +13,11 @@
 #include "detail/HistogramShapedUnsharp.h"
 #include "detail/SobelMagnitude.h"
 #include "image/BoxMean.h"
+#include "support/FuzzInput.h"
 
 namespace {
 
 using namespace vastrelline;
-
-// Says which promise does not hold and ends the run, in every build.
-void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "does not hold: %s\n", promise);
-    std::abort();
-}
-
-// Takes values off the end of the input; past its start they are zero.
-class InputTail {
-public:
-    InputTail(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-    template <typename Value>
-    Value Take() {
-        Value value{};
-        const size_t count = size_ < sizeof value ? size_ : sizeof value;
-        size_ -= count;
-        if (count > 0) std::memcpy(&value, data_ + size_, count);
-        return value;
-    }
-
-    const uint8_t* Data() const { return data_; }
-    size_t Size() const { return size_; }
-
-private:
-    const uint8_t* data_;
-    size_t size_;
-};
 
 struct Options {
     int32_t width;
@@ -84,14 +53,6 @@ Options TakeOptions(InputTail& tail) {
     constexpr int32_t kPastAnyFrame = 1 << 20;
     if (options.mode != 5 && options.reduce > 8 && options.reduce < kPastAnyFrame) options.reduce = 8;
     return options;
-}
-
-// The frame from the input's head; where the input is too short, pixels are 0.
-std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
-    std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));
-    const size_t bytes = std::min(tail.Size(), pixels.size() * sizeof(uint16_t));
-    if (bytes > 0) std::memcpy(pixels.data(), tail.Data(), bytes);
-    return pixels;
 }
 
 void TestMethod(std::vector<uint16_t> pixels, const Options& o) {
@@ -143,7 +104,7 @@ void TestVariants(const std::vector<uint16_t>& pixels, const Options& o) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     InputTail tail(data, size);
     const Options options = TakeOptions(tail);
-    const std::vector<uint16_t> pixels = TakeFrame(tail, options);
+    const std::vector<uint16_t> pixels = tail.TakeFrame(options.width, options.height);
     TestMethod(pixels, options);
     TestVariants(pixels, options);
     return 0;

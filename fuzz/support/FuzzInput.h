@@ -40,6 +40,10 @@ public:
         return pixels;
     }
 
+    // What is left of the input.
+    const uint8_t* Data() const { return data_; }
+    size_t Size() const { return size_; }
+
 private:
     const uint8_t* data_;
     size_t size_;
