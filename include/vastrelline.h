@@ -12,8 +12,9 @@
  *           file system as they are. On POSIX systems '/' and '\' both separate folders. A null pointer
  *           counts as the empty text.
  * Threads   the caller makes one processing call at a time: calls share process-wide values (the number of
- *           the next dump, the switches of the run) and there is no lock. Each call runs on its caller's
- *           thread. RotateImage keeps no state and may run at any time.
+ *           the next dump, the switches of the run) and there is no lock. A call returns when all its
+ *           work is done; a square median of the configured chain shares its rows between two threads of its
+ *           own, all else runs on the caller's thread. RotateImage keeps no state and may run at any time.
  * Failures  no call throws or ends the process; every processing call returns one of the codes below.
  *
  * A whole call, from a frame in memory to the enhanced frame:
@@ -56,8 +57,8 @@ extern "C" {
 #define VASTRELLINE_NO_SECTION 4
 /* The frame was processed, but the bitmap could not be saved. */
 #define VASTRELLINE_NO_BITMAP 5
-/* Memory ran out, the frame has 2^29 pixels or more, or another internal failure. The content of output
- * is then undefined. */
+/* Memory ran out, the frame has 2^29 pixels or more (looked at before the profile where input is there), or
+ * another internal failure. The content of output is then undefined. */
 #define VASTRELLINE_INTERNAL_FAILURE 6
 
 /* How the delivered frame lies on the sensor; a caller's own values in place of the profile's. All in
@@ -77,9 +78,9 @@ struct SensorGeometry {
 
 /* Processes one frame.
  *
- * input                 width * height pixels. Changed in place whatever the result, unless it is null: the
- *                       exposure curve clips its highlights and lifts very dark frames. It is made for 12
- *                       bits; larger pixels count as 4095
+ * input                 width * height pixels. Changed in place whatever the result but 6, unless it is
+ *                       null: the exposure curve clips its highlights and lifts very dark frames. It is made
+ *                       for 12 bits; larger pixels count as 4095
  * output                width * height pixels, receives the enhanced frame; must not overlap input
  * width, height         in pixels; 0 or less: the arguments are tested, then nothing is done and the
  *                       result is 0
@@ -182,7 +183,8 @@ VASTRELLINE_API void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTot
  * rotation   1: 90 degrees clockwise, 2: 90 degrees counterclockwise, 3: 180 degrees, else none
  * flip       1: left to right, 2: top to bottom, 3: both, else none
  *
- * Returns 1; 0 for a null frame, or if memory ran out, and the frame is as it was.
+ * Returns 1; 0 for a null frame, one of 2^29 pixels or more, or if memory ran out, and the frame is as it
+ * was.
  */
 VASTRELLINE_API int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, int32_t rotation,
                                     int32_t flip);

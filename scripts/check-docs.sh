@@ -4,4 +4,5 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+scripts/install-dependencies.sh ci
 exec python3 scripts/make-docs.py --check

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Runs clang-tidy on the library's sources; every finding is an error. Needs the presets release and windows
-# configured. Arguments name files to check in place of all.
+# Runs clang-tidy on the library's sources; every finding is an error. Arguments name files to check in place of all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-dependencies.sh ci
+scripts/install-dependencies.sh build test ci
+for preset in release windows; do
+    [[ -f build/$preset/compile_commands.json ]] || cmake --preset $preset
+done
 files=("$@")
 if [[ ${#files[@]} -eq 0 ]]; then
     mapfile -t files < <(find src -name '*.cpp' | sort)

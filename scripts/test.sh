@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs all tests. An argument names another preset than
-# release: debug, asan or tsan.
+# release: debug, scalar, asan or tsan.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -37,6 +37,8 @@ void BenchSquareBoxMean(benchmark::State& state) {
     }
     ReportPixels(state, frame);
 }
+BENCHMARK(BenchSquareBoxMean)->Name("SpotCorrection/SquareBoxMean")->Unit(benchmark::kMillisecond);
+
 // Of the whole the powers alone, each pixel with an exponent of its own.
 void BenchSpotPower(benchmark::State& state, const SpotPowerVariant& variant) {
     const BenchFrame original = MakeNoiseFrame();
@@ -64,8 +66,6 @@ const bool kRegistered = [] {
     }
     return true;
 }();
-
-BENCHMARK(BenchSquareBoxMean)->Name("SpotCorrection/SquareBoxMean")->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vastrelline

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "contrast/ClaheTiles.h"
-#include "image/FrameView.h"
 #include "image/PixelRange.h"
 
 namespace vastrelline {
@@ -27,15 +26,9 @@ int32_t ClaheFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
     const uint64_t paddedHeight = static_cast<uint64_t>(tilesY) * static_cast<uint64_t>(blockSize);
     if (paddedWidth * paddedHeight >= kPixelLimit) return kAlwaysOne;
 
-    // Row by row, so that the second search finds the row in the cache.
-    const FrameView<const uint16_t> frame(pixels, width, height);
-    int32_t max = 0;
-    int32_t min = maxValue;
-    for (int32_t y = 0; y < height; ++y) {
-        const PixelRange range = FindPixelRange(frame.Row(y), width, 1);
-        max = std::max(max, range.largest);
-        min = std::min(min, range.smallest);
-    }
+    const PixelRange range = FindPixelRange(pixels, width, height);
+    const int32_t max = range.largest;
+    const int32_t min = std::min(maxValue, range.smallest);
     RunClaheTiles({.pixels = pixels,
                    .width = static_cast<uint32_t>(width),
                    .height = static_cast<uint32_t>(height),

@@ -14,10 +14,7 @@ std::span<const FusionVariant> FusionVariants() {
         {"avx512", InstructionSet::Avx512, &kFusionKernelsAvx512},
 #endif
     };
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(variants) && variants[count].needs <= allowed) ++count;
-    return {variants, count};
+    return AllowedVariants(variants);
 }
 
 }  // namespace vastrelline

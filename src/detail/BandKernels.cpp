@@ -12,10 +12,7 @@ std::span<const BandKernels> BandVariants() {
         Avx2BandKernels(),
 #endif
     };
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(variants) && variants[count].needs <= allowed) ++count;
-    return {variants, count};
+    return AllowedVariants(variants);
 }
 
 }  // namespace vastrelline

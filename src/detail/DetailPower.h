@@ -4,6 +4,8 @@
 
 namespace vastrelline {
 
+// No stage calls it: with the starts of 0 that the mid-band's step has, it would change nothing.
+//
 // Remaps a detail image through a power curve on each side of zero, in place: small detail linearly, larger
 // detail by a power of its share of the largest.
 //

@@ -16,12 +16,7 @@ constexpr DeviationVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const DeviationVariant> DeviationVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const DeviationVariant> DeviationVariants() { return AllowedVariants(kVariants); }
 
 void QuantiseDeviation(const DeviationCall& call) {
     if (call.radius == kDeviationRadius) {

@@ -1,9 +1,9 @@
 #include "detail/MidBand.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
+#include "detail/HeldPixel.h"
 #include "detail/Resize.h"
 #include "image/BoxMean.h"
 #include "image/FrameView.h"
@@ -14,10 +14,6 @@
 namespace vastrelline {
 
 namespace {
-
-uint16_t HoldToRange(int32_t value, int32_t maxValue) {
-    return LowBits16(std::max(std::min(value, maxValue), 0));
-}
 
 void SmoothFrame(std::vector<uint16_t>& pixels, int32_t width, int32_t height, int32_t maxValue, double sigma,
                  int32_t smoothing) {
@@ -50,7 +46,7 @@ void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxVa
     for (uint16_t& pixel : frame) {
         const int32_t base = smoothed[i++];
         const int32_t difference = pixel - base;
-        pixel = HoldToRange(TruncateToInt32(base + difference * params.gain), maxValue);
+        pixel = HoldToPixel(TruncateToInt32(base + difference * params.gain), maxValue);
     }
 }
 
@@ -65,7 +61,7 @@ void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t max
     size_t i = 0;
     for (uint16_t& pixel : frame) {
         const int32_t fine = pixel - smoothed[i];
-        pixel = HoldToRange(boosted[i] + fine, maxValue);
+        pixel = HoldToPixel(boosted[i] + fine, maxValue);
         ++i;
     }
 }

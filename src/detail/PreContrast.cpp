@@ -22,12 +22,7 @@ constexpr AmplifyVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const AmplifyVariant> AmplifyVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const AmplifyVariant> AmplifyVariants() { return AllowedVariants(kVariants); }
 
 std::vector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                                        const PreContrastParams& params) {

@@ -68,12 +68,7 @@ void EnlargeInto(uint16_t* buffer, int32_t width, int32_t height, CImageM& reduc
 
 }  // namespace
 
-std::span<const ResizeVariant> ResizeVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const ResizeVariant> ResizeVariants() { return AllowedVariants(kVariants); }
 
 std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale) {
     const int32_t resultHeight = TruncateToInt32(height * scale);

@@ -30,7 +30,8 @@ std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, i
 // Edges    extended to whole multiples of the factor by the last row and column; the Gaussian repeats the
 //          edge pixels
 // Memory   the reduced frame for the length of the call; for sides that are no multiples of the factor the
-//          extended frame too, and at a factor of 2 the enlarged one
+//          extended frame too, and at a factor of 2 the enlarged one; at other factors some 50 bytes for each
+//          column
 void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue, double sigma,
                           int32_t factor);
 

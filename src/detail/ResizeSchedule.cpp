@@ -49,6 +49,8 @@ void Double(const ResizeCall& call, const ResizeKernels& kernels) {
 class Interpolation {
 public:
     Interpolation(const ResizeCall& call, const ResizeKernels& kernels) : call_(call), kernels_(kernels) {
+        indices_.reserve(static_cast<size_t>(call.resultWidth));
+        rests_.reserve(static_cast<size_t>(call.resultWidth));
         for (int32_t x = 0; x < call.resultWidth; ++x) {
             const auto [index, rest] = SourcePlaceOf(x, call.scale);
             if (index < 0 || index > call.width - 1) break;

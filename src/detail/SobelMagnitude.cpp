@@ -21,12 +21,7 @@ constexpr SobelRowVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const SobelRowVariant> SobelRowVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const SobelRowVariant> SobelRowVariants() { return AllowedVariants(kVariants); }
 
 void SobelMagnitudeWith(const SobelRowVariant& variant, uint16_t* pixels, int32_t width, int32_t height) {
     constexpr int32_t kNarrowest = 3;

@@ -7,7 +7,7 @@ namespace vastrelline {
 ReturnCode RunConfiguredChain(const DriverCall& call, const SensorGeometry* geometry) {
     ConfiguredFamily run(call);
     if (const ReturnCode code = run.TestArguments(); code != kSuccess) return code;
-    if (!run.HasPixels()) return kSuccess;
+    if (!HasPixels(call.width, call.height)) return kSuccess;
 
     run.ReadSettings(L"", 0);
     run.OpenLog();

@@ -27,10 +27,6 @@ ReturnCode ConfiguredFamily::TestArguments() const {
     return sectionName_.empty() ? kNoSection : kSuccess;
 }
 
-bool ConfiguredFamily::HasPixels() const {
-    return call_.width > 0 && call_.height > 0 && CountPixels(call_.width, call_.height) > 0;
-}
-
 void ConfiguredFamily::ReadSettings(const std::wstring& sensorFolder, int32_t sensorMode) {
     SyncSensorSettings(call_.iniPath, sensorFolder, sensorMode);
     ReadCommonSettings(call_.iniPath, sectionName_, settings_);

@@ -26,11 +26,6 @@ public:
     // The first argument test that fails: kNoProfile, kNoInput, kNoOutput, kNoSection.
     ReturnCode TestArguments() const;
 
-    // Whether the frame has pixels; without any a run ends after the tests.
-    //
-    // Errors   std::length_error for kPixelCountLimit pixels or more
-    bool HasPixels() const;
-
     // Brings the sensor's values into the profile, reads the settings, sets the process-wide state.
     //
     // sensorFolder, sensorMode   as SyncSensorSettings

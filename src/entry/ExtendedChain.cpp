@@ -7,7 +7,7 @@ namespace vastrelline {
 ReturnCode RunExtendedChain(const DriverCall& call, const std::wstring& sensorFolder, int32_t sensorMode) {
     ConfiguredFamily run(call);
     if (const ReturnCode code = run.TestArguments(); code != kSuccess) return code;
-    if (!run.HasPixels()) return kSuccess;
+    if (!HasPixels(call.width, call.height)) return kSuccess;
 
     run.ReadSettings(sensorFolder, sensorMode);
     run.OpenLog();

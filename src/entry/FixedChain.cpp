@@ -8,7 +8,7 @@ namespace vastrelline {
 ReturnCode RunFixedChain(const DriverCall& call) {
     FixedFamily run(call);
     if (const ReturnCode code = run.TestArguments(); code != kSuccess) return code;
-    if (!run.HasPixels()) return kSuccess;
+    if (!HasPixels(call.width, call.height)) return kSuccess;
 
     run.ReadSettings();
     run.OpenLog(kFixedStartLine);

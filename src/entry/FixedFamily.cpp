@@ -19,10 +19,6 @@ ReturnCode FixedFamily::TestArguments() const {
     return TestDriverArguments(call_.iniPath, call_.input, call_.output);
 }
 
-bool FixedFamily::HasPixels() const {
-    return call_.width > 0 && call_.height > 0 && CountPixels(call_.width, call_.height) > 0;
-}
-
 void FixedFamily::ReadSettings() {
     ReadFixedSettings(call_.iniPath, call_.sectionName, settings_);
     FixedState& state = SharedFixedState();

@@ -21,11 +21,6 @@ public:
     // The first argument test that fails: kNoProfile, kNoInput, kNoOutput.
     ReturnCode TestArguments() const;
 
-    // Whether the frame has pixels; without any a run ends after the tests.
-    //
-    // Errors   std::length_error for kPixelCountLimit pixels or more
-    bool HasPixels() const;
-
     // Reads the settings and sets the process-wide state.
     void ReadSettings();
 

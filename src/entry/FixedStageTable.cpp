@@ -16,9 +16,17 @@ namespace vastrelline {
 
 namespace {
 
+// One row of the stage table.
+struct FixedStageEntry {
+    int32_t FixedSettings::*flag;  // not 0 runs the stage; null: it always runs
+    bool isInCrChain;
+    void (*run)(const FixedStageCall& call);
+};
+
 using Settings = FixedSettings;
 using Call = FixedStageCall;
 
+// In the order in which they run.
 constexpr FixedStageEntry kFixedStages[] = {
     {&Settings::INVERSE_INTENSITY, true,
      [](const Call& c) {
@@ -78,8 +86,6 @@ constexpr FixedStageEntry kFixedStages[] = {
 };
 
 }  // namespace
-
-std::span<const FixedStageEntry> FixedStages() { return kFixedStages; }
 
 void RunFixedStages(FixedChain chain, const FixedStageCall& call) {
     for (const FixedStageEntry& stage : kFixedStages) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 
 #include "config/FixedSettings.h"
 #include "diagnostics/LogFile.h"
@@ -27,17 +26,7 @@ struct FixedStageCall {
     const FixedSettings& settings;
 };
 
-// One row of the stage table.
-struct FixedStageEntry {
-    int32_t FixedSettings::*flag;  // not 0 runs the stage; null: it always runs
-    bool isInCrChain;
-    void (*run)(const FixedStageCall& call);
-};
-
-// All stages in the order in which they run.
-std::span<const FixedStageEntry> FixedStages();
-
-// Runs the stages of a chain that the settings switch on.
+// Runs the stages of a chain that the settings switch on, in the program's order.
 void RunFixedStages(FixedChain chain, const FixedStageCall& call);
 
 }  // namespace vastrelline

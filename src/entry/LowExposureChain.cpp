@@ -59,7 +59,7 @@ void RunLowSequence(ConfiguredFamily& run) {
 ReturnCode RunLowExposureChain(const DriverCall& call, const SensorGeometry* geometry) {
     ConfiguredFamily run(call);
     if (const ReturnCode code = run.TestArguments(); code != kSuccess) return code;
-    if (!run.HasPixels()) return kSuccess;
+    if (!HasPixels(call.width, call.height)) return kSuccess;
 
     run.ReadSettings(L"", 0);
     run.OpenLog();

@@ -25,4 +25,8 @@ int32_t CountPixels(int32_t width, int32_t height) {
     return static_cast<int32_t>(count);
 }
 
+bool HasPixels(int32_t width, int32_t height) {
+    return width > 0 && height > 0 && CountPixels(width, height) > 0;
+}
+
 }  // namespace vastrelline

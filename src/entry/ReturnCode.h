@@ -27,4 +27,9 @@ inline constexpr int64_t kPixelCountLimit = int64_t{1} << 29;
 // Errors   std::length_error from kPixelCountLimit on
 int32_t CountPixels(int32_t width, int32_t height);
 
+// Whether a frame has pixels; without any there is nothing to do.
+//
+// Errors   as CountPixels
+bool HasPixels(int32_t width, int32_t height);
+
 }  // namespace vastrelline

@@ -59,6 +59,8 @@ constexpr StageEntry kStages[] = {
      }},
 };
 
+static_assert(kStages[std::size(kStages) - 1].id == StageId::HDR);
+
 }  // namespace
 
 std::span<const StageEntry> ConfiguredStages() { return std::span(kStages).first(std::size(kStages) - 1); }

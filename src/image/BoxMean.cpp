@@ -18,12 +18,7 @@ constexpr BoxMeanVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const BoxMeanVariant> BoxMeanVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const BoxMeanVariant> BoxMeanVariants() { return AllowedVariants(kVariants); }
 
 void BoxMean(const uint16_t* source, uint16_t* destination, int32_t width, int32_t height, int32_t radius) {
     if (source == nullptr || destination == nullptr || width <= 0 || height <= 0) return;

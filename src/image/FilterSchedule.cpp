@@ -11,13 +11,6 @@ namespace {
 
 constexpr int32_t kRowsAtOnce = 4;
 
-// The index among `count` rows or columns for one that may lie beyond either end.
-int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges) {
-    if (edges == EdgeRule::Replicate) return std::clamp(index, 0, count - 1);
-    const int32_t rest = index % count;
-    return rest < 0 ? rest + count : rest;
-}
-
 // The rows of a frame that is filtered in place.
 class RowsInPlace {
 public:
@@ -82,7 +75,7 @@ public:
           size_(static_cast<int32_t>(call.kernel.size())),
           half_(size_ / 2),
           capacity_(size_ + kRowsAtOnce - 1),
-          stride_(MakeStride(call.width, kernels.slack)),
+          stride_(FilteredRowStride(call.width, kernels.slack)),
           line_(static_cast<size_t>(call.width + size_ + kernels.slack)),
           ring_(static_cast<size_t>(RingRows()) * stride_),
           seen_(static_cast<size_t>(capacity_)),
@@ -106,14 +99,6 @@ public:
     }
 
 private:
-    // Doubles from one filtered row to the next. An odd number of cache lines, so that rows do not crowd the
-    // same sets of the cache.
-    static size_t MakeStride(int32_t width, int32_t slack) {
-        constexpr size_t kLine = 8;
-        const size_t lines = (static_cast<size_t>(width) + static_cast<size_t>(slack)) / kLine + 1;
-        return (lines | 1) * kLine;
-    }
-
     // No row of a frame is filtered twice while the ring could hold all of them.
     int32_t RingRows() const { return std::min(capacity_, call_.height); }
 
@@ -172,13 +157,24 @@ private:
     int32_t next_ = -half_;              // the next row to see
 };
 
-// The fast loops hold pixels to 16 bits by saturation; beyond that the low bits count.
+}  // namespace
+
+int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges) {
+    if (edges == EdgeRule::Replicate) return std::clamp(index, 0, count - 1);
+    const int32_t rest = index % count;
+    return rest < 0 ? rest + count : rest;
+}
+
+size_t FilteredRowStride(int32_t width, int32_t slack) {
+    constexpr size_t kLine = 8;
+    const size_t lines = (static_cast<size_t>(width) + static_cast<size_t>(slack)) / kLine + 1;
+    return (lines | 1) * kLine;
+}
+
 bool IsBeyondFastLoops(int32_t maxValue) {
     constexpr int32_t kTopPixel = 0xFFFF;
     return maxValue > kTopPixel;
 }
-
-}  // namespace
 
 void RunFilterSchedule(const FilterCall& call, const FilterKernels& kernels) {
     if (IsBeyondFastLoops(call.maxValue)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "image/HalvingFilter.h"
@@ -28,6 +29,17 @@ struct FilterKernels {
     // The most places beyond a row's end that these loops touch.
     int32_t slack;
 };
+
+// The index among `count` rows or columns for one that may lie beyond either end.
+int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges);
+
+// Doubles from one filtered row to the next. An odd number of cache lines, so that rows do not crowd the same
+// sets of the cache.
+size_t FilteredRowStride(int32_t width, int32_t slack);
+
+// The fast loops hold pixels to 16 bits by saturation; for a larger maxValue the low bits count, and the
+// plain form has to do it.
+bool IsBeyondFastLoops(int32_t maxValue);
 
 // FilterFrame with these loops: which rows are filtered when, where they are kept, and what lies beyond the
 // edges.

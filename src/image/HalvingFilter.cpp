@@ -20,12 +20,7 @@ constexpr HalvingVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const HalvingVariant> HalvingVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const HalvingVariant> HalvingVariants() { return AllowedVariants(kVariants); }
 
 void FilterAndHalve(const HalvingCall& call) {
     if (call.width < 2 || call.height < 2 || call.kernel.empty()) return;

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -18,7 +17,7 @@ public:
           size_(static_cast<int32_t>(call.kernel.size())),
           half_(size_ / 2),
           resultWidth_(call.width / 2),
-          stride_(MakeStride(resultWidth_, kernels.slack)),
+          stride_(FilteredRowStride(resultWidth_, kernels.slack)),
           evens_(HalfLineLength()),
           odds_(HalfLineLength()),
           ring_(static_cast<size_t>(size_) * stride_),
@@ -34,28 +33,14 @@ public:
     }
 
 private:
-    // Doubles from one filtered row to the next. An odd number of cache lines, so that rows do not crowd the
-    // same sets of the cache.
-    static size_t MakeStride(int32_t width, int32_t slack) {
-        constexpr size_t kLine = 8;
-        const size_t lines = (static_cast<size_t>(width) + static_cast<size_t>(slack)) / kLine + 1;
-        return (lines | 1) * kLine;
-    }
-
     size_t HalfLineLength() const {
         const size_t line = static_cast<size_t>(call_.width) + static_cast<size_t>(size_);
         return line / 2 + 1 + static_cast<size_t>(kernels_.slack);
     }
 
-    int32_t EdgeIndex(int32_t index, int32_t count) const {
-        if (call_.edges == EdgeRule::Replicate) return std::clamp(index, 0, count - 1);
-        const int32_t rest = index % count;
-        return rest < 0 ? rest + count : rest;
-    }
-
     // Rows that are the same beyond a repeated edge have one key; wrapped ones are filtered anew.
     int32_t KeyOf(int32_t row) const {
-        return call_.edges == EdgeRule::Replicate ? EdgeIndex(row, call_.height) : row;
+        return call_.edges == EdgeRule::Replicate ? EdgeIndex(row, call_.height, call_.edges) : row;
     }
 
     double* Slot(int32_t key) {
@@ -79,11 +64,11 @@ private:
     // Place p of the line is the pixel half_ before it; even and odd places lie apart.
     void PutPlace(const uint16_t* source, int32_t place) {
         std::vector<double>& places = place % 2 == 0 ? evens_ : odds_;
-        places[static_cast<size_t>(place / 2)] = source[EdgeIndex(place - half_, call_.width)];
+        places[static_cast<size_t>(place / 2)] = source[EdgeIndex(place - half_, call_.width, call_.edges)];
     }
 
     void FilterRow(int32_t key) {
-        const int32_t row = EdgeIndex(key, call_.height);
+        const int32_t row = EdgeIndex(key, call_.height, call_.edges);
         const uint16_t* source = call_.source + static_cast<size_t>(row) * static_cast<size_t>(call_.width);
         for (int32_t place = 0; place < half_; ++place) PutPlace(source, place);
         double* evens = evens_.data() + (half_ + 1) / 2;
@@ -113,9 +98,7 @@ private:
 }  // namespace
 
 void RunHalvingSchedule(const HalvingCall& call, const FilterKernels& kernels) {
-    constexpr int32_t kTopPixel = 0xFFFF;
-    if (call.maxValue > kTopPixel) {
-        // The fast loops hold pixels to 16 bits by saturation; beyond that the low bits count.
+    if (IsBeyondFastLoops(call.maxValue)) {
         FilterAndHalveScalar(call);
         return;
     }

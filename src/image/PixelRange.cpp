@@ -54,12 +54,7 @@ constexpr PixelRangeVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const PixelRangeVariant> PixelRangeVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const PixelRangeVariant> PixelRangeVariants() { return AllowedVariants(kVariants); }
 
 PixelRange FindPixelRange(const uint16_t* pixels, int32_t width, int32_t height) {
     const FrameView frame(pixels, width, height);

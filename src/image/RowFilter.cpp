@@ -20,12 +20,7 @@ constexpr RowFilterVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const RowFilterVariant> RowFilterVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const RowFilterVariant> RowFilterVariants() { return AllowedVariants(kVariants); }
 
 void FilterRows(const RowFilterCall& call) {
     if (call.width <= 0 || call.height <= 0 || call.kernel.empty()) return;

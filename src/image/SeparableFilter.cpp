@@ -24,12 +24,7 @@ constexpr FilterVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const FilterVariant> FilterVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const FilterVariant> FilterVariants() { return AllowedVariants(kVariants); }
 
 void FilterFrame(const FilterCall& call) {
     if (call.width <= 0 || call.height <= 0 || call.kernel.empty()) return;

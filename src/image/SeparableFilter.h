@@ -19,7 +19,7 @@ struct FilterCall {
     int32_t width;
     int32_t height;
     int32_t maxValue;
-    std::span<const double> kernel;  // an odd number of taps, the middle one at the centre; not mirrored
+    std::span<const double> kernel;  // centre at size / 2; an even number has one tap less on the right
     EdgeRule edges;
 };
 

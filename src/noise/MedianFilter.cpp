@@ -24,12 +24,7 @@ constexpr int64_t kMostPixelsSorted = int64_t{9} * 9;
 
 }  // namespace
 
-std::span<const MedianVariant> MedianVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const MedianVariant> MedianVariants() { return AllowedVariants(kVariants); }
 
 void FilterMedianWith(const MedianVariant& variant, const MedianCall& call) {
     const int32_t halfWidth = call.windowWidth / 2;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace vastrelline {
 
@@ -20,6 +22,17 @@ InstructionSet AllowedInstructionSet();
 
 // Limits the kernels to a set, for tests and benchmarks. A set beyond the detected one acts as that.
 void LimitInstructionSet(InstructionSet limit);
+
+// The forms of a kernel that may be used now.
+//
+// all   ascending in what they need, each with a member `needs`; the first needs the reference only
+template <typename Variant, size_t Count>
+std::span<const Variant> AllowedVariants(const Variant (&all)[Count]) {
+    const InstructionSet allowed = AllowedInstructionSet();
+    size_t count = 0;
+    while (count < Count && all[count].needs <= allowed) ++count;
+    return {all, count};
+}
 
 }  // namespace vastrelline
 

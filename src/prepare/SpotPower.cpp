@@ -55,6 +55,7 @@ struct Estimates {
 [[gnu::always_inline]] inline void RaiseInLanes(const SpotPowerCall& call, const SpotPowerTables& tables) {
     const auto peak = static_cast<float>(tables.peak);
     const float tolerance = peak * 1e-6F;
+    const auto last = static_cast<uint16_t>(tables.peak);
     const float* exponents = tables.exponents.data();
     const float* logarithms = tables.logarithms.data();
     float powers[kBlock];
@@ -68,13 +69,19 @@ struct Estimates {
             const float level = PowerOfTwo(powers[i]) * peak;
             const auto low = static_cast<int32_t>(level - tolerance);
             const auto high = static_cast<int32_t>(level + tolerance);
-            estimates.pixels[i] = pixels[i] == 0 ? uint16_t{0} : static_cast<uint16_t>(low);
+            estimates.pixels[i] = static_cast<uint16_t>(low);
             estimates.areUnsure[i] = static_cast<uint16_t>(low ^ high);
+        }
+        // Both ends stay, whatever the exponent. In the loop above this would cost the compiler its vectors.
+        for (size_t i = 0; i < count; ++i) {
+            const bool stays = (pixels[i] == 0) | (pixels[i] == last);
+            estimates.pixels[i] = stays ? pixels[i] : estimates.pixels[i];
+            estimates.areUnsure[i] = stays ? uint16_t{0} : estimates.areUnsure[i];
         }
         for (size_t i = 0; i < count; ++i) {
             if (estimates.areUnsure[i] == 0) {
                 pixels[i] = estimates.pixels[i];
-            } else if (pixels[i] != tables.peak) {  // 1 to any power is 1
+            } else {
                 pixels[i] = RaisePixel(pixels[i], tables.exponents[means[i]], tables.peak);
             }
         }
@@ -98,12 +105,7 @@ constexpr SpotPowerVariant kVariants[] = {
 
 }  // namespace
 
-std::span<const SpotPowerVariant> SpotPowerVariants() {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return {kVariants, count};
-}
+std::span<const SpotPowerVariant> SpotPowerVariants() { return AllowedVariants(kVariants); }
 
 SpotPowerTables MakeSpotPowerTables(int32_t peak, std::vector<float> exponents) {
     // 0 has none, and takes none: it stays 0.

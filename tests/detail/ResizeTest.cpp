@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "detail/Resize.h"
+#include "image/Border.h"
 #include "image/SeparableFilter.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -173,6 +175,32 @@ TEST(ReducedScaleGaussian, FactorBeyondAllMemoryLeavesTheFrame) {
         Frame frame = Noise(6, 4, 4095, 2);
         ReducedScaleGaussian(frame.Data(), 6, 4, 4095, 2.0, factor);
         EXPECT_THAT(frame, EqualsFrame(Noise(6, 4, 4095, 2))) << factor;
+    }
+}
+
+// The way down and up written out step by step.
+TEST(ReducedScaleGaussian, IsItsStepsAtEveryFactor) {
+    for (const auto& [width, height] : {std::pair{41, 29}, {37, 50}}) {
+        for (const int32_t factor : {2, 3, 5, 7, 8}) {
+            const Frame frame = Noise(width, height, 4095, 8);
+            const int32_t padWidth = (factor - width % factor) % factor;
+            const int32_t padHeight = (factor - height % factor) % factor;
+            const auto padded =
+                ExtendImage(frame.Data(), width, height, padWidth, padHeight, BorderMode::BorderTrailing);
+            ASSERT_TRUE(padded.has_value());
+            const auto reduced =
+                ResizeBilinear(padded->data(), width + padWidth, height + padHeight, 1.0 / factor);
+            GaussFilterReplicate(reduced->Pixels16(), reduced->Width(), reduced->Height(), 4095,
+                                 3.0 / factor);
+            const auto enlarged =
+                ResizeBilinear(reduced->Pixels16(), reduced->Width(), reduced->Height(), factor);
+            Frame expected(width, height);
+            CropImage(enlarged->Pixels16(), expected.Data(), width + padWidth, height + padHeight, padWidth,
+                      padHeight, BorderMode::BorderTrailing);
+            Frame result = frame;
+            ReducedScaleGaussian(result.Data(), width, height, 4095, 3.0, factor);
+            EXPECT_THAT(result, EqualsFrame(expected)) << width << " x " << height << " by " << factor;
+        }
     }
 }
 

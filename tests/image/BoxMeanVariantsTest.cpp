@@ -113,12 +113,15 @@ TEST(BoxMeanVariants, NarrowSumsServeTwelveBitsUpToRadiusSeven) {
     EXPECT_TRUE(MakeNarrowWindowDivision(3, 21845));
     EXPECT_FALSE(MakeNarrowWindowDivision(3, 21846));
     EXPECT_FALSE(MakeNarrowWindowDivision(32767, 65535));
+    // 43687 * 6 is below 2^18, 43694 * 6 is not: here the product gives out before the 16 bits do.
+    EXPECT_TRUE(MakeNarrowWindowDivision(7, 6241));
+    EXPECT_FALSE(MakeNarrowWindowDivision(7, 6242));
 }
 
 // The brightest pixel stands at each place of a row and decides between sums of 16 bits and of 32.
 TEST(BoxMeanVariants, BothSidesOfNarrowSumsGiveTheReferenceBits) {
     for (const auto& [radius, top] :
-         {std::pair{1, 21845}, {1, 21846}, {7, 4369}, {7, 4370}, {3, 9362}, {3, 9363}}) {
+         {std::pair{1, 21845}, {1, 21846}, {7, 4369}, {7, 4370}, {3, 6241}, {3, 6242}}) {
         const auto brightest = static_cast<uint16_t>(top);
         ExpectAllVariantsEqual(Flat(75, 9, brightest), radius);
         ExpectAllVariantsEqual(Extremes(75, 9, brightest), radius);

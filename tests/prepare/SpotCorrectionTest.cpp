@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -127,6 +129,47 @@ TEST(SpotCorrection, BlackAndThePeakStay) {
     const Frame corrected = Corrected(frame);
     EXPECT_EQ(corrected.At(20, 15), 0);
     EXPECT_EQ(corrected.At(10, 12), 4095);
+}
+
+TEST(SquareBoxMean, SquareWhoseSumPasses31BitsIsDividedExactly) {  // 183 * 183 * 65535 > 2^31
+    const Frame frame = Flat(190, 190, 65535);
+    EXPECT_THAT(BoxMeanOf(frame, 183), EqualsFrame(frame));
+}
+
+// The mean of the inverse around a pixel, summed anew.
+int64_t PlainMean(const Frame& inverse, int32_t maskSize, int32_t x, int32_t y) {
+    const int32_t r = maskSize / 2;
+    if (maskSize < 1 || y <= r || x <= r || y >= inverse.height - r || x >= inverse.width - r)
+        return inverse.At(x, y);
+    int64_t sum = 0;
+    for (int32_t v = y - r; v <= y + r; ++v)
+        for (int32_t u = x - r; u <= x + r; ++u) sum += inverse.At(u, v);
+    return sum / (maskSize * maskSize);
+}
+
+TEST(SpotCorrection, EveryPixelTakesItsOwnExponent) {
+    for (const int32_t maskSize : {-1, 1, 2, 4, 5, 15, 16}) {
+        for (const auto& [width, height] : {std::pair{16, 16}, {17, 40}, {33, 18}, {40, 15}, {1, 50}}) {
+            const Frame frame = Noise(width, height, 4095, 6);
+            const int32_t peak = *std::max_element(frame.pixels.begin(), frame.pixels.end());
+            const int32_t half = peak / 2;
+            Frame inverse = frame;
+            for (uint16_t& pixel : inverse.pixels) pixel = static_cast<uint16_t>(peak - pixel);
+            Frame expected = frame;
+            for (int32_t y = 0; y < height; ++y) {
+                for (int32_t x = 0; x < width; ++x) {
+                    const float e = static_cast<float>(half - PlainMean(inverse, maskSize, x, y)) /
+                                    static_cast<float>(half);
+                    const float share = static_cast<float>(frame.At(x, y)) / static_cast<float>(peak);
+                    expected.At(x, y) =
+                        static_cast<uint16_t>(static_cast<double>(std::pow(share, std::pow(1.5F, e))) * peak);
+                }
+            }
+            Frame corrected = frame;
+            ApplySpotCorrection(corrected.Data(), maskSize, width, height, 1.5F);
+            EXPECT_THAT(corrected, EqualsFrame(expected)) << maskSize << ' ' << width << " x " << height;
+        }
+    }
 }
 
 }  // namespace

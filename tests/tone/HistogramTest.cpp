@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/Frames.h"
@@ -192,6 +193,29 @@ INSTANTIATE_TEST_SUITE_P(
                     CutCase{"CutIsOneShortOfSymmetric", Plateau(400, 100, 199, 10), 4, 101, 199},
                     CutCase{"LonelyLevelIsLeftOut", WithBin(Plateau(400, 100, 199, 10), 30, 1), 4, 101, 199}),
     [](const auto& test) { return std::string(test.param.name); });
+
+// Past one and two blocks of the walk; only the second one holds a pixel above the top.
+TEST(BuildHistogram, EveryBlockIsCountedOnce) {
+    for (const int32_t count : {4095, 4096, 4097, 8191, 8192, 8193, 12301}) {
+        Frame frame = Noise(count, 1, 7, 7);
+        if (count > 5000) frame.At(5000, 0) = 60000;
+        std::vector<uint32_t> expected(8);
+        std::vector<uint32_t> unclamped(8);
+        for (const uint16_t pixel : frame.pixels) {
+            ++expected[std::min<size_t>(pixel, 7)];
+            if (pixel <= 7) ++unclamped[pixel];
+        }
+        EXPECT_EQ(BuildHistogram(frame.Data(), count, 1, 7), expected) << count;
+        EXPECT_EQ(BuildUnclampedHistogram(frame.Data(), count, 1, 7), unclamped) << count;
+    }
+}
+
+// The extra bin of 65534 is the last level there is; at 65535 there is none.
+TEST(BuildUnclampedHistogram, TopLevelsOfSixteenBits) {
+    const Frame frame = FromRows({{65535, 65534, 65535}});
+    for (const auto& [maxValue, last] : {std::pair{65533, 0U}, {65534, 1U}, {65535, 2U}, {65536, 0U}})
+        EXPECT_EQ(BuildUnclampedHistogram(frame.Data(), 3, 1, maxValue).back(), last) << maxValue;
+}
 
 }  // namespace
 }  // namespace vastrelline
