@@ -31,6 +31,7 @@ enum ClaheStatus : int32_t {
 //                  where the one before it ended: one pixel too far left each time; pixels in the gaps and
 //                  the last row stay as they are. Results depend on it, so it stays
 // Arithmetic       unsigned 32-bit integers that wrap, divided by the tile's pixels, rounded down
+// maxValue         without effect
 // Returns          a ClaheStatus, the first that holds in the order of their list
 int32_t ClaheEqualize(uint16_t* pixels, uint32_t width, uint32_t height, uint16_t min, uint16_t max,
                       uint32_t tilesX, uint32_t tilesY, uint32_t bins, double maxSlope, int32_t maxValue);

@@ -9,7 +9,8 @@
 namespace vastrelline {
 
 // The blur of an image with the fine layer's surface, row by row from the top. It lies half a pixel off the
-// image, and so each place is a sum over pairs of pixels at the same distance.
+// image, and so each place is a sum over pairs of pixels at the same distance. The image is at least as wide
+// and high as the blur reaches; smaller ones have fewer than two layers and are not fused.
 class FineBlur {
 public:
     // smallest   taken off each pixel

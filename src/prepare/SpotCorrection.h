@@ -15,7 +15,7 @@ namespace vastrelline {
 // Order      32-bit floats but for the last product, which is in doubles; truncated
 void ApplySpotCorrection(uint16_t* frame, int32_t maskSize, int32_t width, int32_t height, float strength);
 
-// inverse[i] = peak - frame[i], in 16 bits.
+// inverse[i] = peak - frame[i], in 16 bits, for `count` pixels of each; they may be the same.
 void InvertToBuffer(const uint16_t* frame, uint16_t* inverse, uint16_t peak, size_t count);
 
 // Mean of a square around each pixel, from -r to +r in both directions with r = maskSize / 2, divided by
