@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "detail/DeviationSmooth.h"
-#include "detail/LocalDeviation.h"
-#include "noise/SavgolKernel.h"
-#include "noise/SavgolSmooth.h"
+#include "stages/adaptive_smoothing/DeviationSmooth.h"
+#include "stages/adaptive_smoothing/LocalDeviation.h"
+#include "stages/adaptive_smoothing/SavgolKernel.h"
+#include "stages/adaptive_smoothing/SavgolSmooth.h"
 #include "support/FuzzInput.h"
 
 namespace {

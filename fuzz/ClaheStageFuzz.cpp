@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "contrast/ClaheFrame.h"
-#include "contrast/ClaheTiles.h"
-#include "contrast/DarkArea.h"
+#include "operators/tile_equalise/ClaheFrame.h"
+#include "operators/tile_equalise/ClaheTiles.h"
 #include "platform/InstructionSet.h"
+#include "stages/clahe/DarkArea.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "image/PixelRange.h"
+#include "operators/curves/GammaCurve.h"
+#include "operators/histogram/PixelRange.h"
 #include "support/FuzzInput.h"
-#include "tone/GammaCurve.h"
 
 namespace {
 

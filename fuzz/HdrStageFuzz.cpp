@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "contrast/HdrFrame.h"
-#include "image/PixelRange.h"
+#include "operators/histogram/PixelRange.h"
 #include "platform/InstructionSet.h"
+#include "stages/hdr/HdrFrame.h"
 #include "support/FuzzInput.h"
 
 namespace {

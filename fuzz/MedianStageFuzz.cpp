@@ -8,9 +8,9 @@
 #include <cstring>
 #include <vector>
 
-#include "noise/MedianFilter.h"
-#include "noise/MedianPasses.h"
-#include "noise/MedianWindow.h"
+#include "operators/median/MedianFilter.h"
+#include "operators/median/MedianWindow.h"
+#include "stages/median/MedianPasses.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "detail/PreContrast.h"
+#include "stages/pre_contrast/PreContrast.h"
 #include "support/FuzzInput.h"
 
 namespace {

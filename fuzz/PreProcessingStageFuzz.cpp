@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "detail/PreProcessingStage.h"
 #include "platform/InstructionSet.h"
+#include "stages/pre_processing/PreProcessingStage.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/posix/ProfileEdit.h"
-#include "platform/posix/ProfileText.h"
+#include "profile_text/ProfileEdit.h"
+#include "profile_text/ProfileText.h"
 
 namespace vastrelline {
 namespace {

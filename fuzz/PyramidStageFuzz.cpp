@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "detail/Pyramid.h"
 #include "platform/InstructionSet.h"
+#include "stages/pyramid/Pyramid.h"
 #include "support/FuzzInput.h"
 
 namespace {

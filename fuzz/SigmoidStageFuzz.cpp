@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "stages/sigmoid/SigmoidCurve.h"
 #include "support/FuzzInput.h"
-#include "tone/SigmoidCurve.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "operators/curves/LinearCurve.h"
+#include "operators/curves/StretchCurve.h"
+#include "stages/stretch/HistogramSegments.h"
+#include "stages/stretch/PlannedCurves.h"
+#include "stages/stretch/StretchParams.h"
+#include "stages/stretch/StretchSegments.h"
 #include "support/FuzzInput.h"
-#include "tone/HistogramSegments.h"
-#include "tone/LinearCurve.h"
-#include "tone/PlannedCurves.h"
-#include "tone/StretchCurve.h"
-#include "tone/StretchParams.h"
-#include "tone/StretchSegments.h"
 
 namespace {
 

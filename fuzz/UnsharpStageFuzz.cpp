@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "detail/ActivityWeightedUnsharp.h"
-#include "detail/BandDifferenceUnsharp.h"
-#include "detail/EdgeWeightedUnsharp.h"
-#include "detail/HistogramShapedUnsharp.h"
-#include "detail/SobelMagnitude.h"
-#include "image/BoxMean.h"
+#include "operators/box_mean/BoxMean.h"
+#include "stages/adaptive_unsharp/ActivityWeightedUnsharp.h"
+#include "stages/adaptive_unsharp/BandDifferenceUnsharp.h"
+#include "stages/adaptive_unsharp/EdgeWeightedUnsharp.h"
+#include "stages/adaptive_unsharp/HistogramShapedUnsharp.h"
+#include "stages/adaptive_unsharp/SobelMagnitude.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -186,7 +186,7 @@ def reader_faults(entry, keys):
 
 def source_faults(data):
     readers = {entry["reader"] for entry in data["stage"] + data["settings"]}
-    for path in sorted((ROOT / "src").glob("*/*Params.cpp")):
+    for path in sorted((ROOT / "src").glob("stages/*/*Params.cpp")):
         if path.relative_to(ROOT).as_posix() not in readers:
             yield f"{path.relative_to(ROOT)} is the reader of no stage in docs/keys.toml"
     for entry in data["stage"]:

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "BenchFrames.h"
-#include "image/GaussKernel.h"
+#include "operators/separable/GaussKernel.h"
 
 namespace vastrelline {
 namespace {

@@ -43,53 +43,59 @@ TEST_P(Arrow, IsHeld) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, Arrow,
-    testing::Values(ArrowCase{"EntryToStage", "entry/A.cpp", "tone/BStage.h", true},
-                    ArrowCase{"EntryToPlatform", "entry/A.cpp", "platform/B.h", true},
-                    ArrowCase{"EntryToPublicHeader", "entry/A.cpp", "vastrelline.h", true},
-                    ArrowCase{"StageToEntry", "tone/A.cpp", "entry/B.h", false},
-                    ArrowCase{"StageToOwnWrapper", "tone/A.cpp", "tone/BStage.h", true},
-                    ArrowCase{"StageToForeignCore", "detail/A.cpp", "tone/Histogram.h", true},
-                    ArrowCase{"StageToForeignWrapper", "detail/A.cpp", "tone/BStage.h", false},
-                    ArrowCase{"StageToForeignParams", "detail/A.cpp", "tone/BParams.h", false},
-                    ArrowCase{"StageToDiagnostics", "noise/A.cpp", "diagnostics/B.h", true},
-                    ArrowCase{"StageToConfig", "contrast/A.cpp", "config/B.h", true},
-                    ArrowCase{"StageToImage", "prepare/A.cpp", "image/B.h", true},
-                    ArrowCase{"ImageToPlatform", "image/A.cpp", "platform/B.h", true},
-                    ArrowCase{"ImageToStage", "image/A.cpp", "tone/B.h", false},
-                    ArrowCase{"ImageToConfig", "image/A.cpp", "config/B.h", false},
-                    ArrowCase{"ImageToDiagnostics", "image/A.cpp", "diagnostics/B.h", false},
-                    ArrowCase{"ImageToPublicHeader", "image/A.cpp", "vastrelline.h", false},
-                    ArrowCase{"ConfigToPlatform", "config/A.cpp", "platform/B.h", true},
-                    ArrowCase{"ConfigToImage", "config/A.cpp", "image/B.h", false},
-                    ArrowCase{"ConfigToDiagnostics", "config/A.cpp", "diagnostics/B.h", false},
-                    ArrowCase{"DiagnosticsToConfig", "diagnostics/A.cpp", "config/B.h", true},
-                    ArrowCase{"DiagnosticsToCore", "diagnostics/A.cpp", "detail/B.h", true},
-                    ArrowCase{"DiagnosticsToWrapper", "diagnostics/A.cpp", "detail/BStage.h", false},
-                    ArrowCase{"DiagnosticsToEntry", "diagnostics/A.cpp", "entry/B.h", false},
-                    ArrowCase{"PlatformToImage", "platform/A.cpp", "image/B.h", false},
-                    ArrowCase{"PlatformToConfig", "platform/posix/A.cpp", "config/B.h", false}),
+    testing::Values(ArrowCase{"ExportToChain", "exports/A.cpp", "chains/B.h", true},
+                    ArrowCase{"ExportToPlatform", "exports/A.cpp", "platform/B.h", true},
+                    ArrowCase{"ExportToPublicHeader", "exports/A.cpp", "vastrelline.h", true},
+                    ArrowCase{"ChainToStage", "chains/A.cpp", "stages/gamma/B.h", true},
+                    ArrowCase{"ChainToExport", "chains/A.cpp", "exports/B.h", false},
+                    ArrowCase{"StageToChain", "stages/gamma/A.cpp", "chains/B.h", false},
+                    ArrowCase{"StageToItself", "stages/gamma/A.cpp", "stages/gamma/B.h", true},
+                    ArrowCase{"StageToStage", "stages/gamma/A.cpp", "stages/linear/B.h", false},
+                    ArrowCase{"StageToReport", "stages/gamma/A.cpp", "report/B.h", true},
+                    ArrowCase{"StageToSensor", "stages/gamma/A.cpp", "sensor/B.h", true},
+                    ArrowCase{"StageToOperator", "stages/gamma/A.cpp", "operators/curves/B.h", true},
+                    ArrowCase{"SensorToReport", "sensor/A.cpp", "report/B.h", false},
+                    ArrowCase{"SensorToConfig", "sensor/A.cpp", "config/B.h", true},
+                    ArrowCase{"ReportToOperator", "report/A.cpp", "operators/curves/B.h", true},
+                    ArrowCase{"OperatorToConfig", "operators/curves/A.cpp", "config/B.h", false},
+                    ArrowCase{"OperatorToReport", "operators/median/A.cpp", "report/B.h", false},
+                    ArrowCase{"OperatorToPixels", "operators/median/A.cpp", "pixels/B.h", true},
+                    ArrowCase{"OperatorToListed", "operators/curves/A.cpp", "operators/histogram/B.h", true},
+                    ArrowCase{"OperatorToOther", "operators/curves/A.cpp", "operators/median/B.h", false},
+                    ArrowCase{"OperatorToPublicHeader", "operators/curves/A.cpp", "vastrelline.h", false},
+                    ArrowCase{"ConfigToPixels", "config/A.cpp", "pixels/B.h", true},
+                    ArrowCase{"ConfigToReport", "config/A.cpp", "report/B.h", false},
+                    ArrowCase{"PixelsToPublicHeader", "pixels/A.cpp", "vastrelline.h", false},
+                    ArrowCase{"PixelsToOperator", "pixels/A.cpp", "operators/median/B.h", false},
+                    ArrowCase{"PlatformToProfileText", "platform/posix/A.cpp", "profile_text/B.h", true},
+                    ArrowCase{"ProfileTextToPlatform", "profile_text/A.cpp", "platform/B.h", false},
+                    ArrowCase{"PlatformToPixels", "platform/A.cpp", "pixels/B.h", false}),
     [](const auto& test) { return test.param.name; });
 
 TEST(IncludeRules, AnIncludeOutsideTheTreeIsWrong) {
-    EXPECT_THAT(FindWrongIncludes({{"tone/A.cpp", "#include \"B.h\"\n"}, {"tone/B.h", ""}}), SizeIs(1));
+    EXPECT_THAT(FindWrongIncludes({{"stages/gamma/A.cpp", "#include \"B.h\"\n"}, {"stages/gamma/B.h", ""}}),
+                SizeIs(1));
 }
 
 TEST(IncludeRules, ACircleIsFoundOnce) {
-    const SourceTree tree{{"image/A.h", "#include \"image/B.h\"\n"},
-                          {"image/B.h", "#include <cmath>\n#include \"image/C.h\"\n"},
-                          {"image/C.h", "#include \"image/B.h\"\n"}};
-    EXPECT_THAT(FindIncludeCircles(tree), testing::ElementsAre("image/B.h -> image/C.h -> image/B.h"));
+    const SourceTree tree{{"pixels/A.h", "#include \"pixels/B.h\"\n"},
+                          {"pixels/B.h", "#include <cmath>\n#include \"pixels/C.h\"\n"},
+                          {"pixels/C.h", "#include \"pixels/B.h\"\n"}};
+    EXPECT_THAT(FindIncludeCircles(tree), testing::ElementsAre("pixels/B.h -> pixels/C.h -> pixels/B.h"));
 }
 
 TEST(IncludeRules, ABaseNameInTwoFoldersIsFound) {
-    EXPECT_THAT(FindRepeatedBaseNames({{"tone/A.h", ""}, {"tone/A.cpp", ""}, {"noise/B.h", ""}}), IsEmpty());
-    EXPECT_THAT(FindRepeatedBaseNames({{"tone/A.h", ""}, {"noise/A.cpp", ""}}), SizeIs(1));
+    EXPECT_THAT(FindRepeatedBaseNames(
+                    {{"stages/gamma/A.h", ""}, {"stages/gamma/A.cpp", ""}, {"stages/median/B.h", ""}}),
+                IsEmpty());
+    EXPECT_THAT(FindRepeatedBaseNames({{"stages/gamma/A.h", ""}, {"stages/median/A.cpp", ""}}), SizeIs(1));
 }
 
 TEST(IncludeRules, ASystemHeaderIsAllowedInPlatformOnly) {
     EXPECT_THAT(FindSystemHeadersOutsidePlatform({{"platform/posix/A.cpp", "#include <unistd.h>\n"}}),
                 IsEmpty());
-    EXPECT_THAT(FindSystemHeadersOutsidePlatform({{"tone/A.cpp", "#include <sys/stat.h>\n"}}), SizeIs(1));
+    EXPECT_THAT(FindSystemHeadersOutsidePlatform({{"stages/gamma/A.cpp", "#include <sys/stat.h>\n"}}),
+                SizeIs(1));
 }
 
 }  // namespace vastrelline

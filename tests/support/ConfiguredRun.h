@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "config/ConfiguredState.h"
-#include "diagnostics/LogFile.h"
 #include "platform/Files.h"
+#include "report/LogFile.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {

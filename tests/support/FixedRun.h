@@ -9,8 +9,8 @@
 
 #include "config/FixedSettings.h"
 #include "config/FixedState.h"
-#include "diagnostics/LogFile.h"
 #include "platform/Files.h"
+#include "report/LogFile.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "image/Truncate.h"
+#include "pixels/Truncate.h"
 
 // One thread, as the library runs.
 #define POCKETFFT_NO_MULTITHREADING

@@ -1,7 +1,7 @@
 #include <cstdio>
 
 #include "platform/PlatformMessage.h"
-#include "platform/Utf8.h"
+#include "profile_text/Utf8.h"
 
 namespace vastrelline {
 

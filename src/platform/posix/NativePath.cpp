@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Utf8.h"
+#include "profile_text/Utf8.h"
 
 namespace vastrelline {
 

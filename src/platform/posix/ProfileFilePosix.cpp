@@ -3,8 +3,8 @@
 #include "platform/ProfileFile.h"
 #include "platform/posix/FileContents.h"
 #include "platform/posix/NativePath.h"
-#include "platform/posix/ProfileEdit.h"
-#include "platform/posix/ProfileText.h"
+#include "profile_text/ProfileEdit.h"
+#include "profile_text/ProfileText.h"
 
 namespace vastrelline {
 

@@ -1,5 +1,5 @@
 #include "platform/Text.h"
-#include "platform/Utf8.h"
+#include "profile_text/Utf8.h"
 
 namespace vastrelline {
 

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chains/DriverCall.h"
+#include "chains/ReturnCode.h"
+#include "chains/StageTable.h"
+#include "config/CommonSettings.h"
+#include "config/SensorSettings.h"
+#include "report/LogFile.h"
+
+namespace vastrelline {
+
+// One run of a driver of the configured family, that is of the configured, the low-exposure or the extended
+// chain: the steps that they take in the same way. A driver calls them in the order in which they stand here
+// and adds its own between them.
+class ConfiguredFamily {
+public:
+    // Takes the start tick of the run.
+    explicit ConfiguredFamily(const DriverCall& call);
+
+    // The first argument test that fails: kNoProfile, kNoInput, kNoOutput, kNoSection.
+    ReturnCode TestArguments() const;
+
+    // Brings the sensor's values into the profile, reads the settings, sets the process-wide state.
+    //
+    // sensorFolder, sensorMode   as SyncSensorSettings
+    void ReadSettings(const std::wstring& sensorFolder, int32_t sensorMode);
+
+    // If logging is on: opens the log and writes the head of the run.
+    void OpenLog();
+
+    // Copies the input; from here on all work is in the output.
+    void CopyInput();
+
+    // The driver's own steps between CopyInput and LimitPixels may look at these.
+    const CommonSettings& Settings() const { return settings_; }
+    int32_t MaxValue() const { return maxValue_; }
+
+    // Lets the stages read their keys from another section, which also names the backup.
+    void SwitchSection(const std::wstring& sectionName);
+
+    // Rescales frames of more than 16 bits, caps saturated pixels, dumps the frame.
+    void LimitPixels();
+
+    // If the corner mask is on: builds it and fills the corners for the filters to come.
+    //
+    // geometry   the caller's geometry of this frame, or null for the profile's
+    void FillCorners(const SensorGeometry* geometry);
+
+    void NormaliseRange();
+
+    // If inversion is on.
+    void Invert();
+
+    // Runs the stages that the profile lists.
+    void RunStageList(std::span<const StageEntry> stages);
+
+    // Runs one stage with the keys of a position.
+    void RunStageAt(std::span<const StageEntry> stages, StageId stage, int32_t position);
+
+    // If the corner mask is on: gives the corners the background's value. Dumps the result.
+    void RestoreCorners();
+
+    // If logging is on: writes the end of the run and closes the log.
+    void CloseLog(std::wstring_view endLine);
+
+    // If backups are on.
+    void SaveBackup() const;
+
+private:
+    uint32_t startTick_;
+    const DriverCall& call_;
+    std::wstring sectionName_;
+    CommonSettings settings_;
+    int32_t maxValue_ = 0;
+    LogFile log_;
+    std::vector<uint16_t> cornerMask_;
+};
+
+}  // namespace vastrelline

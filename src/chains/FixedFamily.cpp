@@ -1,0 +1,82 @@
+#include "chains/FixedFamily.h"
+
+#include <algorithm>
+
+#include "config/FixedState.h"
+#include "pixels/AllocZeroed.h"
+#include "platform/Clock.h"
+#include "report/StageReport.h"
+#include "sensor/CornerMask.h"
+#include "sensor/MaskedPixels.h"
+#include "sensor/PixelBits.h"
+#include "sensor/SaturationCap.h"
+
+namespace vastrelline {
+
+FixedFamily::FixedFamily(const DriverCall& call) : call_(call) {}
+
+ReturnCode FixedFamily::TestArguments() const {
+    return TestDriverArguments(call_.iniPath, call_.input, call_.output);
+}
+
+void FixedFamily::ReadSettings() {
+    ReadFixedSettings(call_.iniPath, call_.sectionName, settings_);
+    FixedState& state = SharedFixedState();
+    state.IniPath = call_.iniPath;
+    state.SectionName = call_.sectionName;
+    state.LogPath = MakeLogPath(call_.iniPath);
+    state.WritePath = settings_.WRITE_PATH;
+    state.SaveImage = settings_.SAVE_IMAGE;
+}
+
+void FixedFamily::OpenLog(std::wstring_view startLine) {
+    const CalendarTime startTime = LocalTime();
+    if (settings_.SAVE_LOG != 0) {
+        log_.Open(SharedFixedState().LogPath, OpenMode::TruncateExclusive);
+        WriteLogHead(log_, startLine, startTime, settings_.VERSION, call_.sectionName);
+    }
+    startTick_ = TickCount();
+}
+
+void FixedFamily::CopyInput() {
+    std::copy_n(call_.input, CountPixels(call_.width, call_.height), call_.output);
+    maxValue_ = RescaleToPixelBits(call_.output, call_.width, call_.height, settings_.BITSTORED);
+    CapSaturation(call_.output, call_.width, call_.height, settings_.SATURATION_VALUE);
+    FixedStageReport::Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height, dumpCounter_);
+}
+
+void FixedFamily::FillCorners() {
+    if (settings_.INTRAORAL_MASK == 0) return;
+    cornerMask_ = AllocZeroed<uint16_t>(call_.width, call_.height);
+    BuildMaskFromProfile(call_.output, cornerMask_.data(), call_.width, call_.height, call_.iniPath);
+    FillMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, maxValue_);
+}
+
+void FixedFamily::RunStages(FixedChain chain) {
+    // The frame that the stretch marks its dark tail in, and that the unsharp stage reads.
+    std::vector<uint16_t> stretched;
+    if (settings_.HISTOGRAM_STRETCH != 0) stretched = AllocZeroed<uint16_t>(call_.width, call_.height);
+    RunFixedStages(chain,
+                   {call_.output, stretched.empty() ? nullptr : stretched.data(), call_.width, call_.height,
+                    CountPixels(call_.width, call_.height), maxValue_, dumpCounter_, log_, settings_});
+}
+
+void FixedFamily::RestoreCorners() {
+    if (settings_.INTRAORAL_MASK == 0) return;
+    const int32_t isInverted = settings_.INVERSE_INTENSITY != 0 ? 1 : 0;
+    RestoreMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, isInverted);
+    cornerMask_ = {};
+}
+
+void FixedFamily::DumpResult() {
+    FixedStageReport::Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height, dumpCounter_);
+}
+
+void FixedFamily::CloseLog() {
+    const uint32_t elapsedMs = TickCount() - startTick_;
+    if (settings_.SAVE_LOG == 0) return;
+    WriteLogEnd(log_, kFixedEndLine, LocalTime(), static_cast<int32_t>(elapsedMs));
+    log_.Close();
+}
+
+}  // namespace vastrelline

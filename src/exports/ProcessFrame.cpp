@@ -1,0 +1,89 @@
+#include "exports/ProcessFrame.h"
+
+#include <vector>
+
+#include "chains/ConfiguredChain.h"
+#include "chains/DriverCall.h"
+#include "chains/ExtendedChain.h"
+#include "chains/FixedChain.h"
+#include "chains/LowExposureChain.h"
+#include "config/CRegistryIO.h"
+#include "exports/OutputMapping.h"
+#include "pixels/AllocZeroed.h"
+#include "report/Bitmap.h"
+#include "sensor/ExposureCurve.h"
+#include "sensor/SpotCorrection.h"
+
+namespace vastrelline {
+
+namespace {
+
+// A missing profile, section or key selects the fixed chain.
+int32_t ReadProcessingMode(const ProcessCall& call) {
+    constexpr int32_t kFixedMode = 1;
+    const CRegistryIO profile(nullptr, call.iniPath.c_str(), 1);
+    return profile.ReadProfileInt(call.sectionName, L"PROCMODE", kFixedMode);
+}
+
+// Evens out the brightness of the caller's frame, with the product's fixed window.
+void CorrectSpots(const ProcessCall& call) {
+    constexpr int32_t kWindow = 15;
+    constexpr float kStrength = 1.5F;
+    ApplySpotCorrection(call.input, kWindow, call.width, call.height, kStrength);
+}
+
+// Clips the highlights of the caller's frame and lifts very dark frames, with the product's fixed knees.
+void CorrectExposure(const ProcessCall& call) {
+    constexpr int32_t kLowKnee = 250;
+    constexpr int32_t kHighKnee = 3800;
+    constexpr double kLiftExponent = 0.45;
+    constexpr double kReserved = 0.6;
+    ApplyExposureCurve(call.input, call.width, call.height, kLowKnee, kHighKnee, kLiftExponent, kReserved,
+                       call.iniPath, call.geometry);
+}
+
+void CorrectInput(const ProcessCall& call) {
+    if (call.input == nullptr || call.width <= 0 || call.height <= 0) return;
+    CountPixels(call.width, call.height);
+    if (call.isSpotCorrectionOn) CorrectSpots(call);
+    CorrectExposure(call);
+}
+
+ReturnCode RunDriver(int32_t mode, const ProcessCall& call, uint16_t* output) {
+    constexpr int32_t kListedMode = 2;
+    constexpr int32_t kDecidingMode = 3;
+    const DriverCall driver{call.input, output, call.width, call.height, call.iniPath, call.sectionName};
+    if (mode == kListedMode) {
+        return call.mode2 == ListedChain::Extended
+                   ? RunExtendedChain(driver, call.sensorFolder, call.sensorMode)
+                   : RunConfiguredChain(driver, call.geometry);
+    }
+    if (mode == kDecidingMode && call.mode3 == DecidingChain::LowExposure)
+        return RunLowExposureChain(driver, call.geometry);
+    return RunFixedChain(driver);
+}
+
+}  // namespace
+
+ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
+    const int32_t mode = ReadProcessingMode(call);
+    CorrectInput(call);
+    const ReturnCode code = RunDriver(mode, call, output);
+    // The mapping runs on any code of the driver, as long as there is a frame.
+    const bool hasFrames = call.input != nullptr && output != nullptr && call.width > 0 && call.height > 0;
+    if (call.isMappingOn && hasFrames) ApplyOutputMapping(output, call.width, call.height);
+    return code;
+}
+
+ReturnCode ProcessFrameToBitmap(const ProcessCall& call, const std::wstring& bitmapPath) {
+    const bool hasPixels = call.width > 0 && call.height > 0;
+    if (hasPixels) CountPixels(call.width, call.height);
+    std::vector<uint16_t> scratch =
+        AllocZeroed<uint16_t>(hasPixels ? call.width : 1, hasPixels ? call.height : 1);
+    const ReturnCode code = ProcessFrame(call, scratch.data());
+    if (code != kSuccess || !hasPixels || bitmapPath.empty()) return code;
+    const int32_t isSaved = SaveFrameBitmap(scratch.data(), call.width, call.height, bitmapPath);
+    return isSaved != 0 ? kSuccess : kNoBitmap;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,23 @@
+#include "operators/resample/ResizeSchedule.h"
+
+#if VASTRELLINE_X86
+
+#define TARGET TARGET_BASELINE
+
+namespace vastrelline {
+
+namespace {
+
+TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
+    for (size_t x = 0; x < blend.count; ++x) result[x] = BlendPixel(blend, x);
+}
+
+#include "operators/resample/ResizeVector.inl"
+
+}  // namespace
+
+void ResizeFrameBaseline(const ResizeCall& call) { RunResizeSchedule(call, kKernels); }
+
+}  // namespace vastrelline
+
+#endif

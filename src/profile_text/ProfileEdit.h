@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "profile_text/ProfileEncoding.h"
+
+namespace vastrelline {
+
+enum class ProfileEditResult {
+    Unchanged,  // the profile says that already
+    Changed,
+    Impossible,  // such a line could not be read back, as with a line end in the value; nothing was done
+};
+
+// Sets one key in the contents of a profile, as PlatformWriteProfile does in a file.
+//
+// key found      the value is replaced in its place; the key's spelling stays
+// key missing    a new line behind the section's last line that is not blank
+// section missing  head and line at the end of the file
+// null value     takes the key's line away; null key: the section with its head; nothing there: unchanged
+// New lines end as the line before them does, in an empty file with CR LF.
+ProfileEditResult EditProfile(std::string& bytes, const wchar_t* section, const wchar_t* key,
+                              const wchar_t* value, const ProfileCodec& codec = kUtf8Codec);
+
+}  // namespace vastrelline

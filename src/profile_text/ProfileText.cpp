@@ -1,0 +1,185 @@
+#include "profile_text/ProfileText.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "profile_text/CaseFolding.h"
+
+namespace vastrelline {
+
+namespace {
+
+// A caller's text ends at its first zero, so what a file holds behind one cannot be handed over.
+std::wstring CutAtZero(std::wstring text) {
+    text.resize(std::min(text.size(), text.find(L'\0')));
+    return text;
+}
+
+std::wstring_view DropQuotes(std::wstring_view value) {
+    const bool isQuoted = value.size() >= 2 && value.front() == value.back() &&
+                          (value.front() == L'"' || value.front() == L'\'');
+    return isQuoted ? value.substr(1, value.size() - 2) : value;
+}
+
+int32_t ParseLeadingInteger(std::wstring_view text) {
+    size_t i = 0;
+    while (i < text.size() && (text[i] == L' ' || text[i] == L'\t')) ++i;
+    const bool isNegative = i < text.size() && text[i] == L'-';
+    if (isNegative) ++i;
+    uint32_t value = 0;  // unsigned: too many digits wrap
+    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i)
+        value = value * 10 + static_cast<uint32_t>(text[i] - L'0');
+    return static_cast<int32_t>(isNegative ? 0 - value : value);
+}
+
+uint32_t CopyText(std::wstring_view text, wchar_t* buffer, uint32_t size) {
+    if (buffer == nullptr || size == 0) return 0;
+    const size_t count = std::min<size_t>(text.size(), size - 1);
+    std::copy_n(text.begin(), count, buffer);
+    buffer[count] = L'\0';
+    return static_cast<uint32_t>(count);
+}
+
+// A list: each entry with its terminator, and one more terminator at the end.
+uint32_t CopyList(const std::vector<std::wstring>& entries, wchar_t* buffer, uint32_t size) {
+    if (buffer == nullptr || size == 0) return 0;
+    std::wstring list;
+    for (const std::wstring& entry : entries) list.append(entry).push_back(L'\0');
+    const bool isWhole = list.size() < size;
+    const size_t roomForText = size > 2 ? size - 2 : 0;
+    const size_t count = isWhole ? list.size() : roomForText;
+    std::copy_n(list.begin(), count, buffer);
+    // A whole list brings the first of the two terminators at its end along, unless it is empty.
+    const size_t terminatorCount = isWhole && !list.empty() ? 1 : 2;
+    std::fill_n(buffer + count, std::min(terminatorCount, size - count), L'\0');
+    return static_cast<uint32_t>(count);
+}
+
+}  // namespace
+
+ProfileText::ProfileText(std::string bytes, const ProfileCodec& codec)
+    : bytes_(std::move(bytes)), encoding_(bytes_, codec) {}
+
+std::wstring ProfileText::Decode(ByteRange range) const {
+    return encoding_.Decode(std::string_view(bytes_).substr(range.begin, range.Size()));
+}
+
+// Most names differ in their first letter already, and need not be decoded to see it.
+bool ProfileText::IsNamed(ByteRange nameInFile, std::wstring_view name) const {
+    constexpr uint32_t kAsciiEnd = 0x80;
+    if (!nameInFile.IsEmpty() && !name.empty()) {
+        const uint32_t inFile = encoding_.UnitAt(bytes_, nameInFile.begin);
+        const uint32_t wanted = static_cast<char32_t>(name.front());
+        const bool isAscii = inFile < kAsciiEnd && wanted < kAsciiEnd;
+        if (isAscii && FoldCase(static_cast<wchar_t>(inFile)) != FoldCase(name.front())) return false;
+    }
+    return EqualFolded(Decode(nameInFile), name);
+}
+
+ProfileLineReader ProfileText::Lines(ByteRange range) const { return {bytes_, range, encoding_}; }
+
+std::optional<ProfileSection> ProfileText::FindSection(std::wstring_view name) const {
+    const size_t textStart = encoding_.MarkSize();
+    std::optional<ProfileSection> found;
+    if (name.empty()) found = {{textStart, textStart}, {textStart, textStart}};
+    ProfileLineReader lines = Lines({textStart, bytes_.size()});
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind == LineKind::Head) {
+            if (found) break;
+            if (IsNamed(line->name, name)) found = {line->whole, {line->whole.end, line->whole.end}};
+        } else if (found) {
+            found->whole.end = line->whole.end;
+            found->lines.end = line->whole.end;
+        }
+    }
+    return found;
+}
+
+std::optional<ProfileLine> ProfileText::FindEntry(const ProfileSection& section,
+                                                  std::wstring_view key) const {
+    ProfileLineReader lines = Lines(section.lines);
+    while (const std::optional<ProfileLine> line = lines.Next())
+        if (line->kind == LineKind::Entry && IsNamed(line->name, key)) return line;
+    return std::nullopt;
+}
+
+std::optional<std::wstring> ProfileText::FindValue(std::wstring_view section, std::wstring_view key) const {
+    const std::optional<ProfileSection> found = FindSection(section);
+    if (!found) return std::nullopt;
+    const std::optional<ProfileLine> entry = FindEntry(*found, key);
+    if (!entry || !entry->hasValue) return std::nullopt;
+    return CutAtZero(Decode(entry->value));
+}
+
+std::vector<std::wstring> ProfileText::ListSections() const {
+    std::vector<std::wstring> names;
+    ProfileLineReader lines = Lines({encoding_.MarkSize(), bytes_.size()});
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind != LineKind::Head) continue;
+        std::wstring name = CutAtZero(Decode(line->name));
+        if (!name.empty()) names.push_back(std::move(name));  // an empty entry would end the list
+    }
+    return names;
+}
+
+std::vector<std::wstring> ProfileText::ListKeys(std::wstring_view section) const {
+    std::vector<std::wstring> keys;
+    const std::optional<ProfileSection> found = FindSection(section);
+    if (!found) return keys;
+    ProfileLineReader lines = Lines(found->lines);
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind != LineKind::Entry) continue;
+        std::wstring key = CutAtZero(Decode(line->name));
+        if (!key.empty()) keys.push_back(std::move(key));
+    }
+    return keys;
+}
+
+std::vector<std::wstring> ProfileText::ListEntries(std::wstring_view section) const {
+    std::vector<std::wstring> entries;
+    const std::optional<ProfileSection> found = FindSection(section);
+    if (!found) return entries;
+    ProfileLineReader lines = Lines(found->lines);
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind != LineKind::Entry) continue;
+        std::wstring entry = Decode(line->name);
+        if (line->hasValue) entry.append(L"=").append(Decode(line->value));
+        entry = CutAtZero(std::move(entry));
+        if (!entry.empty()) entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+std::wstring_view TrimName(std::wstring_view name) {
+    const auto isBlank = [](wchar_t character) { return IsProfileBlank(static_cast<uint32_t>(character)); };
+    while (!name.empty() && isBlank(name.front())) name.remove_prefix(1);
+    while (!name.empty() && isBlank(name.back())) name.remove_suffix(1);
+    return name;
+}
+
+int32_t ReadProfileTextInt(const ProfileText& profile, const wchar_t* section, const wchar_t* key,
+                           int32_t defaultValue) {
+    if (section == nullptr || key == nullptr) return defaultValue;
+    const std::optional<std::wstring> value = profile.FindValue(TrimName(section), TrimName(key));
+    return value ? ParseLeadingInteger(DropQuotes(*value)) : defaultValue;
+}
+
+uint32_t ReadProfileTextString(const ProfileText& profile, const wchar_t* section, const wchar_t* key,
+                               const wchar_t* defaultValue, wchar_t* buffer, uint32_t size) {
+    if (section == nullptr) return CopyList(profile.ListSections(), buffer, size);
+    if (key == nullptr) return CopyList(profile.ListKeys(TrimName(section)), buffer, size);
+    if (const std::optional<std::wstring> value = profile.FindValue(TrimName(section), TrimName(key)))
+        return CopyText(DropQuotes(*value), buffer, size);
+    std::wstring_view text = defaultValue == nullptr ? L"" : defaultValue;
+    while (text.ends_with(L' ')) text.remove_suffix(1);
+    return CopyText(text, buffer, size);
+}
+
+uint32_t ReadProfileTextSection(const ProfileText& profile, const wchar_t* section, wchar_t* buffer,
+                                uint32_t size) {
+    // The list takes the name as it stands, blanks and all; only the functions for one key drop them.
+    return CopyList(section == nullptr ? std::vector<std::wstring>() : profile.ListEntries(section), buffer,
+                    size);
+}
+
+}  // namespace vastrelline

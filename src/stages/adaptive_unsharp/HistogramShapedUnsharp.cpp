@@ -1,0 +1,27 @@
+#include "stages/adaptive_unsharp/HistogramShapedUnsharp.h"
+
+#include <cstddef>
+#include <vector>
+
+#include "operators/separable/SeparableFilter.h"
+#include "pixels/FrameView.h"
+#include "pixels/HeldPixel.h"
+#include "stages/adaptive_unsharp/ShapeDetail.h"
+
+namespace vastrelline {
+
+void HistogramShapedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, double sigma,
+                            double ratio, int32_t noise, uint16_t* mask) {
+    constexpr double kSigmaOfFinest = 1.0;
+    const FrameView<uint16_t> frame(image, width, height);
+    std::vector<uint16_t> base(frame.begin(), frame.end());
+    GaussFilterReplicate(base.data(), width, height, maxValue, kSigmaOfFinest);
+    std::vector<uint16_t> shaped = base;
+    ShapeDetail(shaped.data(), width, height, maxValue, sigma, ratio, noise, mask);
+    for (size_t i = 0; i < base.size(); ++i) {
+        const int32_t finest = image[i] - base[i];
+        image[i] = HoldToPixel(shaped[i] + finest, maxValue);
+    }
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,112 @@
+#include "stages/adaptive_unsharp/ShapeDetail.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "operators/curves/StretchCurve.h"
+#include "operators/histogram/Histogram.h"
+#include "operators/histogram/PixelRange.h"
+#include "operators/separable/SeparableFilter.h"
+#include "pixels/FrameView.h"
+#include "pixels/HeldPixel.h"
+#include "pixels/Truncate.h"
+
+namespace vastrelline {
+
+namespace {
+
+// Detail values are shifted so that no detail lies in the middle of the scale.
+constexpr int32_t kZeroDetail = 32767;
+constexpr int32_t kTopDetail = 65533;
+
+int16_t LowBitsSigned(int32_t value) { return static_cast<int16_t>(LowBits16(value)); }
+
+// A detail value on the scale 0..kTopDetail; the difference is one of 16 bits and may wrap.
+uint16_t ScaleDetail(uint16_t pixel, uint16_t smooth) {
+    const int32_t detail = LowBitsSigned(pixel - smooth);
+    return static_cast<uint16_t>(std::clamp(detail + kZeroDetail, 0, kTopDetail));
+}
+
+// What each detail value from lo to hi puts on the smoothed frame.
+std::vector<double> BuildEnhancedDetail(const std::vector<uint16_t>& detail, int32_t width, int32_t height,
+                                        double ratio, int32_t noise) {
+    constexpr double kTailWeight = 8.0;
+    const auto [lo, hi] = FindPixelRange(detail.data(), width, height);
+    const std::vector<uint32_t> histogram = BuildHistogram(detail.data(), width, height, kTopDetail);
+    const auto [left, right] = FindDetailSegments(histogram, lo, hi, noise);
+    const int32_t rightLength = hi - right;
+    const int32_t middleLength = hi - left - rightLength;
+    const int32_t leftLength = left - lo;
+    const std::vector<int32_t> curve =
+        BuildStretchCurve(detail.data(), width, height, kTopDetail, left, right, kTailWeight, kTailWeight,
+                          leftLength, middleLength, rightLength);
+    std::vector<double> enhanced(curve.size());
+    for (auto level = static_cast<size_t>(lo); level <= static_cast<size_t>(hi); ++level) {
+        const int32_t shaped = WrappingAdd(curve[level], lo - kZeroDetail);
+        enhanced[level] = LowBitsSigned(shaped) * ratio;
+    }
+    return enhanced;
+}
+
+// A bin's count; bins outside the histogram are empty.
+int64_t CountAt(std::span<const uint32_t> histogram, int32_t bin) {
+    if (bin < 0 || static_cast<size_t>(bin) >= histogram.size()) return 0;
+    return histogram[static_cast<size_t>(bin)];
+}
+
+int64_t SumTenBins(std::span<const uint32_t> histogram, int32_t first) {
+    int64_t sum = 0;
+    for (int32_t bin = first; bin < first + 10; ++bin) sum += CountAt(histogram, bin);
+    return sum;
+}
+
+}  // namespace
+
+DetailSegments FindDetailSegments(std::span<const uint32_t> histogram, int32_t lo, int32_t hi,
+                                  int32_t noise) {
+    const auto at = [&](int32_t bin) { return CountAt(histogram, bin); };
+    int32_t peak = lo;
+    for (int32_t bin = lo; bin < hi; ++bin) {
+        if (at(bin) > at(peak)) peak = bin;
+    }
+    // Bins peak - 15 to peak - 6 and peak + 5 to peak + 14: those beside the peak belong to it.
+    const int64_t sum = SumTenBins(histogram, peak - 15) + SumTenBins(histogram, peak + 5);
+    const int32_t limit = TruncateToInt32((static_cast<double>(sum) / 20.0) * (noise / 100.0));
+    const auto divides = [&](int32_t bin) { return at(bin) > 0 && at(bin) < limit; };
+    DetailSegments segments{0, 0};
+    int32_t bin = peak;
+    while (bin > lo && !divides(bin)) --bin;
+    if (bin > lo) segments.left = bin;
+    bin = peak;
+    while (bin < hi && !divides(bin)) ++bin;
+    if (bin < hi) segments.right = bin;
+    return segments;
+}
+
+void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma,
+                 double ratio, int32_t noise, uint16_t* mask) {
+    constexpr int32_t kTopOfMask = 255;
+    constexpr double kSigmaOfMask = 6.0;
+    const FrameView<uint16_t> frame(pixels, width, height);
+    if (frame.Count() == 0) return;
+    std::vector<uint16_t> smooth(frame.begin(), frame.end());
+    GaussFilterReplicate(smooth.data(), width, height, maxValue, sigma);
+    std::vector<uint16_t> detail(frame.Count());
+    for (size_t i = 0; i < detail.size(); ++i) detail[i] = ScaleDetail(pixels[i], smooth[i]);
+    const std::vector<double> enhanced = BuildEnhancedDetail(detail, width, height, ratio, noise);
+    if (mask == nullptr) {
+        for (size_t i = 0; i < detail.size(); ++i) {
+            pixels[i] = HoldToPixel(TruncateToInt32(smooth[i] + enhanced[detail[i]]), maxValue);
+        }
+        return;
+    }
+    GaussFilterWrap(mask, width, height, kTopOfMask, kSigmaOfMask);
+    for (size_t i = 0; i < detail.size(); ++i) {
+        const double weight = std::clamp(mask[i] / 255.0, 0.0, 1.0);
+        const double mixed = pixels[i] * weight + (smooth[i] + enhanced[detail[i]]) * (1 - weight);
+        pixels[i] = HoldToPixel(TruncateToInt32(mixed), maxValue);
+    }
+}
+
+}  // namespace vastrelline

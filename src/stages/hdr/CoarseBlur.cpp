@@ -1,0 +1,53 @@
+#include "stages/hdr/CoarseBlur.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace vastrelline {
+
+namespace {
+
+// Rows become columns. In squares that fit into the nearest cache on both sides.
+std::vector<float> Transpose(const float* rows, int32_t width, int32_t height) {
+    constexpr int32_t kSide = 32;
+    std::vector<float> columns(static_cast<size_t>(width) * static_cast<size_t>(height));
+    for (int32_t top = 0; top < height; top += kSide) {
+        for (int32_t left = 0; left < width; left += kSide) {
+            const int32_t right = std::min(left + kSide, width);
+            const int32_t bottom = std::min(top + kSide, height);
+            for (int32_t x = left; x < right; ++x) {
+                float* out = columns.data() + static_cast<size_t>(x) * static_cast<size_t>(height);
+                const float* in = rows + x + static_cast<size_t>(top) * static_cast<size_t>(width);
+                for (int32_t y = top; y < bottom; ++y, in += width) out[y] = *in;
+            }
+        }
+    }
+    return columns;
+}
+
+}  // namespace
+
+// The steps along the rows come where the rows are fewest: after the first step along the columns, if there
+// are several.
+CoarseBlur::CoarseBlur(const float* image, int32_t width, int32_t height, double sigma,
+                       const FusionKernels& kernels)
+    : kernels_(kernels), width_(CountBlurredPlaces(width)) {
+    std::vector<RowBand> bands = MakeBlurBands(height, sigma);
+    const bool isDirect = bands.size() == 1;
+    std::vector<float> few;
+    if (!isDirect) few = ApplyBand(bands.front(), image, width, kernels);
+    const int32_t fewRows = isDirect ? height : bands.front().NewRows();
+    few = Transpose(isDirect ? image : few.data(), width, fewRows);
+    for (const RowBand& band : MakeBlurBands(width, sigma))
+        few = ApplyBand(band, few.data(), fewRows, kernels);
+    rows_ = Transpose(few.data(), fewRows, width_);
+    for (size_t i = 1; i + 1 < bands.size(); ++i) rows_ = ApplyBand(bands[i], rows_.data(), width_, kernels);
+    lastBand_ = std::move(bands.back());
+}
+
+void CoarseBlur::MakeRow(int32_t row, float* out) {
+    MakeBandRow(lastBand_, rows_.data(), width_, row, seen_, kernels_, out);
+}
+
+}  // namespace vastrelline

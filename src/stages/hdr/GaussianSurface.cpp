@@ -1,0 +1,87 @@
+#include "stages/hdr/GaussianSurface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace vastrelline {
+
+namespace {
+
+// Squares of the coordinates along one axis, and what each contributes to an entry as a factor.
+struct AxisFactors {
+    std::vector<double> squares;
+    std::vector<double> factors;
+};
+
+AxisFactors MakeAxisFactors(int32_t count, double denominator) {
+    AxisFactors axis;
+    for (const float coordinate : MakeCentredCoordinates(count)) {
+        axis.squares.push_back(static_cast<double>(coordinate) * coordinate);
+        axis.factors.push_back(std::exp(-axis.squares.back() / denominator));
+    }
+    return axis;
+}
+
+// The entries of a row from x = first on. The exponent is rounded to single precision twice on its way, which
+// changes far entries by up to 1e-5 of them: so a product of two factors is put right by the exponential of
+// what the rounding added, so small that its third power is lost.
+void FillEntries(const AxisFactors& columns, size_t first, double rowSquare, double rowFactor,
+                 double denominator, std::vector<float>& entries) {
+    const double inverse = 1.0 / denominator;
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const double square = (columns.squares[first + i] + rowSquare) * -1.0;
+        const double rounded = static_cast<float>(square);
+        const double exponent = rounded / denominator;
+        const double added = (static_cast<float>(exponent) - exponent) + (rounded - square) * inverse;
+        const double entry = columns.factors[first + i] * rowFactor * (1.0 + added * (1.0 + added * 0.5));
+        entries[i] = static_cast<float>(entry);
+    }
+}
+
+// The largest exponent, sign changed, at which an entry still adds to a sum: half of the sum's last place,
+// and a little beyond, for the entries' own rounding. A sum of 0 takes up to half of the smallest number.
+double LargestExponentThatCounts(float sum) {
+    constexpr int kSmallestExponent = -126;
+    constexpr int kHalfLastPlace = 24;
+    constexpr double kSlack = 1e-2;
+    const int exponent = sum > 0 ? std::max(std::ilogb(sum), kSmallestExponent) : kSmallestExponent;
+    return (kHalfLastPlace - exponent) * std::log(2.0) + kSlack;
+}
+
+}  // namespace
+
+std::vector<float> MakeCentredCoordinates(int32_t count) {
+    std::vector<float> coordinates(static_cast<size_t>(count));
+    const int32_t half = count / 2;
+    for (int32_t i = 0; i < count; ++i) {
+        const double place = (static_cast<double>(i) + 1) - half;
+        coordinates[static_cast<size_t>(i)] = static_cast<float>(place - 0.5);
+    }
+    return coordinates;
+}
+
+// Entries too small to change the sum are left out before they are made: the sum only grows, so what is lost
+// at the start of a row is lost in all of it.
+float SumGaussianSurface(int32_t width, int32_t height, double sigma) {
+    const double denominator = sigma * 2.0 * sigma;
+    const AxisFactors columns = MakeAxisFactors(width, denominator);
+    const AxisFactors rows = MakeAxisFactors(height, denominator);
+    const int32_t half = width / 2;
+    const double centre = half - 0.5;
+    std::vector<float> entries;
+    float sum = 0;
+    for (size_t y = 0; y < rows.squares.size(); ++y) {
+        const double left = LargestExponentThatCounts(sum) * denominator - rows.squares[y];
+        if (left < 0) continue;
+        const double reach = std::sqrt(left) + 1;
+        const auto first = static_cast<size_t>(std::max(0.0, std::floor(centre - reach)));
+        const auto last = static_cast<size_t>(std::min(width - 1.0, std::ceil(centre + reach)));
+        entries.resize(last - first + 1);
+        FillEntries(columns, first, rows.squares[y], rows.factors[y], denominator, entries);
+        for (const float entry : entries) sum += entry;
+    }
+    return sum;
+}
+
+}  // namespace vastrelline

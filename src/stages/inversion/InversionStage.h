@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+
+#include "config/CommonSettings.h"
+#include "config/FixedSettings.h"
+#include "report/LogFile.h"
+
+namespace vastrelline {
+
+// Replaces every pixel by maxValue - pixel, in 16 bits: a pixel above maxValue wraps.
+void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue);
+
+// The inversion of the configured chain: turns the frame over, in place, so that what took up much radiation
+// comes out bright. Writes no log line, and dumps the frame as "%02d_OriginalImage_Invert.raw" if image
+// saving is on, whatever the mode.
+//
+// pixelCount   without effect: width * height
+// log          without effect
+// settings     INVERSE_INTENSITY is the mode: 1 plain, 2 through a logarithmic curve, 3 through a power
+//              curve, any other leaves the pixels; INVERSE_LOGRATIO is the curve's parameter
+void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
+                  LogFile& log, const CommonSettings& settings);
+
+// The same in the fixed chain, which has no power curve: a mode other than 1 and 2 leaves the pixels.
+//
+// dumpCounter   the run's next dump number
+void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
+                       int32_t& dumpCounter, LogFile& log, const FixedSettings& settings);
+
+// Builds the logarithmic curve of a frame and maps the frame through it, in place: the fixed chain's form. If
+// that chain saves images, all levels of the curve first go to "InverseCurve.txt" in its folder, without a
+// number.
+//
+// ratio, inverse   as BuildLogCurve
+void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse);
+
+}  // namespace vastrelline

@@ -1,0 +1,51 @@
+#include "stages/median/MedianStage.h"
+
+#include <string>
+
+#include "config/ConfiguredState.h"
+#include "operators/median/MedianWindow.h"
+#include "platform/TextFormat.h"
+#include "report/StageReport.h"
+#include "stages/median/MedianParams.h"
+#include "stages/median/MedianPasses.h"
+
+namespace vastrelline {
+
+namespace {
+
+std::wstring FormatMaskLine(int32_t mask) { return FormatText(L"\t\t\t MaskSize   : %d\r\n", {mask}); }
+
+}  // namespace
+
+void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t stageNumber) {
+    const ConfiguredState& state = SharedConfiguredState();
+    const MedianParams params = ReadMedianParams(state.IniPath, state.SectionName, stageNumber);
+
+    const ConfiguredStageReport report;
+    FilterMedianPasses(pixels, width, height, params);
+    ConfiguredStageReport::Dump(L"%02d_Median.raw", pixels, width, height);
+    report.Log(log, L"#### %02d:%02d:%02d \t: Median ( %.03lf sec )\r\n",
+               {FormatMaskLine(params.MEDIAN_SIZE),
+                FormatText(L"\t\t\t RepaetCnt  : %d\r\n", {params.MEDIAN_REPEAT})});  // sic
+}
+
+void RunPreMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t& dumpCounter, LogFile& log,
+                  const FixedSettings& settings) {
+    const FixedStageReport report;
+    MedianSquare(pixels, width, height, settings.PRE_MEDIAN_SIZE);
+    FixedStageReport::Dump(L"%02d_PreMedian.raw", pixels, width, height, dumpCounter);
+    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Pre-Median ( %d ms )\r\n",
+               {FormatMaskLine(settings.PRE_MEDIAN_SIZE)});
+}
+
+void RunPostMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t /*maxValue*/,
+                   int32_t& dumpCounter, LogFile& log, const FixedSettings& settings) {
+    const FixedStageReport report;
+    FilterMedianSquarePasses(pixels, width, height, settings.POST_MEDIAN_SIZE, settings.POST_MEDIAN_REPEAT);
+    FixedStageReport::Dump(L"%02d_Post_Median.raw", pixels, width, height, dumpCounter);
+    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Post-NoiseReduction ( %d ms )\r\n",
+               {FormatMaskLine(settings.POST_MEDIAN_SIZE),
+                FormatText(L"\t\t\t RepeatCnt  : %d\r\n", {settings.POST_MEDIAN_REPEAT})});
+}
+
+}  // namespace vastrelline

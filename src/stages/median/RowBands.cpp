@@ -1,0 +1,65 @@
+#include "stages/median/RowBands.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <exception>
+#include <thread>
+
+namespace vastrelline {
+
+namespace {
+
+constexpr int32_t kMostThreads = 31;
+
+// A job with what it threw: an exception that left a thread would end the host.
+struct Worker {
+    RowBandJob job;
+    std::thread thread;
+    std::exception_ptr failure;
+
+    void Run() noexcept {
+        try {
+            job.run(job);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }
+
+    void Start() {
+        try {
+            thread = std::thread(&Worker::Run, this);
+        } catch (const std::exception&) {  // no thread, or no memory for one
+            Run();
+        }
+    }
+};
+
+}  // namespace
+
+int32_t& MedianThreadCount() {
+    static int32_t count = 2;
+    return count;
+}
+
+void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters, const uint16_t* source,
+                   uint16_t* destination, int32_t firstRow, int32_t lastRow) {
+    if (firstRow > lastRow) return;
+    const int32_t count = std::clamp(MedianThreadCount(), 1, kMostThreads);
+    const int32_t band = (lastRow - firstRow + 1) / count;
+    std::array<Worker, kMostThreads> workers;
+    for (int32_t i = 0; i < count; ++i) {
+        const int32_t first = firstRow + i * band;
+        const int32_t last = i == count - 1 ? lastRow : first + band - 1;
+        workers[static_cast<size_t>(i)].job = {i, first, last, &parameters, source, destination, job};
+    }
+    for (auto i = static_cast<size_t>(count); i-- > 0;) workers[i].Start();
+    for (Worker& worker : workers) {
+        if (worker.thread.joinable()) worker.thread.join();
+    }
+    for (const Worker& worker : workers) {
+        if (worker.failure) std::rethrow_exception(worker.failure);
+    }
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,21 @@
+#include "stages/pyramid/BandKernels.h"
+
+#if VASTRELLINE_X86
+
+#define TARGET TARGET_AVX2
+
+namespace vastrelline {
+
+namespace {
+
+#include "stages/pyramid/BandKernelsVector.inl"
+
+}  // namespace
+
+BandKernels Avx2BandKernels() {
+    return {"avx2", InstructionSet::Avx2, Subtract, FindRange, CountValues, Remap, Add};
+}
+
+}  // namespace vastrelline
+
+#endif

@@ -1,0 +1,21 @@
+#include "stages/pyramid/BandKernels.h"
+
+#if VASTRELLINE_X86
+
+#define TARGET TARGET_BASELINE
+
+namespace vastrelline {
+
+namespace {
+
+#include "stages/pyramid/BandKernelsVector.inl"
+
+}  // namespace
+
+BandKernels BaselineBandKernels() {
+    return {"baseline", InstructionSet::Baseline, Subtract, FindRange, CountValues, Remap, Add};
+}
+
+}  // namespace vastrelline
+
+#endif

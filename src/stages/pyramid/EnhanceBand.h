@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "stages/pyramid/BandResponse.h"
+#include "stages/pyramid/PyramidObserver.h"
+
+namespace vastrelline {
+
+// Passes one band of a pyramid through a gain curve that is fitted to the band's own histogram: what is as
+// frequent as noise is told apart from structure by the magnitude at which the histogram falls below the cut.
+//
+// band          width * height signed values, changed in place
+// maxValue      top of the frame's range, 0 or more; the search for the band's range starts from it
+// ratio         gain of the curve
+// noiseWidth    width of the noise zone as a fraction of the noise limit
+// cutLimit      the noise limit lies where the smoothed histogram falls to this fraction of its peak
+// bandIndex     0 for the finest band; names what the observer sees
+// observer      null if nobody looks on
+// Traits        the band's smallest value is not remapped; the lowest bin of the histogram is not tried for
+//               the upper end of the noise, so that alone above the cut it is both ends
+// Returns       1, or 0 if the band was left as it is: fewer than 20 steps from its smallest to its largest
+//               value, no bin above the cut, or a curve that does not exist
+int32_t EnhanceBand(int16_t* band, int32_t width, int32_t height, int32_t maxValue, double ratio,
+                    double noiseWidth, BandCurve curve, double cutLimit, TailMode tailMode, int32_t bandIndex,
+                    PyramidObserver* observer);
+
+}  // namespace vastrelline

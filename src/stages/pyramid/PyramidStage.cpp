@@ -1,0 +1,85 @@
+#include "stages/pyramid/PyramidStage.h"
+
+#include <span>
+#include <string>
+#include <utility>
+
+#include "config/ConfiguredState.h"
+#include "config/FixedState.h"
+#include "platform/TextFormat.h"
+#include "report/CurveFile.h"
+#include "report/RawDump.h"
+#include "report/StageReport.h"
+#include "stages/pyramid/Pyramid.h"
+#include "stages/pyramid/PyramidParams.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr PyramidForm kConfiguredForm = {TailMode::Pass, true};
+constexpr PyramidForm kFixedForm = {TailMode::Remove, false};
+
+// Saves what the pyramid shows into the folder of dumps.
+class DumpingObserver : public PyramidObserver {
+public:
+    explicit DumpingObserver(std::wstring writePath) : writePath_(std::move(writePath)) {}
+
+    void SeeFrame(const std::wstring& name, const uint16_t* pixels, int32_t width, int32_t height) override {
+        DumpRaw(writePath_ + name, pixels, width, height);
+    }
+
+    void SeeResponse(const std::wstring& name, int32_t first, std::span<const int32_t> responses) override {
+        WriteCurveFile(writePath_ + name, first, first + static_cast<int32_t>(responses.size()) - 1,
+                       [&](int32_t value) { return responses[static_cast<size_t>(value - first)]; });
+    }
+
+private:
+    std::wstring writePath_;
+};
+
+void Enhance(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, const PyramidParams& params,
+             const PyramidForm& form, int32_t saveImage, const std::wstring& writePath) {
+    DumpingObserver observer(writePath);
+    PyramidProcess(image, width, height, maxValue, BandCurve::Power, params, form,
+                   saveImage != 0 ? &observer : nullptr);
+}
+
+// The fixed chain keeps the noise width in per cent.
+PyramidParams ParamsOf(const FixedSettings& settings) {
+    constexpr double kPerCent = 0.01;
+    return {settings.PYRAMID_LAYER,  settings.GAUSSIAN_SIZE,          settings.APPLY_VARIABLE_RATIO,
+            settings.ENHANCED_RATIO, settings.NOISE_WIDTH * kPerCent, settings.APPLY_DIFF_ENHANCE,
+            settings.NOISE_CUTLIMIT};
+}
+
+}  // namespace
+
+void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
+                  int32_t stageNumber) {
+    const ConfiguredState& state = SharedConfiguredState();
+    const PyramidParams params = ReadPyramidParams(state.IniPath, state.SectionName, stageNumber);
+    const ConfiguredStageReport report;
+    Enhance(image, width, height, maxValue, params, kConfiguredForm, state.SaveImage, state.WritePath);
+    ConfiguredStageReport::Dump(L"%02d_Pyramid.raw", image, width, height);
+    report.Log(logFile, L"#### %02d:%02d:%02d \t: pyramid ( %.03lf sec )\r\n",
+               {FormatText(L"\t\t\t Layer          : %d\r\n", {params.PYRAMID_LAYER}),
+                FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {params.GAUSSIAN_SIZE}),
+                FormatText(L"\t\t\t EnhancedRatio : %.2lf\r\n", {params.ENHANCED_RATIO}),
+                FormatText(L"\t\t\t NoiseWidth    : %.2lf\r\n", {params.NOISE_WIDTH})});
+}
+
+void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                       LogFile& logFile, const FixedSettings& settings) {
+    const FixedStageReport report;
+    const FixedState& state = SharedFixedState();
+    Enhance(image, width, height, maxValue, ParamsOf(settings), kFixedForm, state.SaveImage, state.WritePath);
+    FixedStageReport::Dump(L"%02d_Pyramid.raw", image, width, height, dumpCounter);
+    report.Log(logFile, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
+               {FormatText(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),
+                FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {settings.GAUSSIAN_SIZE}),
+                FormatText(L"\t\t\t dEnhancedRatio : %.2lf\r\n", {settings.ENHANCED_RATIO}),
+                FormatText(L"\t\t\t nNoiseWidth    : %d\r\n", {settings.NOISE_WIDTH})});
+}
+
+}  // namespace vastrelline

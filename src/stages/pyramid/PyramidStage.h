@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+#include "config/FixedSettings.h"
+#include "report/LogFile.h"
+
+namespace vastrelline {
+
+// The pyramid stage of the configured chain: enhances the frame in place. As the run's switches ask, it
+// writes what each step of the pyramid made, under names without a number ("Laplacian0_1304X1672.raw"), the
+// response of each band as a curve file ("EnhancedSlope_0.txt"), the dump "%02d_Pyramid.raw" and its log
+// lines.
+//
+// stageNumber   the stage's position in the list, which names its keys
+void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
+                  int32_t stageNumber);
+
+// The same of the fixed chain. Here values from the noise limit on lose their band altogether, and the
+// rebuilt levels are not smoothed.
+void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                       LogFile& logFile, const FixedSettings& settings);
+
+}  // namespace vastrelline

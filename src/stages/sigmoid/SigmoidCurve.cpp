@@ -1,0 +1,98 @@
+#include "stages/sigmoid/SigmoidCurve.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <span>
+
+#include "operators/curves/LookupTable.h"
+#include "operators/histogram/Histogram.h"
+#include "pixels/Truncate.h"
+#include "platform/TextFormat.h"
+#include "report/CurveFile.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr int32_t kTopPixel = 0xFFFF;
+constexpr int32_t kLowMargin = 100;  // levels by which the curve begins below the first occupied one
+constexpr int32_t kHeadroom = 1500;  // above the output's top, which only flattens the shoulder
+constexpr double kSlope = -4.0;
+
+// Where a curve lies, in levels.
+struct SigmoidShape {
+    int32_t low;
+    int32_t high;
+    int32_t centre;
+    int32_t width;  // negative for a falling curve
+};
+
+// The first level at which the running count of pixels passes the fraction `ratio` of them; 0 if there is
+// none.
+int32_t FindCentre(std::span<const uint32_t> histogram, int32_t pixelCount, double ratio) {
+    const int32_t target = TruncateToInt32(pixelCount * ratio);
+    int32_t sum = 0;
+    for (size_t level = 0; level < histogram.size(); ++level) {
+        sum += static_cast<int32_t>(histogram[level]);
+        if (sum > target) return static_cast<int32_t>(level);
+    }
+    return 0;
+}
+
+SigmoidShape FitSigmoid(std::span<const uint32_t> histogram, int32_t pixelCount, double ratio,
+                        int32_t limitBin) {
+    const HistogramCut cut = FindHistogramCut(histogram, limitBin);
+    const int32_t low = std::max(cut.low - kLowMargin, 0);
+    const int32_t high = std::max(cut.high, 0);
+    if (ratio == 0.0) {
+        const int32_t width = high - low;
+        return {low, high, low + width / 2, width};
+    }
+    const int32_t centre = FindCentre(histogram, pixelCount, ratio);
+    return {low, high, centre, 2 * (high - centre)};
+}
+
+}  // namespace
+
+std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, int32_t height,
+                                        int32_t maxValue, int32_t outputRange, double ratio,
+                                        int32_t limitBin) {
+    assert(0 <= maxValue && maxValue <= kTopPixel);
+    const SigmoidShape shape =
+        FitSigmoid(BuildUnclampedHistogram(pixels, width, height, maxValue), width * height, ratio, limitBin);
+    const double top = WrappingAdd(outputRange, kHeadroom);
+    // Without a width this is a division of 0 by 0 at the centre, and the conversion makes it INT32_MIN.
+    const auto curveAt = [&](int32_t level) {
+        return TruncateToInt32(top / (1 + std::exp(kSlope * (level - shape.centre) / shape.width)));
+    };
+    const int32_t floor = curveAt(shape.low);
+    const int32_t ceiling = curveAt(shape.high);
+    const double rise = WrappingSubtract(ceiling, floor);
+    const auto stretch = [&](int32_t value) {
+        const double share = WrappingSubtract(LowBits16(value), floor) / rise;
+        return LowBits16(TruncateToInt32(outputRange * share));
+    };
+
+    // The low end is at or below the high one, and both are in the table.
+    std::vector<uint16_t> table(static_cast<size_t>(maxValue) + 1);
+    const auto begin = table.begin();
+    std::fill(begin, begin + shape.low, stretch(floor));
+    for (int32_t level = shape.low; level < shape.high; ++level) begin[level] = stretch(curveAt(level));
+    std::fill(begin + shape.high, table.end(), stretch(ceiling));
+    return table;
+}
+
+void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
+                       int32_t number) {
+    const std::vector<uint16_t> table =
+        BuildSigmoidCurve(pixels, width, height, maxValue, outputRange, ratio, limitBin);
+    if (saveCurve != 0) {
+        WriteCurveFile(path + FormatText(L"%02d_SigmoidCurve.txt", {number}), 0, maxValue,
+                       [&](int32_t level) { return table[static_cast<size_t>(level)]; });
+    }
+    ApplyLookupTable(pixels, width, height, table);
+}
+
+}  // namespace vastrelline

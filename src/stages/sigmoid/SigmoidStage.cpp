@@ -1,0 +1,57 @@
+#include "stages/sigmoid/SigmoidStage.h"
+
+#include <algorithm>
+
+#include "config/CommonSettings.h"
+#include "config/ConfiguredState.h"
+#include "operators/curves/LinearCurve.h"
+#include "operators/histogram/PixelRange.h"
+#include "platform/TextFormat.h"
+#include "report/StageReport.h"
+#include "stages/sigmoid/SigmoidCurve.h"
+#include "stages/sigmoid/SigmoidParams.h"
+
+namespace vastrelline {
+
+namespace {
+
+constexpr int32_t kLimitBin = 10;
+constexpr const wchar_t* kDumpName = L"%02d_ResultSigmoid.raw";
+constexpr const wchar_t* kRatioLine = L"\t\t\t CutRatio   : %.2lf\r\n";
+
+}  // namespace
+
+void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
+                     int32_t stageNumber) {
+    const ConfiguredState& state = SharedConfiguredState();
+    const SigmoidParams params = ReadSigmoidParams(state.IniPath, state.SectionName, stageNumber);
+    CommonSettings settings;
+    ReadCommonSettings(state.IniPath, state.SectionName, settings);
+
+    const ConfiguredStageReport report;
+    maxValue = std::max(maxValue, MaxPixel(pixels, width, height));
+    ApplySigmoidCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, params.POST_SIGMOID_RATIO,
+                      kLimitBin, state.SaveImage, state.WritePath, state.DumpNumber);
+    // The curve file and this dump share one number.
+    ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
+    report.Log(log, L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %.03lf sec )\r\n",
+               {FormatText(kRatioLine, {params.POST_SIGMOID_RATIO})});
+}
+
+void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                     LogFile& log, const FixedSettings& settings) {
+    const FixedStageReport report;
+    maxValue = std::max(maxValue, MaxPixel(pixels, width, height));
+    if (settings.POST_SIGMOID_LUT == 0) {
+        ApplyLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, 0, 0, 0, L"", 0);
+        report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Linear Curve ( %d ms )\r\n", {});
+        return;
+    }
+    ApplySigmoidCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, settings.POST_SIGMOID_RATIO,
+                      kLimitBin, 0, L"", 0);
+    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
+    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %d ms )\r\n",
+               {FormatText(kRatioLine, {settings.POST_SIGMOID_RATIO})});
+}
+
+}  // namespace vastrelline

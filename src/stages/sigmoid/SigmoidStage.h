@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+#include "config/FixedSettings.h"
+#include "report/LogFile.h"
+
+namespace vastrelline {
+
+// The sigmoid stage of the configured chain: maps the frame through an S-shaped curve, in place, and writes
+// the curve file, the dump "%02d_ResultSigmoid.raw" and its log lines as the run's switches ask.
+//
+// maxValue      where the frame's largest pixel is above it, that one counts
+// stageNumber   the stage's position in the list, which names its keys
+void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
+                     int32_t stageNumber);
+
+// The tone curve that every run of the fixed chain ends with: the S-shaped one with POST_SIGMOID_LUT on,
+// otherwise the straight ramp. No curve file is written, and the ramp writes no dump either.
+//
+// maxValue      as above
+// dumpCounter   the run's next dump number
+void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
+                     LogFile& log, const FixedSettings& settings);
+
+}  // namespace vastrelline

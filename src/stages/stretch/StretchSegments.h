@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "stages/stretch/HistogramSegments.h"
+#include "stages/stretch/PlannedCurves.h"
+#include "stages/stretch/StretchParams.h"
+
+namespace vastrelline {
+
+// The modes of STRETCH_SEPARATION_CNT. In any other no curve is built.
+enum class StretchMode : int32_t {
+    WholeRange = 0,
+    LeftValley = 1,
+    BothValleys = 2,
+    BothPercent = 3,  // this and those below in the configured chain alone
+    LeftPercent = 4,
+    RightPercent = 5,
+};
+
+// A stretch curve, and the valleys that the log shows whether the curve used them or not.
+struct SegmentCurve {
+    StretchSegment segment;
+    std::vector<int32_t> table;  // maxValue + 1 entries
+};
+
+// Modes WholeRange to BothValleys in the configured chain: the frame's range is what is well occupied, and
+// begins at level 0 whatever the frame.
+SegmentCurve BuildSegmentCurve(const PlannedCurves& frame, int32_t maxValue, const StretchParams& params);
+
+// The same in the fixed chain: the range is that of the frame's pixels.
+SegmentCurve BuildFixedSegmentCurve(const PlannedCurves& frame, int32_t maxValue,
+                                    const StretchParams& params);
+
+// Modes BothPercent to RightPercent: one or both ends are the levels at which STRETCH_LIMITBIN percent of the
+// pixels are passed from outside, -1 where they never are. The lengths stand as the keys give them.
+std::vector<int32_t> BuildPercentCurve(const PlannedCurves& frame, int32_t maxValue,
+                                       const StretchParams& params);
+
+// Marks the dark tail: gives 255 to the mask where a pixel lies strictly below `level`, and leaves the rest
+// of it.
+//
+// tailMask   width * height values; must not overlap
+void MarkDarkTail(const uint16_t* pixels, uint16_t* tailMask, int32_t width, int32_t height, int32_t level);
+
+// The second step, after any mode: fills the range again, as RESTRETCH_OPTION says. The curve is added to
+// the plan. False, and nothing added, for an option without a step.
+bool AddRestretch(PlannedCurves& frame, int32_t maxValue, int32_t option);
+
+// Plans a curve of 32 bits, of which the frame keeps the low 16.
+void AddStretchCurve(PlannedCurves& frame, const std::vector<int32_t>& table);
+
+}  // namespace vastrelline

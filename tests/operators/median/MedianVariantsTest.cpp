@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <span>
+#include <vector>
+
+#include "operators/median/MedianFilter.h"
+#include "platform/InstructionSet.h"
+
+namespace vastrelline {
+namespace {
+
+constexpr size_t kGuards = 64;
+constexpr uint16_t kGuard = 0xA5C3;
+
+enum class Content { AllMax, TwoLevels, Extremes, Noise, FullNoise };
+constexpr Content kHardContents[] = {Content::Extremes, Content::FullNoise};
+
+std::vector<uint16_t> MakePixels(std::mt19937& random, size_t count, Content content) {
+    std::vector<uint16_t> pixels(count);
+    for (uint16_t& pixel : pixels) {
+        const auto number = static_cast<uint32_t>(random() >> 7U);
+        switch (content) {
+            case Content::AllMax:
+                pixel = 65535;
+                break;
+            case Content::TwoLevels:
+                pixel = number % 2 == 0 ? 1000 : 1001;
+                break;
+            case Content::Extremes:
+                pixel = number % 2 == 0 ? 65535 : 0;
+                break;
+            case Content::Noise:
+                pixel = static_cast<uint16_t>(number % 4096);
+                break;
+            case Content::FullNoise:
+                pixel = static_cast<uint16_t>(number % 65536);
+                break;
+        }
+    }
+    return pixels;
+}
+
+// Runs a variant into a buffer between guards and gives all of it back, guards included.
+std::vector<uint16_t> Run(const MedianVariant& variant, const std::vector<uint16_t>& source,
+                          MedianCall call) {
+    std::vector<uint16_t> out(source.size() + 2 * kGuards, kGuard);
+    call.source = source.data();
+    call.destination = out.data() + kGuards;
+    FilterMedianWith(variant, call);
+    return out;
+}
+
+void ExpectAllVariantsEqual(std::mt19937& random, const MedianCall& call, std::span<const Content> contents) {
+    const size_t count = static_cast<size_t>(call.width) * static_cast<size_t>(call.height);
+    for (const Content content : contents) {
+        const std::vector<uint16_t> source = MakePixels(random, count, content);
+        const std::vector<uint16_t> expected = Run(MedianVariants().front(), source, call);
+        for (const MedianVariant& variant : MedianVariants().subspan(1)) {
+            ASSERT_EQ(expected, Run(variant, source, call))
+                << variant.name << ' ' << call.width << " x " << call.height << ", window "
+                << call.windowWidth << " x " << call.windowHeight << ", rows " << call.firstRow << " to "
+                << call.lastRow << ", content " << static_cast<int>(content);
+        }
+    }
+}
+
+TEST(MedianVariants, ReferenceComesFirstAndTheLimitCutsTheList) {
+    ASSERT_GE(MedianVariants().size(), 2U);
+    EXPECT_STREQ("scalar", MedianVariants().front().name);
+    LimitInstructionSet(InstructionSet::Reference);
+    EXPECT_EQ(2U, MedianVariants().size());  // the histogram is plain as well
+    LimitInstructionSet(InstructionSet::Avx512);
+    EXPECT_LE(MedianVariants().back().needs, DetectInstructionSet());
+}
+
+TEST(MedianVariants, SquaresOfEverySizeGiveTheReferenceBits) {
+    std::mt19937 random(20240501);
+    for (int32_t mask = 1; mask <= 16; ++mask) {
+        const Content contents[] = {mask % 2 == 0 ? Content::Extremes : Content::Noise, Content::TwoLevels,
+                                    Content::AllMax};
+        ExpectAllVariantsEqual(random, {nullptr, nullptr, mask + 34, mask + 2, mask, mask, 0, mask + 1},
+                               contents);
+        if (HasFatalFailure()) return;
+    }
+}
+
+TEST(MedianVariants, RowAndColumnWindowsGiveTheReferenceBits) {
+    std::mt19937 random(20240502);
+    for (int32_t mask = 1; mask <= 17; ++mask) {
+        ExpectAllVariantsEqual(random, {nullptr, nullptr, 52, 3, mask, 1, 0, 2}, kHardContents);
+        ExpectAllVariantsEqual(random, {nullptr, nullptr, 37, mask + 2, 1, mask, 0, mask + 1}, kHardContents);
+        if (HasFatalFailure()) return;
+    }
+}
+
+// Past the widest vector by one, and past a strip of columns.
+TEST(MedianVariants, EverySmallWidthGivesTheReferenceBits) {
+    std::mt19937 random(20240503);
+    for (int32_t width = 1; width <= 70; ++width)
+        ExpectAllVariantsEqual(random, {nullptr, nullptr, width, 6, 3, 3, 0, 5}, kHardContents);
+    for (const int32_t width : {257, 258, 259, 260, 275, 290, 514, 515})
+        ExpectAllVariantsEqual(random, {nullptr, nullptr, width, 4, 3, 3, 0, 3}, kHardContents);
+    // Lists of two and of four columns reach beyond the end of a strip.
+    for (const int32_t mask : {4, 9, 15}) {
+        for (const int32_t columns : {256, 257}) {
+            ExpectAllVariantsEqual(random, {nullptr, nullptr, columns + mask, mask + 1, mask, mask, 0, mask},
+                                   std::span(kHardContents).subspan(1));
+        }
+    }
+}
+
+TEST(MedianVariants, EveryRangeOfRowsGivesTheReferenceBits) {
+    std::mt19937 random(20240504);
+    for (const int32_t height : {1, 4, 5, 6, 7, 8, 9}) {
+        for (int32_t first = -1; first <= height; ++first) {
+            for (int32_t last = first - 1; last <= height; ++last)
+                ExpectAllVariantsEqual(random, {nullptr, nullptr, 40, height, 5, 5, first, last},
+                                       std::span(kHardContents).subspan(1));
+        }
+    }
+}
+
+// 16-bit counts would overflow: the window holds 67 600 pixels.
+TEST(MedianVariants, HugeWindowsGiveTheirMiddleValue) {
+    std::vector<uint16_t> source(261 * 261, 7);
+    for (size_t i = 0; i < source.size() / 2; ++i) source[i] = 5;
+    std::vector<uint16_t> out(source.size(), kGuard);
+    // The middle of 261 x 261, the 34061st value, is the first 7 of the frame's middle row.
+    for (const MedianVariant& variant : MedianVariants().subspan(1)) {
+        FilterMedianWith(variant, {source.data(), out.data(), 261, 261, 261, 261, 0, 260});
+        EXPECT_EQ(out[130 * 261 + 130], 7) << variant.name;
+        EXPECT_EQ(out[130 * 261 + 129], kGuard) << variant.name;
+    }
+}
+
+}  // namespace
+}  // namespace vastrelline

@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "sensor/CropBuffer.h"
+#include "support/FrameMatcher.h"
+#include "support/Frames.h"
+
+namespace vastrelline {
+namespace {
+
+constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
+constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
+constexpr auto kNoType = static_cast<ElementType>(5);
+constexpr auto kNegativeType = static_cast<ElementType>(-1);
+
+TEST(ElementSize, IsThatOfTheElement) {
+    EXPECT_EQ(ElementSize(static_cast<ElementType>(0)), 2U);
+    EXPECT_EQ(ElementSize(static_cast<ElementType>(1)), 2U);
+    EXPECT_EQ(ElementSize(static_cast<ElementType>(2)), 4U);
+    EXPECT_EQ(ElementSize(static_cast<ElementType>(3)), 8U);
+    EXPECT_EQ(ElementSize(static_cast<ElementType>(4)), 1U);
+    EXPECT_EQ(ElementSize(kNoType), 2U);
+    EXPECT_EQ(ElementSize(kNegativeType), 2U);
+}
+
+TEST(ReadElement, GivesEveryTypeAsADouble) {
+    const std::vector<uint16_t> unsigned16 = {1, 65535};
+    const std::vector<int16_t> signed16 = {1, -2};
+    const std::vector<int32_t> signed32 = {1, kLowest};
+    const std::vector<double> float64 = {1, -2.75};
+    const std::vector<uint8_t> unsigned8 = {1, 255};
+    EXPECT_EQ(ReadElement(unsigned16.data(), 1, ElementType::Unsigned16), 65535.0);
+    EXPECT_EQ(ReadElement(signed16.data(), 1, ElementType::Signed16), -2.0);
+    EXPECT_EQ(ReadElement(signed32.data(), 1, ElementType::Signed32), -2147483648.0);
+    EXPECT_EQ(ReadElement(float64.data(), 1, ElementType::Float64), -2.75);
+    EXPECT_EQ(ReadElement(unsigned8.data(), 1, ElementType::Unsigned8), 255.0);
+    EXPECT_EQ(ReadElement(unsigned16.data(), 1, kNoType), 0.0);
+}
+
+// The second of two elements, all ones before, after a write of `value`; the first must stay.
+template <typename Element>
+Element Written(ElementType type, double value) {
+    std::vector<std::byte> buffer(2 * sizeof(Element), std::byte{0xFF});
+    WriteElement(buffer.data(), 1, type, value);
+    for (size_t i = 0; i < sizeof(Element); ++i) EXPECT_EQ(buffer[i], std::byte{0xFF});
+    Element written{};
+    std::memcpy(&written, &buffer[sizeof written], sizeof written);
+    return written;
+}
+
+TEST(WriteElement, TruncatesToTheElement) {
+    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, 7.99), 7);
+    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, -0.99), 0);
+    EXPECT_EQ(Written<int16_t>(ElementType::Signed16, -1.99), -1);
+    EXPECT_EQ(Written<int32_t>(ElementType::Signed32, -70000.5), -70000);
+    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, 255.9), 255);
+    EXPECT_EQ(Written<double>(ElementType::Float64, -1.99), -1.99);
+}
+
+TEST(WriteElement, KeepsTheLowBitsOfWhatDoesNotFit) {
+    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, 70000.0), 70000 - 65536);
+    EXPECT_EQ(Written<int16_t>(ElementType::Signed16, 40000.0), 40000 - 65536);
+    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, 260.7), 4);
+    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, -1.5), 255);
+    EXPECT_EQ(Written<int32_t>(ElementType::Signed32, 1e10), kLowest);
+    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, std::numeric_limits<double>::quiet_NaN()), 0);
+}
+
+TEST(WriteElement, StoresNothingForAnUnknownType) {
+    EXPECT_EQ(Written<uint16_t>(kNoType, 7.0), 65535);
+    EXPECT_EQ(Written<uint16_t>(kNegativeType, 7.0), 65535);
+}
+
+struct CropCase {
+    const char* name;
+    int32_t left;
+    int32_t top;
+    Frame crop;
+};
+
+class CropBufferTest : public testing::TestWithParam<CropCase> {};
+
+TEST_P(CropBufferTest, CutsARectangleAndIsZeroOutside) {
+    const Frame source = FromRows({{1, 2, 3}, {4, 5, 6}});
+    const Frame& expected = GetParam().crop;
+    const std::vector<std::byte> bytes = CropBuffer(source.Data(), 3, 2, GetParam().left, GetParam().top,
+                                                    expected.width, expected.height, ElementType::Unsigned16);
+    Frame crop(expected.width, expected.height);
+    ASSERT_EQ(bytes.size(), crop.pixels.size() * sizeof(uint16_t));
+    if (!bytes.empty()) std::memcpy(crop.Data(), bytes.data(), bytes.size());
+    EXPECT_THAT(crop, EqualsFrame(expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rectangles, CropBufferTest,
+    testing::Values(
+        CropCase{"All", 0, 0, FromRows({{1, 2, 3}, {4, 5, 6}})},
+        CropCase{"OneElement", 2, 1, FromRows({{6}})}, CropCase{"OneColumn", 1, 0, FromRows({{2}, {5}})},
+        CropCase{"PastTheRight", 2, 0, FromRows({{3, 0}, {6, 0}})},
+        CropCase{"PastTheBottom", 0, 1, FromRows({{4, 5, 6}, {0, 0, 0}})},
+        CropCase{"BeforeTheLeft", -1, 0, FromRows({{0, 1}, {0, 4}})},
+        CropCase{"AboveTheTop", 0, -1, FromRows({{0, 0}, {1, 2}})},
+        CropCase{"AllAround", -1, -1,
+                 FromRows({{0, 0, 0, 0, 0}, {0, 1, 2, 3, 0}, {0, 4, 5, 6, 0}, {0, 0, 0, 0, 0}})},
+        CropCase{"RightOfTheSource", 3, 0, Flat(2, 2, 0)}, CropCase{"LeftOfTheSource", -2, 0, Flat(2, 2, 0)},
+        CropCase{"BelowTheSource", 0, 2, Flat(2, 2, 0)}, CropCase{"AboveTheSource", 0, -2, Flat(2, 2, 0)},
+        CropCase{"FarBeforeTheSource", kLowest, kLowest, Flat(2, 2, 0)},
+        CropCase{"FarBehindTheSource", kHighest, kHighest, Flat(2, 2, 0)},
+        CropCase{"NoColumns", 1, 0, Frame(0, 2)}, CropCase{"NoRows", 1, 0, Frame(2, 0)}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+// The element (2, 1) of a 3 by 2 buffer, cut out as a 1 by 1 buffer.
+template <typename Element>
+Element LastOfSix(ElementType type, const std::vector<Element>& six) {
+    const std::vector<std::byte> bytes = CropBuffer(six.data(), 3, 2, 2, 1, 1, 1, type);
+    Element element{};
+    EXPECT_EQ(bytes.size(), sizeof element);
+    std::memcpy(&element, bytes.data(), sizeof element);
+    return element;
+}
+
+TEST(CropBuffer, TakesElementsOfEveryType) {
+    EXPECT_EQ(LastOfSix<int16_t>(ElementType::Signed16, {1, 2, 3, 4, 5, -6}), -6);
+    EXPECT_EQ(LastOfSix<int32_t>(ElementType::Signed32, {1, 2, 3, 4, 5, -600000}), -600000);
+    EXPECT_EQ(LastOfSix<double>(ElementType::Float64, {1, 2, 3, 4, 5, -6.5}), -6.5);
+    EXPECT_EQ(LastOfSix<uint8_t>(ElementType::Unsigned8, {1, 2, 3, 4, 5, 250}), 250);
+}
+
+TEST(CropBuffer, UnknownTypesReadAsZeros) {
+    EXPECT_EQ(LastOfSix<uint16_t>(kNoType, {1, 2, 3, 4, 5, 6}), 0);
+    EXPECT_EQ(LastOfSix<uint16_t>(kNegativeType, {1, 2, 3, 4, 5, 6}), 0);
+}
+
+TEST(CropBuffer, EmptySourcesGiveZeros) {
+    EXPECT_EQ(CropBuffer(nullptr, 0, 0, 0, 0, 2, 1, ElementType::Unsigned8), std::vector<std::byte>(2));
+}
+
+TEST(CropBuffer, RefusesSizesThatNoBufferHas) {
+    const uint16_t pixel = 0;
+    const auto crop = [&](int32_t width, int32_t height) {
+        return CropBuffer(&pixel, 1, 1, 0, 0, width, height, ElementType::Unsigned16);
+    };
+    EXPECT_THROW(crop(-1, 1), std::length_error);
+    EXPECT_THROW(crop(1, -1), std::length_error);
+    EXPECT_THROW(crop(kHighest, 1), std::length_error);
+    EXPECT_THROW(crop(65536, 65536), std::length_error);
+}
+
+}  // namespace
+}  // namespace vastrelline

@@ -1,0 +1,233 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <iterator>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "ToolRun.h"
+#include "commands/RunCommand.h"
+#include "formats/PngFormat.h"
+#include "support/TemporaryFolder.h"
+
+namespace vastrelline {
+namespace {
+
+using namespace std::string_literals;
+
+// A folder with a frame of the levels 1, 2, 3, 1023 and a profile of the range 1023.
+class RunCommandTest : public testing::Test {
+protected:
+    RunCommandTest() {
+        WriteBytes(folder_.Path() / "in_2x2.raw", "\x01\x00\x02\x00\x03\x00\xFF\x03"s);
+        WriteBytes(folder_.Path() / "p.ini", "[General]\nOUTPUTRANGE=1023\n");
+    }
+
+    ToolRun Run(const std::string& leaf, const std::vector<std::string>& more,
+                const ExportCaller& callExport) const {
+        std::vector<std::string> arguments{"run",       folder_.Narrow("in_2x2.raw"),
+                                           "--profile", folder_.Narrow("p.ini"),
+                                           "--section", "General",
+                                           "--out",     folder_.Narrow(leaf)};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return RunTool(arguments, callExport);
+    }
+
+    bool HasOnlyItsOwnFiles() const {
+        return std::distance(std::filesystem::directory_iterator(folder_.Path()), {}) == 2;
+    }
+
+    std::vector<uint8_t> FileBytes(const std::string& leaf) const {
+        const std::string text = ReadBytes(folder_.Path() / leaf);
+        return {text.begin(), text.end()};
+    }
+
+    // Every test of the fixture is a class derived from it.
+    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes)
+    TemporaryFolder folder_;
+};
+
+// An export that gives the frame turned round: the last pixel first.
+int32_t Reverse(ExportRequest& request) {
+    std::reverse_copy(request.frame.pixels.begin(), request.frame.pixels.end(), request.output.begin());
+    return 0;
+}
+
+int32_t WriteBitmap(ExportRequest& request) {
+    WriteBytes(request.bitmapPath, "BM...");
+    return 0;
+}
+
+TEST_F(RunCommandTest, WritesWhatTheExportGives) {
+    const ToolRun run = Run("out.raw", {}, Reverse);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out.raw"), "\xFF\x03\x03\x00\x02\x00\x01\x00"s);
+    for (const std::string& part : {"2x2"s, "input    levels 1 to 1023\n"s, "output   levels 1 to 1023\n"s,
+                                    "ImageProcessing returned 0 (success)"s, folder_.Narrow("out.raw")})
+        EXPECT_NE(run.report.find(part), std::string::npos) << part << '\n' << run.report;
+}
+
+TEST_F(RunCommandTest, AnExportThatChangesTheFrameDoesNotChangeTheFile) {
+    EXPECT_EQ(Run("out.raw", {},
+                  [](ExportRequest& request) {
+                      std::fill(request.frame.pixels.begin(), request.frame.pixels.end(), uint16_t{0});
+                      return 0;
+                  })
+                  .exitCode,
+              0);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "in_2x2.raw"), "\x01\x00\x02\x00\x03\x00\xFF\x03"s);
+}
+
+TEST_F(RunCommandTest, APngShowsTheOutputRange) {
+    ASSERT_EQ(Run("out.png", {}, Reverse).exitCode, 0);
+    // 3 / 1023 * 255 = 0.75, 2 / 1023 * 255 = 0.499, 1 / 1023 * 255 = 0.249
+    EXPECT_EQ(DecodePng(FileBytes("out.png")).pixels, (std::vector<uint16_t>{255, 1, 0, 0}));
+}
+
+TEST_F(RunCommandTest, APngShowsTheWindowThatIsAskedFor) {
+    ASSERT_EQ(Run("out.png", {"--window", "1:3"}, Reverse).exitCode, 0);
+    EXPECT_EQ(DecodePng(FileBytes("out.png")).pixels, (std::vector<uint16_t>{255, 255, 128, 0}));
+}
+
+TEST_F(RunCommandTest, APngOf16BitsKeepsAllLevels) {
+    ASSERT_EQ(Run("out.png", {"--png16"}, Reverse).exitCode, 0);
+    EXPECT_EQ(DecodePng(FileBytes("out.png")).pixels, (std::vector<uint16_t>{1023, 3, 2, 1}));
+}
+
+TEST_F(RunCommandTest, APgmHasTheOutputRangeAsItsTop) {
+    ASSERT_EQ(Run("out.pgm", {}, Reverse).exitCode, 0);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out.pgm"), "P5\n2 2\n1023\n\x03\xFF\x00\x03\x00\x02\x00\x01"s);
+}
+
+TEST_F(RunCommandTest, EverythingReachesTheExport) {
+    ExportRequest seen;
+    const ToolRun run = Run("out.raw",
+                            {"--export", "ImageProcessingS", "--mapping", "--spot-correction", "--geometry",
+                             "1", "-2", "3", "4", "5", "6", "7", "8", "9", "10"},
+                            [&](ExportRequest& request) {
+                                seen = request;
+                                return 0;
+                            });
+    ASSERT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(seen.kind, ExportKind::S);
+    EXPECT_EQ(seen.frame.width, 2);
+    EXPECT_EQ(seen.frame.height, 2);
+    EXPECT_EQ(seen.frame.pixels, (std::vector<uint16_t>{1, 2, 3, 1023}));
+    EXPECT_EQ(seen.output, std::vector<uint16_t>(4, 0));
+    EXPECT_EQ(seen.profile, folder_.Narrow("p.ini"));
+    EXPECT_EQ(seen.section, "General");
+    EXPECT_TRUE(seen.applyMapping);
+    EXPECT_TRUE(seen.applySpotCorrection);
+    EXPECT_EQ(seen.bitmapPath, "");
+    EXPECT_EQ(seen.geometry, (std::array<int32_t, 10>{1, -2, 3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+TEST_F(RunCommandTest, WhatIsNotAskedForIsNotPassed) {
+    ExportRequest seen;
+    ASSERT_EQ(Run("out.raw", {},
+                  [&](ExportRequest& request) {
+                      seen = request;
+                      return 0;
+                  })
+                  .exitCode,
+              0);
+    EXPECT_EQ(seen.kind, ExportKind::Plain);
+    EXPECT_FALSE(seen.applyMapping);
+    EXPECT_FALSE(seen.applySpotCorrection);
+    EXPECT_FALSE(seen.geometry.has_value());
+    EXPECT_EQ(seen.sensorFolder, "");
+    EXPECT_EQ(seen.sensorMode, 0);
+}
+
+TEST_F(RunCommandTest, TheSensorReachesItsExport) {
+    ExportRequest seen;
+    const ToolRun run =
+        Run("out.bmp", {"--export", "ImageProcessing_NE", "--sensor-folder", "ABC", "--sensor-mode", "2"},
+            [&](ExportRequest& request) {
+                seen = request;
+                return WriteBitmap(request);
+            });
+    ASSERT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(seen.kind, ExportKind::NE);
+    EXPECT_EQ(seen.sensorFolder, "ABC");
+    EXPECT_EQ(seen.sensorMode, 2);
+}
+
+TEST_F(RunCommandTest, AnyCodeButZeroIsAFailureWithoutPicture) {
+    for (const int32_t code : {1, 2, 3, 4, 5, 6, 77}) {
+        for (const std::vector<std::string>& more :
+             {std::vector<std::string>{"out.raw"}, {"out.bmp", "--export", "ImageProcessing_N"}}) {
+            const ToolRun run =
+                Run(more.front(), {more.begin() + 1, more.end()}, [code](ExportRequest&) { return code; });
+            EXPECT_EQ(run.exitCode, 1);
+            EXPECT_NE(run.errors.find("returned " + std::to_string(code) + " ("), std::string::npos);
+            EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1);
+            EXPECT_TRUE(HasOnlyItsOwnFiles());
+        }
+    }
+}
+
+TEST_F(RunCommandTest, AnExportThatThrowsLeavesNothing) {
+    const ToolRun run =
+        Run("out.bmp", {"--export", "ImageProcessing_N"}, [](ExportRequest& request) -> int32_t {
+            WriteBytes(request.bitmapPath, "half a fi");
+            throw std::bad_alloc();
+        });
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors, "vastrelline: out of memory\n");
+    EXPECT_TRUE(HasOnlyItsOwnFiles());
+}
+
+TEST_F(RunCommandTest, TheBitmapTakesItsNameWhenItIsComplete) {
+    for (const std::string name : {"ImageProcessing_N", "ImageProcessing_NS", "ImageProcessing_NE"}) {
+        const ToolRun run = Run("out.bmp", {"--export", name, "--force"}, WriteBitmap);
+        ASSERT_EQ(run.exitCode, 0) << run.errors;
+        EXPECT_EQ(ReadBytes(folder_.Path() / "out.bmp"), "BM...");
+    }
+}
+
+TEST_F(RunCommandTest, AMissingBitmapIsNoticed) {
+    const ToolRun run = Run("out.bmp", {"--export", "ImageProcessing_NS"}, [](ExportRequest&) { return 0; });
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.errors.find("saved no bitmap"), std::string::npos);
+    EXPECT_TRUE(HasOnlyItsOwnFiles());
+}
+
+TEST_F(RunCommandTest, ReplacesNothingWithoutForce) {
+    for (const std::vector<std::string>& more :
+         {std::vector<std::string>{"out.raw"}, {"out.bmp", "--export", "ImageProcessing_N"}}) {
+        WriteBytes(folder_.Path() / more.front(), "old");
+        const ToolRun run = Run(more.front(), {more.begin() + 1, more.end()}, MustNotBeCalled);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_NE(run.errors.find("--force"), std::string::npos) << run.errors;
+        EXPECT_EQ(ReadBytes(folder_.Path() / more.front()), "old");
+    }
+    EXPECT_EQ(Run("out.raw", {"--force"}, Reverse).exitCode, 0);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out.raw").size(), 8U);
+}
+
+TEST_F(RunCommandTest, NeitherTheFrameNorTheProfileIsEverReplaced) {
+    EXPECT_EQ(Run("in_2x2.raw", {"--force"}, MustNotBeCalled).exitCode, 2);
+    std::filesystem::create_hard_link(folder_.Path() / "p.ini", folder_.Path() / "p.raw");
+    EXPECT_EQ(Run("p.raw", {"--force"}, MustNotBeCalled).exitCode, 2);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), "[General]\nOUTPUTRANGE=1023\n");
+}
+
+TEST_F(RunCommandTest, AMissingFolderIsNoticedBeforeTheWork) {
+    const ToolRun run = Run("missing/out.raw", {}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.errors.find("cannot write"), std::string::npos);
+}
+
+TEST_F(RunCommandTest, ADamagedFrameIsAFailure) {
+    WriteBytes(folder_.Path() / "in_2x2.raw", "1234567");
+    const ToolRun run = Run("out.raw", {}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.errors.find("has 8 bytes, the file has 7"), std::string::npos) << run.errors;
+}
+
+}  // namespace
+}  // namespace vastrelline

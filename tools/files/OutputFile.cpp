@@ -1,0 +1,126 @@
+#include "files/OutputFile.h"
+
+#include <fcntl.h>
+#include <stdio.h>  // renameat2 is no part of <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+namespace vastrelline {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away what new files must not have
+constexpr int kNameAttempts = 100;
+
+std::runtime_error CannotWrite(const std::string& path, int reason) {
+    return std::runtime_error("cannot write '" + path + "': " + std::generic_category().message(reason));
+}
+
+std::runtime_error AlreadyThere(const std::string& path) {
+    return std::runtime_error("'" + path + "' exists already; --force replaces it");
+}
+
+void TestTarget(const std::string& path, bool mayReplace) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::not_found) return;
+    if (fs::is_directory(status)) throw std::runtime_error("'" + path + "' is a folder, not a file");
+    if (error) throw std::runtime_error("cannot write '" + path + "': " + error.message());
+    // A device that is replaced by a rename is gone for everyone.
+    if (!fs::is_regular_file(status)) throw std::runtime_error("'" + path + "' is not a regular file");
+    if (!mayReplace) throw AlreadyThere(path);
+}
+
+// The file that a symbolic link names in the end; any other path as it is.
+std::string FollowLinks(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
+    const fs::path target = fs::weakly_canonical(path, error);
+    return error ? path : target.string();
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int Number() const { return number_; }
+
+private:
+    int number_;
+};
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& path, bool mayReplace)
+    : shownPath_(path), path_(FollowLinks(path)), mayReplace_(mayReplace) {
+    if (path.empty() || fs::path(path).filename().empty())
+        throw std::runtime_error("'" + path + "' names no file");
+    TestTarget(path, mayReplace);
+    const fs::path wanted(path_);
+    for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
+        // Short, so that a path that just fits does not grow too long.
+        const std::string leaf =
+            ".v" + std::to_string(getpid()) + "-" + std::to_string(attempt) + wanted.extension().string();
+        const std::string candidate = (wanted.parent_path() / leaf).string();
+        const Descriptor file(open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
+        if (file.Number() >= 0) {
+            draftPath_ = candidate;
+            return;
+        }
+        if (errno != EEXIST) throw CannotWrite(path, errno);
+    }
+    throw CannotWrite(path, EEXIST);
+}
+
+OutputFile::~OutputFile() {
+    if (!isPublished_) unlink(draftPath_.c_str());
+}
+
+void OutputFile::Write(const std::vector<uint8_t>& bytes) {
+    const Descriptor file(open(draftPath_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    if (file.Number() < 0) throw CannotWrite(shownPath_, errno);
+    size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count = write(file.Number(), bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) throw CannotWrite(shownPath_, count == 0 ? ENOSPC : errno);
+        done += static_cast<size_t>(count);
+    }
+}
+
+void OutputFile::Publish() {
+    {
+        const Descriptor file(open(draftPath_.c_str(), O_RDONLY | O_CLOEXEC));
+        if (file.Number() < 0) throw CannotWrite(shownPath_, errno);
+        if (fsync(file.Number()) != 0) throw CannotWrite(shownPath_, errno);
+    }
+    if (!mayReplace_) {
+        // One step, so that a file that came up meanwhile is not lost.
+        if (renameat2(AT_FDCWD, draftPath_.c_str(), AT_FDCWD, path_.c_str(), RENAME_NOREPLACE) == 0) {
+            isPublished_ = true;
+            return;
+        }
+        if (errno == EEXIST) throw AlreadyThere(shownPath_);
+        if (errno != EINVAL && errno != ENOSYS) throw CannotWrite(shownPath_, errno);
+        // This file system cannot do it in one step.
+        TestTarget(shownPath_, mayReplace_);
+    } else {
+        struct stat old = {};
+        if (stat(path_.c_str(), &old) == 0) chmod(draftPath_.c_str(), old.st_mode & 07777);
+    }
+    if (rename(draftPath_.c_str(), path_.c_str()) != 0) throw CannotWrite(shownPath_, errno);
+    isPublished_ = true;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "frames/Frame.h"
+
+namespace vastrelline {
+
+// Grey PNG files of 8 or 16 bits without transparency, interlaced or not. Levels are taken as they are: no
+// scaling, no gamma.
+//
+// Errors   std::runtime_error with a text for the user: another kind of file or of PNG, damaged, an
+//          unusable size. A size that so short a file cannot hold is refused before memory is taken.
+Frame DecodePng(const std::vector<uint8_t>& bytes);
+
+std::vector<uint8_t> EncodePng16(const Frame& frame);
+
+// levels   width * height
+std::vector<uint8_t> EncodePng8(const std::vector<uint8_t>& levels, int32_t width, int32_t height);
+
+}  // namespace vastrelline

@@ -1,0 +1,50 @@
+#include "library/ExportCall.h"
+
+#include <array>
+#include <optional>
+
+#include "vastrelline.h"
+
+namespace vastrelline {
+namespace {
+
+std::optional<SensorGeometry> MakeGeometry(const ExportRequest& request) {
+    if (!request.geometry) return std::nullopt;
+    const std::array<int32_t, kGeometryValues>& v = *request.geometry;
+    return SensorGeometry{v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8], v[9]};
+}
+
+}  // namespace
+
+int32_t CallExport(ExportRequest& request) {
+    const std::optional<SensorGeometry> values = MakeGeometry(request);
+    const SensorGeometry* const geometry = values ? &*values : nullptr;
+    uint16_t* const input = request.frame.pixels.data();
+    uint16_t* const output = request.output.data();
+    const int32_t width = request.frame.width;
+    const int32_t height = request.frame.height;
+    const char* const profile = request.profile.c_str();
+    const char* const section = request.section.c_str();
+    const uint8_t mapping = request.applyMapping ? 1 : 0;
+    const uint8_t spots = request.applySpotCorrection ? 1 : 0;
+    const char* const bitmap = request.bitmapPath.c_str();
+    switch (request.kind) {
+        case ExportKind::Plain:
+            return ImageProcessing(input, output, width, height, profile, section, mapping, spots);
+        case ExportKind::S:
+            return ImageProcessingS(input, output, width, height, profile, section, mapping, spots, geometry);
+        case ExportKind::N:
+            return ImageProcessing_N(input, width, height, profile, section, mapping, spots, bitmap);
+        case ExportKind::NS:
+            return ImageProcessing_NS(input, width, height, profile, section, mapping, spots, bitmap,
+                                      geometry);
+        case ExportKind::NE:
+            return ImageProcessing_NE(input, width, height, profile, section, mapping, spots, bitmap,
+                                      request.sensorFolder.c_str(), request.sensorMode);
+        case ExportKind::CR:
+            return ImageProcessingCR(input, output, width, height, profile, section);
+    }
+    return VASTRELLINE_INTERNAL_FAILURE;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+#include "library/ExportRequest.h"
+
+namespace vastrelline {
+
+// Calls the shared library's export that the request names. request.output must have as many pixels as
+// request.frame.
+int32_t CallExport(ExportRequest& request);
+
+}  // namespace vastrelline
