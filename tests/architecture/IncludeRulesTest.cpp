@@ -3,6 +3,7 @@
 
 #include "IncludeRules.h"
 #include "TreeFiles.h"
+#include "support/SourceTree.h"
 
 namespace vastrelline {
 
@@ -12,7 +13,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 const SourceTree& OwnTree() {
-    static const SourceTree tree = ReadTreeFiles(std::string(VASTRELLINE_SOURCE_DIR) + "/src");
+    static const SourceTree tree = ReadTreeFiles(SourceTreeFolder() / "src");
     return tree;
 }
 

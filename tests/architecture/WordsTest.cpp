@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "TreeFiles.h"
+#include "support/SourceTree.h"
 
 namespace vastrelline {
 
@@ -44,19 +45,19 @@ bool NamesUnfinishedWork(const std::string& line) {
 }  // namespace
 
 TEST(OwnWords, PointAtNothingOutsideTheTree) {
-    for (const auto& [path, text] : ReadTreeFiles(VASTRELLINE_SOURCE_DIR))
+    for (const auto& [path, text] : ReadTreeFiles(SourceTreeFolder()))
         EXPECT_THAT(FindForeignWords(path, text), IsEmpty());
 }
 
 TEST(OwnWords, LeaveNoWorkUnfinished) {
-    for (const auto& [path, text] : ReadTreeFiles(VASTRELLINE_SOURCE_DIR))
+    for (const auto& [path, text] : ReadTreeFiles(SourceTreeFolder()))
         EXPECT_FALSE(NamesUnfinishedWork(text)) << path;
 }
 
 TEST(OwnWords, FilesStayShort) {
     constexpr std::ptrdiff_t kMostLines = 400;
-    for (const char* folder : {"/src", "/tools", "/include"}) {
-        for (const auto& [path, text] : ReadTreeFiles(std::string(VASTRELLINE_SOURCE_DIR) + folder))
+    for (const char* folder : {"src", "tools", "include"}) {
+        for (const auto& [path, text] : ReadTreeFiles(SourceTreeFolder() / folder))
             EXPECT_LE(std::count(text.begin(), text.end(), '\n'), kMostLines) << path;
     }
 }

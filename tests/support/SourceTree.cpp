@@ -1,0 +1,7 @@
+#include "support/SourceTree.h"
+
+namespace vastrelline {
+
+std::filesystem::path SourceTreeFolder() { return VASTRELLINE_SOURCE_DIR; }
+
+}  // namespace vastrelline
