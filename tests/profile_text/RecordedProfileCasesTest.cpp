@@ -1,10 +1,9 @@
-// Replays recorded behaviour of the platform's profile functions, from a folder that may lie beside the
-// source tree. The record was made with code page 1252, so the engine gets that one here.
+// Replays what the profile functions of Windows answered, as tests/data/profile records it. The record was
+// made with code page 1252, so the engine gets that one here.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -19,16 +18,13 @@
 #include "profile_text/ProfileText.h"
 #include "profile_text/Utf8.h"
 #include "support/ProfileNormalForm.h"
+#include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
 
 using Json = nlohmann::json;
-
-#ifndef VASTRELLINE_SHARED_DIR
-#define VASTRELLINE_SHARED_DIR "../shared"
-#endif
 
 // Code page 1252 from 80 to 9F; the five codes without a character stand for themselves.
 constexpr std::array<wchar_t, 32> kCodePage1252 = {
@@ -228,15 +224,9 @@ void CheckCall(Subject& subject, Json call) {
         EXPECT_EQ(ProfileNormalForm(*after), ProfileNormalForm(*expected));
 }
 
-std::filesystem::path CasesPath() {
-    const char* const folder = std::getenv("VASTRELLINE_SHARED_DIR");
-    return std::filesystem::path(folder == nullptr ? VASTRELLINE_SHARED_DIR : folder) / "profile" /
-           "cases.jsonl";
-}
-
 std::vector<Json> ReadCases() {
     std::vector<Json> cases;
-    std::ifstream file(CasesPath());
+    std::ifstream file(SourceTreeFolder() / "tests/data/profile/cases.jsonl");
     for (std::string line; std::getline(file, line);) cases.push_back(Json::parse(line));
     return cases;
 }
@@ -263,14 +253,9 @@ bool IsAboutTheFile(const std::string& name) {
 
 class RecordedProfileCasesTest : public testing::Test {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(CasesPath()))
-            GTEST_SKIP() << "no recorded cases at " << CasesPath() << " (VASTRELLINE_SHARED_DIR)";
-        cases_ = ReadCases();
-        ASSERT_GE(cases_.size(), 100U);
-    }
+    void SetUp() override { ASSERT_GE(cases_.size(), 100U); }
 
-    std::vector<Json> cases_;
+    const std::vector<Json> cases_ = ReadCases();
 };
 
 template <typename MakeSubject, typename IsWanted>
