@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -12,6 +11,7 @@
 
 #include "support/Frames.h"
 #include "support/MadeFrame.h"
+#include "support/PngFrame.h"
 #include "support/ProfileFolder.h"
 #include "support/RealFrames.h"
 #include "vastrelline.h"
@@ -24,10 +24,11 @@ using Keys = std::vector<std::pair<std::string, std::string>>;
 constexpr int32_t kWidth = 180;
 constexpr int32_t kHeight = 150;
 
-// Of a real radiograph, or, where none lies beside the tree, something of the kind.
-Frame TestFrame() {
-    const std::optional<Frame> piece = ReadPieceOfRealFrame(kWidth, kHeight);
-    return piece ? *piece : MadeRadiograph(kWidth, kHeight);
+// Of a real radiograph, or, where none can be read, something of the kind.
+const Frame& TestFrame() {
+    static const Frame frame =
+        kReadsPng ? ReadPieceOfBitewing(kWidth, kHeight) : MadeRadiograph(kWidth, kHeight);
+    return frame;
 }
 
 // Rounded corners of 20 pixels, for the settings and for the caller.
