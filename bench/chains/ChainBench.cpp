@@ -1,4 +1,5 @@
 // Whole calls: what a host waits for, the reading of the profile included, without log and without dumps.
+// Each runs on a made frame and on a radiograph.
 
 #include <benchmark/benchmark.h>
 
@@ -9,6 +10,7 @@
 #include "config/SensorSettings.h"
 #include "support/BenchSets.h"
 #include "support/ProfileWriter.h"
+#include "support/RealBenchFrame.h"
 #include "support/TemporaryFolder.h"
 #include "vastrelline.h"
 
@@ -51,9 +53,9 @@ void AddLowSequence(ProfileWriter& writer) {
     writer.Section("IP_LOWMODE").Key("03_BLOCK_SIZE", "256").Key("04_BLOCK_SIZE", "128");
 }
 
-void BenchChain(benchmark::State& state, const std::string& section) {
+void BenchChain(benchmark::State& state, const std::string& section, BenchFrame (*makeFrame)()) {
     const TemporaryFolder folder;
-    const BenchFrame source = MakeSoftFrame();
+    const BenchFrame source = makeFrame();
     ProfileWriter writer = SettledProfile(source);
     AddDentalList(writer);
     AddFixedChain(writer);
@@ -81,8 +83,10 @@ void BenchChain(benchmark::State& state, const std::string& section) {
 }
 
 const bool kRegistered = [] {
-    for (const char* section : {"dental", "fixed", "low"})
-        RegisterForAllSets("Chain", section, BenchChain, std::string(section));
+    for (const std::string section : {"dental", "fixed", "low"}) {
+        RegisterForAllSets("Chain", section + "/soft", BenchChain, section, MakeSoftFrame);
+        RegisterForAllSets("Chain", section + "/bitewing", BenchChain, section, ReadBitewingForBench);
+    }
     return true;
 }();
 
