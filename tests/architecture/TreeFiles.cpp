@@ -11,8 +11,10 @@ std::map<std::string, std::string> ReadTreeFiles(const std::filesystem::path& fo
     std::map<std::string, std::string> texts;
     std::filesystem::recursive_directory_iterator entries(folder);
     for (auto entry = begin(entries); entry != end(entries); ++entry) {
-        if (entry.depth() == 0 && leftOut.contains(entry->path().filename()))
+        if (entry.depth() == 0 && leftOut.contains(entry->path().filename())) {
             entry.disable_recursion_pending();
+            continue;
+        }
         if (!entry->is_regular_file()) continue;
         std::ifstream file(entry->path(), std::ios::binary);
         std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
