@@ -6,7 +6,9 @@
 
 #include "operators/separable/GaussPlan.h"
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/AllocZeroed.h"
 #include "pixels/Border.h"
+#include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -29,12 +31,12 @@ int32_t PadToMultiple(int32_t side, int32_t factor) {
 }
 
 // The frame, extended to whole multiples of the factor and reduced by it; none if it would be too large.
-std::unique_ptr<CImageM> ShrinkByFactor(const uint16_t* source, int32_t width, int32_t height,
-                                        int32_t factor) {
+std::optional<OwnedFrame> ShrinkByFactor(const uint16_t* source, int32_t width, int32_t height,
+                                         int32_t factor) {
     constexpr int64_t kLargestExtended = int64_t{1} << 29;
     const int32_t padWidth = PadToMultiple(width, factor);
     const int32_t padHeight = PadToMultiple(height, factor);
-    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return nullptr;
+    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return std::nullopt;
     if (padWidth == 0 && padHeight == 0) return ResizeBilinear(source, width, height, 1.0 / factor);
     const std::optional<std::vector<uint16_t>> padded =
         ExtendImage(source, width, height, padWidth, padHeight, BorderMode::BorderTrailing);
@@ -42,42 +44,35 @@ std::unique_ptr<CImageM> ShrinkByFactor(const uint16_t* source, int32_t width, i
 }
 
 // Enlarges a reduced frame and writes as much of it as the buffer takes.
-void EnlargeInto(uint16_t* buffer, int32_t width, int32_t height, CImageM& reduced, int32_t factor) {
+void EnlargeInto(const FrameView<uint16_t>& buffer, const OwnedFrame& reduced, int32_t factor) {
     const double scale = factor;
-    const int64_t enlargedWidth = int64_t{reduced.Width()} * factor;
-    const int64_t enlargedHeight = int64_t{reduced.Height()} * factor;
+    const int64_t enlargedWidth = int64_t{reduced.width} * factor;
+    const int64_t enlargedHeight = int64_t{reduced.height} * factor;
     // The rows that double write whole pairs; any other scale draws as much as the buffer takes.
-    const bool isExact = enlargedWidth == width && enlargedHeight == height;
-    const bool covers = enlargedWidth >= width && enlargedHeight >= height;
+    const bool isExact = enlargedWidth == buffer.Width() && enlargedHeight == buffer.Height();
+    const bool covers = enlargedWidth >= buffer.Width() && enlargedHeight >= buffer.Height();
     if (isExact || (factor != 2 && covers)) {
-        const ResizeCall call{
-            reduced.Pixels16(), reduced.Width(), reduced.Height(), scale, buffer, width, height};
-        return ResizeVariants().back().run(call);
+        return ResizeVariants().back().run({reduced.pixels.data(), reduced.width, reduced.height, scale,
+                                            buffer.begin(), buffer.Width(), buffer.Height()});
     }
-    const std::unique_ptr<CImageM> expanded =
-        ResizeBilinear(reduced.Pixels16(), reduced.Width(), reduced.Height(), scale);
+    const OwnedFrame enlarged = ResizeBilinear(reduced.pixels.data(), reduced.width, reduced.height, scale);
     // Where a reduced side was truncated, the enlarged frame does not cover all of the buffer.
-    const int32_t rows = std::min(height, expanded->Height());
-    const int32_t columns = std::min(width, expanded->Width());
-    const uint16_t* from = expanded->Pixels16();
-    for (int32_t y = 0; y < rows; ++y) {
-        std::copy_n(from + static_cast<size_t>(y) * static_cast<size_t>(expanded->Width()), columns,
-                    buffer + static_cast<size_t>(y) * static_cast<size_t>(width));
-    }
+    const int32_t rows = std::min(buffer.Height(), enlarged.height);
+    const int32_t columns = std::min(buffer.Width(), enlarged.width);
+    for (int32_t y = 0; y < rows; ++y) std::copy_n(enlarged.View().Row(y), columns, buffer.Row(y));
 }
 
 }  // namespace
 
 std::span<const ResizeVariant> ResizeVariants() { return AllowedVariants(kVariants); }
 
-std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale) {
-    const int32_t resultHeight = TruncateToInt32(height * scale);
+OwnedFrame ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale) {
     const int32_t resultWidth = TruncateToInt32(width * scale);
-    auto result = std::make_unique<CImageM>(L"");
-    result->Set(nullptr, resultWidth, resultHeight, 16, 14, 0, 0, 1, 0, 0, 1.0);
-    if (resultWidth > 0 && resultHeight > 0) {
+    const int32_t resultHeight = TruncateToInt32(height * scale);
+    OwnedFrame result{resultWidth, resultHeight, AllocZeroed<uint16_t>(resultWidth, resultHeight)};
+    if (!result.pixels.empty()) {
         ResizeVariants().back().run(
-            {source, width, height, scale, result->Pixels16(), resultWidth, resultHeight});
+            {source, width, height, scale, result.pixels.data(), resultWidth, resultHeight});
     }
     return result;
 }
@@ -87,15 +82,14 @@ void ReducedScaleGaussian(uint16_t* buffer, int32_t width, int32_t height, int32
     if (factor < 1 || width <= 0 || height <= 0) return;
     // At the scale 1 the way down and up changes nothing.
     if (factor == 1) return GaussFilterReplicate(buffer, width, height, maxValue, sigma);
-    const std::unique_ptr<CImageM> reduced = ShrinkByFactor(buffer, width, height, factor);
-    if (reduced == nullptr) return;
+    std::optional<OwnedFrame> reduced = ShrinkByFactor(buffer, width, height, factor);
+    if (!reduced) return;
     const double reducedSigma = sigma / factor;
-    const std::optional<GaussPlan> plan =
-        PlanGaussReplicate(reduced->Width(), reduced->Height(), reducedSigma);
+    const std::optional<GaussPlan> plan = PlanGaussReplicate(reduced->width, reduced->height, reducedSigma);
     if (!plan) return;
     FilterFrame(
-        {reduced->Pixels16(), reduced->Width(), reduced->Height(), maxValue, plan->kernel, plan->edges});
-    EnlargeInto(buffer, width, height, *reduced, factor);
+        {reduced->pixels.data(), reduced->width, reduced->height, maxValue, plan->kernel, plan->edges});
+    EnlargeInto({buffer, width, height}, *reduced, factor);
 }
 
 }  // namespace vastrelline

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <span>
 
+#include "pixels/OwnedFrame.h"
 #include "platform/InstructionSet.h"
-#include "report/CImageM.h"
 
 namespace vastrelline {
 
@@ -17,9 +16,8 @@ namespace vastrelline {
 // Edges     a place on the last source row or column takes the source pixel at its whole part, without
 //           interpolation in either direction; a place outside gives 0
 // Rounding  truncation toward zero of a sum in doubles
-// Returns   a matrix of 16 bits allocated, 14 stored, whatever the frame's depth
-// Errors    std::length_error for a result that no memory holds, or of negative size
-std::unique_ptr<CImageM> ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale);
+// Errors    std::length_error as AllocZeroed
+OwnedFrame ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale);
 
 // Smooths a frame, in place, by a Gaussian at reduced resolution.
 //

@@ -11,6 +11,7 @@
 #include "operators/separable/RowFilter.h"
 #include "pixels/Border.h"
 #include "pixels/FrameView.h"
+#include "pixels/OwnedFrame.h"
 #include "platform/TextFormat.h"
 #include "stages/pyramid/BandKernels.h"
 #include "stages/pyramid/EnhanceBand.h"
@@ -20,14 +21,9 @@ namespace vastrelline {
 namespace {
 
 // A level of the pyramid. When the next coarser level is made, the band between them takes this one's place.
-struct Level {
-    int32_t width;
-    int32_t height;
-    std::vector<uint16_t> pixels;
+using Level = OwnedFrame;
 
-    uint16_t* Row(int32_t y) { return FrameView(pixels.data(), width, height).Row(y); }
-    int16_t* Band() { return reinterpret_cast<int16_t*>(pixels.data()); }
-};
+int16_t* BandOf(Level& level) { return reinterpret_cast<int16_t*>(level.pixels.data()); }
 
 // The rows of a level drawn twice as large. They are made in pairs: the row that lies on one of the level's,
 // and the one after it.
@@ -40,11 +36,9 @@ public:
         const int32_t width = 2 * level_.width;
         if (y / 2 != made_) {
             made_ = y / 2;
-            const uint16_t* source =
-                level_.pixels.data() + static_cast<size_t>(made_) * static_cast<size_t>(level_.width);
             // A pair sees one row and the next, if there is one.
             const int32_t rows = std::min(level_.height - made_, 2);
-            double_({source, level_.width, rows, 2.0, pair_.data(), width, 2});
+            double_({level_.View().Row(made_), level_.width, rows, 2.0, pair_.data(), width, 2});
         }
         return pair_.data() + static_cast<size_t>(y % 2) * static_cast<size_t>(width);
     }
@@ -109,7 +103,7 @@ public:
             const bool isKept = j > 0 || observer_ != nullptr;
             Expand(levels_[j + 1], form_.isRebuildSmoothed, [&](int32_t y, const uint16_t* row) {
                 if (j == 0 && y < image.Height()) Add(row, level, y, image.Width(), image.Row(y));
-                if (isKept) Add(row, level, y, level.width, level.Row(y));
+                if (isKept) Add(row, level, y, level.width, level.View().Row(y));
             });
             ShowFrame(L"EnhancedSum%d_%dX%d.raw", {static_cast<int32_t>(j), level.width, level.height},
                       level.pixels, level);
@@ -127,7 +121,7 @@ private:
         std::vector<uint16_t> expanded;  // for the observer only
         Expand(coarse, true, [&](int32_t y, const uint16_t* row) {
             if (observer_ != nullptr) expanded.insert(expanded.end(), row, row + fine.width);
-            kernels_.subtract(fine.Row(y), row, static_cast<size_t>(fine.width));
+            kernels_.subtract(fine.View().Row(y), row, static_cast<size_t>(fine.width));
         });
         const auto show = [&](std::wstring_view nameFormat, const std::vector<uint16_t>& pixels) {
             ShowFrame(nameFormat, {band - 1, fine.width, fine.height}, pixels, fine);
@@ -135,8 +129,9 @@ private:
         show(L"PyramidProc_Gaussian%d_%dX%d.raw", expanded);
         show(L"Laplacian%d_%dX%d.raw", fine.pixels);
         if (settings_.APPLY_DIFF_ENHANCE != 0) {
-            EnhanceBand(fine.Band(), fine.width, fine.height, maxValue_, tuning.Gain(), settings_.NOISE_WIDTH,
-                        curve_, tuning.CutLimit(), form_.tailMode, band - 1, observer_);
+            EnhanceBand(BandOf(fine), fine.width, fine.height, maxValue_, tuning.Gain(),
+                        settings_.NOISE_WIDTH, curve_, tuning.CutLimit(), form_.tailMode, band - 1,
+                        observer_);
         }
         show(L"EnhancedLaplacian%d_%dX%d.raw", fine.pixels);
         levels_.push_back(std::move(coarse));
@@ -159,7 +154,7 @@ private:
     // Adds the first `count` values of a row of a level's band to that row of the next coarser level, drawn
     // large.
     void Add(const uint16_t* coarse, Level& level, int32_t y, int32_t count, uint16_t* sums) const {
-        const auto* band = reinterpret_cast<const int16_t*>(level.Row(y));
+        const auto* band = reinterpret_cast<const int16_t*>(level.View().Row(y));
         kernels_.add(coarse, band, static_cast<size_t>(count), maxValue_, sums);
     }
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "operators/resample/Resize.h"
@@ -34,10 +34,8 @@ Frame Processed(Frame frame, const PyramidParams& params, const PyramidForm& for
 }
 
 Frame Resized(const Frame& frame, double scale) {
-    const std::unique_ptr<CImageM> matrix = ResizeBilinear(frame.Data(), frame.width, frame.height, scale);
-    Frame resized(matrix->Width(), matrix->Height());
-    std::copy_n(matrix->Pixels16(), resized.pixels.size(), resized.Data());
-    return resized;
+    OwnedFrame resized = ResizeBilinear(frame.Data(), frame.width, frame.height, scale);
+    return {resized.width, resized.height, std::move(resized.pixels)};
 }
 
 Frame Smoothed(Frame frame, double sigma) {

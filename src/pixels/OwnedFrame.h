@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "pixels/FrameView.h"
+
+namespace vastrelline {
+
+// A frame with its pixels.
+struct OwnedFrame {
+    int32_t width;
+    int32_t height;
+    std::vector<uint16_t> pixels;  // width * height of them
+
+    FrameView<uint16_t> View() { return {pixels.data(), width, height}; }
+    FrameView<const uint16_t> View() const { return {pixels.data(), width, height}; }
+};
+
+}  // namespace vastrelline
