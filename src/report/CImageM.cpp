@@ -2,18 +2,28 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <utility>
+#include <span>
 
 #include "pixels/AllocZeroed.h"
 #include "pixels/Truncate.h"
 #include "report/WindowTable.h"
-#include "sensor/CropBuffer.h"
 
 namespace vastrelline {
 
 namespace {
+
+// How PixelAt reads the raster.
+enum PixelType : int32_t { kUnsigned16 = 0, kSigned16 = 1, kSigned32 = 2, kFloat64 = 3, kUnsigned8 = 4 };
+
+template <typename Pixel>
+double ReadPixel(std::span<const std::byte> row, size_t column) {
+    Pixel pixel{};
+    // A type wider than what is allocated would read past the row's end.
+    if ((column + 1) * sizeof pixel > row.size()) return 0.0;
+    std::memcpy(&pixel, row.data() + column * sizeof pixel, sizeof pixel);
+    return static_cast<double>(pixel);
+}
 
 // The width in bytes rounded up to whole 32-bit words.
 int32_t DisplayStrideOf(int32_t width) {
@@ -22,12 +32,10 @@ int32_t DisplayStrideOf(int32_t width) {
 
 }  // namespace
 
-CImageM::CImageM(std::wstring caption) : m_caption(std::move(caption)) {}
-
 CImageM::CImageM(const void* pixels, int32_t width, int32_t height, int32_t bitsAllocated, int32_t bitsStored,
-                 int32_t windowCenter, int32_t windowWidth, int32_t invert, std::wstring caption,
+                 int32_t windowCenter, int32_t windowWidth, int32_t invert, std::wstring_view caption,
                  int32_t pixelType, int32_t curve, double scale)
-    : CImageM(std::move(caption)) {
+    : CImageM(caption) {
     Set(pixels, width, height, bitsAllocated, bitsStored, windowCenter, windowWidth, invert, pixelType, curve,
         scale);
 }
@@ -63,67 +71,17 @@ void CImageM::Allocate(int32_t width, int32_t height, int32_t bitsAllocated, int
     m_displayRows = height;
     m_displayPad = m_displayStride - width;
     m_pixels = AllocZeroed<std::byte>(m_rowBytes, height);
-    m_display.clear();
-    m_isRenderPending = false;
+    m_display = AllocZeroed<uint8_t>(m_displayStride, m_displayRows);
 }
 
 void CImageM::Render(int32_t windowCenter, int32_t windowWidth) {
+    constexpr int32_t kSignedOffset = 32768;
+    constexpr int32_t kSignedBits = 16;
+    constexpr int32_t kLargestBits = 30;  // the loop over the entries counts one past the last
     if (windowCenter != 0 || windowWidth != 0) {
         m_windowCenter = windowCenter;
         m_windowWidth = windowWidth;
     }
-    m_isRenderPending = true;
-}
-
-size_t CImageM::OffsetOf(int32_t row, int32_t column) const {
-    const size_t elementBytes = static_cast<size_t>(m_bitsAllocated / 8);
-    return static_cast<size_t>(row) * static_cast<size_t>(m_rowBytes) +
-           static_cast<size_t>(column) * elementBytes;
-}
-
-std::byte* CImageM::PixelAddress(int32_t row, int32_t column) {
-    // Whoever takes this may change pixels, which a rendering of before must not show.
-    FinishRendering();
-    return m_pixels.data() + OffsetOf(row, column);
-}
-
-const std::byte* CImageM::PixelAddress(int32_t row, int32_t column) const {
-    return m_pixels.data() + OffsetOf(row, column);
-}
-
-uint16_t* CImageM::Pixels16() { return reinterpret_cast<uint16_t*>(m_pixels.data()); }
-
-double CImageM::PixelAt(int32_t row, int32_t column) const {
-    const auto type = static_cast<ElementType>(m_pixelType);
-    const std::byte* rowStart = m_pixels.data() + static_cast<size_t>(row) * static_cast<size_t>(m_rowBytes);
-    // A type wider than what is allocated would read past the row's end.
-    const size_t end = (static_cast<size_t>(column) + 1) * ElementSize(type);
-    if (end > static_cast<size_t>(m_rowBytes)) return 0.0;
-    return ReadElement(rowStart, static_cast<size_t>(column), type);
-}
-
-const uint8_t* CImageM::DisplayRow(int32_t row) {
-    FinishRendering();
-    return m_display.data() + static_cast<size_t>(row) * static_cast<size_t>(m_displayStride);
-}
-
-void CImageM::SetEqualize(int32_t equalize) {
-    FinishRendering();
-    m_equalize = equalize;
-}
-
-void CImageM::FinishRendering() {
-    if (m_display.empty()) m_display = AllocZeroed<uint8_t>(m_displayStride, m_displayRows);
-    if (m_isRenderPending) DrawRendering();
-    m_isRenderPending = false;
-}
-
-void CImageM::DrawRendering() {
-    constexpr int32_t kSigned16 = 1;
-    constexpr int32_t kUnsigned16 = 0;
-    constexpr int32_t kSignedOffset = 32768;
-    constexpr int32_t kSignedBits = 16;
-    constexpr int32_t kLargestBits = 30;  // the loop over the entries counts one past the last
     const bool isSigned = m_pixelType == kSigned16;
     const int32_t offset = isSigned ? kSignedOffset : 0;
     const int32_t bits = isSigned ? kSignedBits : std::clamp(m_bitsStored, 0, kLargestBits);
@@ -135,8 +93,7 @@ void CImageM::DrawRendering() {
     for (int32_t y = 0; y < m_height; ++y) {
         uint8_t* row = m_display.data() + static_cast<size_t>(y) * static_cast<size_t>(m_displayStride);
         if (isPlain) {
-            const auto* pixels = reinterpret_cast<const uint16_t*>(
-                m_pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(m_rowBytes));
+            const auto* pixels = reinterpret_cast<const uint16_t*>(PixelAddress(y, 0));
             for (int32_t x = 0; x < m_width; ++x)
                 row[x] = table[std::min<size_t>(pixels[x], table.size() - 1)];
             continue;
@@ -147,6 +104,35 @@ void CImageM::DrawRendering() {
         }
     }
     if (m_equalize != 0) EqualizeRendering();
+}
+
+const std::byte* CImageM::PixelAddress(int32_t row, int32_t column) const {
+    const size_t elementBytes = static_cast<size_t>(m_bitsAllocated / 8);
+    return m_pixels.data() + static_cast<size_t>(row) * static_cast<size_t>(m_rowBytes) +
+           static_cast<size_t>(column) * elementBytes;
+}
+
+double CImageM::PixelAt(int32_t row, int32_t column) const {
+    const std::span<const std::byte> bytes(PixelAddress(row, 0), static_cast<size_t>(m_rowBytes));
+    const auto index = static_cast<size_t>(column);
+    switch (m_pixelType) {
+        case kUnsigned16:
+            return ReadPixel<uint16_t>(bytes, index);
+        case kSigned16:
+            return ReadPixel<int16_t>(bytes, index);
+        case kSigned32:
+            return ReadPixel<int32_t>(bytes, index);
+        case kFloat64:
+            return ReadPixel<double>(bytes, index);
+        case kUnsigned8:
+            return ReadPixel<uint8_t>(bytes, index);
+        default:
+            return 0.0;
+    }
+}
+
+const uint8_t* CImageM::DisplayRow(int32_t row) const {
+    return m_display.data() + static_cast<size_t>(row) * static_cast<size_t>(m_displayStride);
 }
 
 void CImageM::EqualizeRendering() {

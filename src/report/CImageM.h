@@ -2,20 +2,18 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace vastrelline {
 
 // A pixel matrix with an 8-bit rendering of it through a window.
-//
-// The rendering is computed when somebody asks for it: most matrices are only steps of a computation, and
-// nobody looks at them. What is seen then is as if Render had drawn at once.
 class CImageM {
 public:
-    explicit CImageM(std::wstring caption);
+    // Captions are without effect: nothing shows one.
+    explicit CImageM(std::wstring_view /*caption*/) {}
     CImageM(const void* pixels, int32_t width, int32_t height, int32_t bitsAllocated, int32_t bitsStored,
-            int32_t windowCenter, int32_t windowWidth, int32_t invert, std::wstring caption,
+            int32_t windowCenter, int32_t windowWidth, int32_t invert, std::wstring_view caption,
             int32_t pixelType, int32_t curve, double scale);
     virtual ~CImageM() = default;
     CImageM(const CImageM&) = delete;
@@ -47,37 +45,25 @@ public:
     int32_t Width() const { return m_width; }
     int32_t Height() const { return m_height; }
     int32_t DisplayStride() const { return m_displayStride; }
-    int32_t WindowCenter() const { return m_windowCenter; }
-    int32_t WindowWidth() const { return m_windowWidth; }
     int32_t BottomUp() const { return m_bottomUp; }
-    const std::wstring& Caption() const { return m_caption; }
 
-    // Where a pixel lies in the raster. What is changed there shows after the next Render only.
-    std::byte* PixelAddress(int32_t row, int32_t column);
+    // Where a pixel lies in the raster.
     const std::byte* PixelAddress(int32_t row, int32_t column) const;
 
-    // The width * height pixels of a matrix with 16 bits allocated, for those who compute on them. A
-    // rendering that is still to be drawn will show what they make of the pixels, and so costs nothing until
-    // then.
-    uint16_t* Pixels16();
-
-    // A pixel's value; 0.0 for an unknown pixel type.
+    // A pixel's value; 0.0 for an unknown pixel type, and where a pixel of the type would end behind its row.
     double PixelAt(int32_t row, int32_t column) const;
 
     // One row of the rendering, DisplayStride() bytes of which Width() are pixels.
-    const uint8_t* DisplayRow(int32_t row);
+    const uint8_t* DisplayRow(int32_t row) const;
 
     // Whether the rendering is equalised by its histogram; from the next Render on.
-    void SetEqualize(int32_t equalize);
+    void SetEqualize(int32_t equalize) { m_equalize = equalize; }
 
 private:
-    size_t OffsetOf(int32_t row, int32_t column) const;
-    void FinishRendering();
-    void DrawRendering();
     void EqualizeRendering();
 
     std::vector<std::byte> m_pixels;
-    std::vector<uint8_t> m_display;  // empty until somebody asks for it
+    std::vector<uint8_t> m_display;
     int32_t m_width = 0;
     int32_t m_height = 0;
     int32_t m_bitsStored = 0;
@@ -91,11 +77,9 @@ private:
     int32_t m_invert = 1;
     int32_t m_curve = 0;
     int32_t m_equalize = 0;
-    std::wstring m_caption;
     double m_scale = 1.0;
     int32_t m_pixelType = 0;
     int32_t m_bottomUp = 1;
-    bool m_isRenderPending = false;
 };
 
 }  // namespace vastrelline

@@ -6,30 +6,16 @@
 #include <stdexcept>
 
 #include "pixels/AllocZeroed.h"
-#include "pixels/Truncate.h"
 
 namespace vastrelline {
 
 namespace {
 
-template <typename Element>
-double ReadAs(const void* buffer, size_t index) {
-    Element element{};
-    std::memcpy(&element, static_cast<const std::byte*>(buffer) + index * sizeof element, sizeof element);
-    return static_cast<double>(element);
-}
-
-template <typename Element>
-void WriteAs(void* buffer, size_t index, Element element) {
-    std::memcpy(static_cast<std::byte*>(buffer) + index * sizeof element, &element, sizeof element);
-}
-
 bool IsElementType(ElementType type) {
     return type >= ElementType::Unsigned16 && type <= ElementType::Unsigned8;
 }
 
-}  // namespace
-
+// Bytes of one element; 2 for a value that is no ElementType.
 size_t ElementSize(ElementType type) {
     switch (type) {
         case ElementType::Signed32:
@@ -45,36 +31,7 @@ size_t ElementSize(ElementType type) {
     return sizeof(uint16_t);
 }
 
-double ReadElement(const void* buffer, size_t index, ElementType type) {
-    switch (type) {
-        case ElementType::Unsigned16:
-            return ReadAs<uint16_t>(buffer, index);
-        case ElementType::Signed16:
-            return ReadAs<int16_t>(buffer, index);
-        case ElementType::Signed32:
-            return ReadAs<int32_t>(buffer, index);
-        case ElementType::Float64:
-            return ReadAs<double>(buffer, index);
-        case ElementType::Unsigned8:
-            return ReadAs<uint8_t>(buffer, index);
-    }
-    return 0.0;
-}
-
-void WriteElement(void* buffer, size_t index, ElementType type, double value) {
-    const int32_t truncated = TruncateToInt32(value);
-    switch (type) {
-        case ElementType::Unsigned16:
-        case ElementType::Signed16:
-            return WriteAs(buffer, index, LowBits16(truncated));
-        case ElementType::Signed32:
-            return WriteAs(buffer, index, truncated);
-        case ElementType::Float64:
-            return WriteAs(buffer, index, value);
-        case ElementType::Unsigned8:
-            return WriteAs(buffer, index, static_cast<uint8_t>(static_cast<uint32_t>(truncated)));
-    }
-}
+}  // namespace
 
 std::vector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight, int32_t left,
                                   int32_t top, int32_t width, int32_t height, ElementType elementType) {

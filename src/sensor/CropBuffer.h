@@ -15,21 +15,12 @@ enum class ElementType : int32_t {
     Unsigned8 = 4,
 };
 
-// Bytes of one element; 2 for a value that is no ElementType.
-size_t ElementSize(ElementType type);
-
-// One element as a double; 0.0 for a value that is no ElementType.
-double ReadElement(const void* buffer, size_t index, ElementType type);
-
-// Stores a double as one element, truncated toward zero, its low bits kept (Float64: as it is). A value that
-// is no ElementType stores nothing.
-void WriteElement(void* buffer, size_t index, ElementType type, double value);
-
 // Cuts a rectangle out of a buffer.
 //
 // source                      sourceWidth * sourceHeight elements
 // left, top, width, height    the rectangle, in elements; what of it lies outside the source is 0
-// Returns                     width * height elements; all bytes 0 for a value that is no ElementType
+// Returns                     width * height elements; for a value that is no ElementType as many of 2 bytes,
+//                             all 0
 // Errors                      a negative size, a row of 2^31 bytes or 2^32 bytes in all: std::length_error
 std::vector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight, int32_t left,
                                   int32_t top, int32_t width, int32_t height, ElementType elementType);

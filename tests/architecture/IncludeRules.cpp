@@ -49,8 +49,7 @@ bool IsListed(const std::string& from, const std::string& to) {
         {"operators/curves", "operators/histogram"},
         {"operators/tile_equalise", "operators/histogram"},
         {"operators/resample", "operators/separable"},
-        // To be cut: a matrix' elements, curves that write files.
-        {"report", "sensor"},
+        // To be cut: curves that write files.
         {"operators/curves", "report"}};
     return arrows.contains({from, to});
 }

@@ -12,7 +12,7 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-Bytes RowOf(CImageM& image, int32_t row) {
+Bytes RowOf(const CImageM& image, int32_t row) {
     const uint8_t* start = image.DisplayRow(row);
     return {start, start + image.DisplayStride()};
 }
@@ -22,29 +22,28 @@ void SetThreeBits(CImageM& image, const std::vector<uint16_t>& pixels, int32_t w
     image.Set(pixels.data(), width, height, 16, 3, 4, 4, 0, 0, 0, 1.0);
 }
 
-TEST(CImageM, EmptyOneHasItsCaptionAndNoSize) {
+TEST(CImageM, EmptyOneHasNoSize) {
     const CImageM image(L"caption");
-    EXPECT_EQ(L"caption", image.Caption());
     EXPECT_EQ(0, image.Width());
     EXPECT_EQ(0, image.Height());
     EXPECT_EQ(1, image.BottomUp());
 }
 
 TEST(CImageM, WindowOfZeroAndZeroBecomesTheUsualOne) {
-    const uint16_t pixel = 0;
-    const CImageM image(&pixel, 1, 1, 16, 14, 0, 0, 1, L"", 0, 0, 1.0);
-    EXPECT_EQ(400, image.WindowCenter());
-    EXPECT_EQ(800, image.WindowWidth());
+    // From 1 to 800 with a slope of 255 / 800: at 400 399 * 0.31875 + 0.5 = 127.7, at 799 254.9.
+    const std::vector<uint16_t> pixels = {1, 400, 799, 800};
+    const CImageM image(pixels.data(), 4, 1, 16, 14, 0, 0, 0, L"", 0, 0, 1.0);
+    EXPECT_EQ((Bytes{0, 127, 254, 255}), RowOf(image, 0));
 }
 
 TEST(CImageM, WindowWithOneZeroStays) {
-    const uint16_t pixel = 0;
-    const CImageM noCentre(&pixel, 1, 1, 16, 14, 0, 5, 1, L"", 0, 0, 1.0);
-    EXPECT_EQ(0, noCentre.WindowCenter());
-    EXPECT_EQ(5, noCentre.WindowWidth());
-    const CImageM noWidth(&pixel, 1, 1, 16, 14, 5, 0, 1, L"", 0, 0, 1.0);
-    EXPECT_EQ(5, noWidth.WindowCenter());
-    EXPECT_EQ(0, noWidth.WindowWidth());
+    // From -1 to 2 with a slope of 63.75.
+    const std::vector<uint16_t> pixels = {0, 1, 2, 400};
+    const CImageM noCentre(pixels.data(), 4, 1, 16, 14, 0, 5, 0, L"", 0, 0, 1.0);
+    EXPECT_EQ((Bytes{64, 128, 255, 255}), RowOf(noCentre, 0));
+    // All from the centre on is white.
+    const CImageM noWidth(pixels.data(), 4, 1, 16, 14, 2, 0, 0, L"", 0, 0, 1.0);
+    EXPECT_EQ((Bytes{0, 0, 255, 255}), RowOf(noWidth, 0));
 }
 
 TEST(CImageM, PixelsAtAndAboveTheTopTakeTheLastEntry) {
@@ -146,19 +145,24 @@ TEST(CImageM, RenderTakesANewWindowAndKeepsItForZeroAndZero) {
     image.Render(2, 4);  // from 1 to 4
     EXPECT_EQ((Bytes{0, 64, 128, 255}), RowOf(image, 0));
     image.Render(0, 0);
-    EXPECT_EQ(2, image.WindowCenter());
     EXPECT_EQ((Bytes{0, 64, 128, 255}), RowOf(image, 0));
 }
 
-TEST(CImageM, ChangedPixelsShowAfterTheNextRenderOnly) {
-    CImageM image(L"");
-    SetThreeBits(image, {4, 4, 4, 4}, 2, 2);
-    const uint16_t changed = 5;
-    std::memcpy(image.PixelAddress(1, 1), &changed, sizeof changed);
-    EXPECT_EQ(5.0, image.PixelAt(1, 1));
-    EXPECT_EQ((Bytes{64, 64, 0, 0}), RowOf(image, 1));
-    image.Render(0, 0);
-    EXPECT_EQ((Bytes{64, 128, 0, 0}), RowOf(image, 1));
+TEST(CImageM, AddressesFollowTheAllocatedBits) {
+    const std::vector<uint16_t> pixels = {1, 2, 3, 4, 5, 6};
+    const CImageM image(pixels.data(), 3, 2, 16, 16, 0, 1, 0, L"", 0, 0, 1.0);
+    uint16_t pixel = 0;
+    std::memcpy(&pixel, image.PixelAddress(1, 2), sizeof pixel);
+    EXPECT_EQ(6, pixel);
+    const CImageM bytes(pixels.data(), 3, 2, 8, 8, 0, 1, 0, L"", 4, 0, 1.0);
+    EXPECT_EQ(5, bytes.PixelAddress(1, 2) - bytes.PixelAddress(0, 0));
+}
+
+TEST(CImageM, TypeWiderThanTheAllocatedBitsReadsNothingBehindItsRow) {
+    const std::vector<uint16_t> pixels = {1, 2};
+    const CImageM image(pixels.data(), 2, 1, 16, 16, 0, 1, 0, L"", 2, 0, 1.0);
+    EXPECT_EQ(0x20001, image.PixelAt(0, 0));
+    EXPECT_EQ(0.0, image.PixelAt(0, 1));
 }
 
 TEST(CImageM, EqualisationRunsOverThePadsAndNotOverTheLastBytes) {

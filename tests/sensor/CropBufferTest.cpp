@@ -20,64 +20,6 @@ constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 constexpr auto kNoType = static_cast<ElementType>(5);
 constexpr auto kNegativeType = static_cast<ElementType>(-1);
 
-TEST(ElementSize, IsThatOfTheElement) {
-    EXPECT_EQ(ElementSize(static_cast<ElementType>(0)), 2U);
-    EXPECT_EQ(ElementSize(static_cast<ElementType>(1)), 2U);
-    EXPECT_EQ(ElementSize(static_cast<ElementType>(2)), 4U);
-    EXPECT_EQ(ElementSize(static_cast<ElementType>(3)), 8U);
-    EXPECT_EQ(ElementSize(static_cast<ElementType>(4)), 1U);
-    EXPECT_EQ(ElementSize(kNoType), 2U);
-    EXPECT_EQ(ElementSize(kNegativeType), 2U);
-}
-
-TEST(ReadElement, GivesEveryTypeAsADouble) {
-    const std::vector<uint16_t> unsigned16 = {1, 65535};
-    const std::vector<int16_t> signed16 = {1, -2};
-    const std::vector<int32_t> signed32 = {1, kLowest};
-    const std::vector<double> float64 = {1, -2.75};
-    const std::vector<uint8_t> unsigned8 = {1, 255};
-    EXPECT_EQ(ReadElement(unsigned16.data(), 1, ElementType::Unsigned16), 65535.0);
-    EXPECT_EQ(ReadElement(signed16.data(), 1, ElementType::Signed16), -2.0);
-    EXPECT_EQ(ReadElement(signed32.data(), 1, ElementType::Signed32), -2147483648.0);
-    EXPECT_EQ(ReadElement(float64.data(), 1, ElementType::Float64), -2.75);
-    EXPECT_EQ(ReadElement(unsigned8.data(), 1, ElementType::Unsigned8), 255.0);
-    EXPECT_EQ(ReadElement(unsigned16.data(), 1, kNoType), 0.0);
-}
-
-// The second of two elements, all ones before, after a write of `value`; the first must stay.
-template <typename Element>
-Element Written(ElementType type, double value) {
-    std::vector<std::byte> buffer(2 * sizeof(Element), std::byte{0xFF});
-    WriteElement(buffer.data(), 1, type, value);
-    for (size_t i = 0; i < sizeof(Element); ++i) EXPECT_EQ(buffer[i], std::byte{0xFF});
-    Element written{};
-    std::memcpy(&written, &buffer[sizeof written], sizeof written);
-    return written;
-}
-
-TEST(WriteElement, TruncatesToTheElement) {
-    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, 7.99), 7);
-    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, -0.99), 0);
-    EXPECT_EQ(Written<int16_t>(ElementType::Signed16, -1.99), -1);
-    EXPECT_EQ(Written<int32_t>(ElementType::Signed32, -70000.5), -70000);
-    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, 255.9), 255);
-    EXPECT_EQ(Written<double>(ElementType::Float64, -1.99), -1.99);
-}
-
-TEST(WriteElement, KeepsTheLowBitsOfWhatDoesNotFit) {
-    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, 70000.0), 70000 - 65536);
-    EXPECT_EQ(Written<int16_t>(ElementType::Signed16, 40000.0), 40000 - 65536);
-    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, 260.7), 4);
-    EXPECT_EQ(Written<uint8_t>(ElementType::Unsigned8, -1.5), 255);
-    EXPECT_EQ(Written<int32_t>(ElementType::Signed32, 1e10), kLowest);
-    EXPECT_EQ(Written<uint16_t>(ElementType::Unsigned16, std::numeric_limits<double>::quiet_NaN()), 0);
-}
-
-TEST(WriteElement, StoresNothingForAnUnknownType) {
-    EXPECT_EQ(Written<uint16_t>(kNoType, 7.0), 65535);
-    EXPECT_EQ(Written<uint16_t>(kNegativeType, 7.0), 65535);
-}
-
 struct CropCase {
     const char* name;
     int32_t left;
