@@ -10,17 +10,6 @@
 namespace vastrelline {
 namespace {
 
-void BenchComputeOtsuThreshold(benchmark::State& state) {
-    const BenchFrame frame = MakeNoiseFrame();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(
-            ComputeOtsuThreshold(frame.pixels.data(), frame.width, frame.height, kBenchMaxValue));
-    ReportPixels(state, frame);
-}
-BENCHMARK(BenchComputeOtsuThreshold)
-    ->Name("ExposureDecision/ComputeOtsuThreshold")
-    ->Unit(benchmark::kMicrosecond);
-
 // The work does not grow with the frame, so this one tells its time only.
 void BenchClassifyExposure(benchmark::State& state) {
     const BenchFrame frame = MakeNoiseFrame();

@@ -9,6 +9,7 @@
 #include "chains/ConfiguredFamily.h"
 #include "config/DoseRecord.h"
 #include "operators/histogram/Histogram.h"
+#include "operators/histogram/OtsuThreshold.h"
 #include "platform/MessageDialog.h"
 #include "platform/TextFormat.h"
 #include "sensor/ExposureDecision.h"

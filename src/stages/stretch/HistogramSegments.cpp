@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "operators/histogram/Histogram.h"
+#include "operators/histogram/OtsuThreshold.h"
 #include "operators/histogram/PixelRange.h"
 #include "operators/histogram/SmoothedCopy.h"
 #include "pixels/Truncate.h"
-#include "sensor/ExposureDecision.h"
 
 namespace vastrelline {
 
