@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CorrectDarkArea(corrected.data(), pixels.data(), options.width, options.height, options.maxValue);
     for (size_t i = 0; i < corrected.size(); ++i) {
         Require(corrected[i] == expected[i] || corrected[i] <= options.maxValue,
-                "what is corrected is held to the range");
+                "what is corrected is clamped to the range");
     }
     return 0;
 }

@@ -118,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     WriteBytes(folder.Path() / "profile.ini", profile);
     WriteBytes(folder.Path() / "Brindmap.ini", profile);
     const CurrentFolder current(folder.Path());
-    // A sensor that does not fit is told at every call; nobody reads it here.
+    // A sensor that does not fit brings a message at every call; nobody reads it here.
     SetSensorProfileRoot(L".");
     SetMessageHandler([](const std::wstring&, MessageIcon) {});
     const int32_t code =

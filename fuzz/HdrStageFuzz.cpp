@@ -51,7 +51,7 @@ Options TakeOptions(InputTail& tail) {
     return options;
 }
 
-// The frame from the input's head, held to the largest value as the stage may ask; where the input is too
+// The frame from the input's head, clamped to the largest value as the stage may ask; where the input is too
 // short, pixels repeat what there is.
 std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
     std::vector<uint16_t> pixels(static_cast<size_t>(options.width) * static_cast<size_t>(options.height));

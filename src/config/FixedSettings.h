@@ -47,7 +47,7 @@ struct FixedSettings {
     int32_t PRE_MEDIAN_SIZE = 3;
     double PRE_GAUSSIAN_SIZE = 1.0;
     double GAUSSIAN_SIZE_CONTRAST = 3.0;
-    double ENAHCNED_RATIO_CONTRAST = 2.0;  // sic: so spelled in every profile
+    double ENAHCNED_RATIO_CONTRAST = 2.0;
     int32_t NOISE_WIDTH_CONTRAST = 0;
     int32_t MODE_CONTRAST = 0;
     int32_t BLOCK_SIZE = 64;

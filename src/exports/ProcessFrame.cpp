@@ -25,14 +25,14 @@ int32_t ReadProcessingMode(const ProcessCall& call) {
     return profile.ReadProfileInt(call.sectionName, L"PROCMODE", kFixedMode);
 }
 
-// Evens out the brightness of the caller's frame, with the product's fixed window.
+// Evens out the brightness of the caller's frame. No key sets the window: it is the same for all sensors.
 void CorrectSpots(const ProcessCall& call) {
     constexpr int32_t kWindow = 15;
     constexpr float kStrength = 1.5F;
     ApplySpotCorrection(call.input, kWindow, call.width, call.height, kStrength);
 }
 
-// Clips the highlights of the caller's frame and lifts very dark frames, with the product's fixed knees.
+// Clips the highlights of the caller's frame and lifts very dark frames. No key sets the knees either.
 void CorrectExposure(const ProcessCall& call) {
     constexpr int32_t kLowKnee = 250;
     constexpr int32_t kHighKnee = 3800;

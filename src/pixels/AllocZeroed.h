@@ -12,7 +12,7 @@ inline constexpr uint64_t kBufferByteLimit = uint64_t{1} << 32;
 
 // A zeroed block of width * height elements, row after row; a one-dimensional table has height 1.
 //
-// Errors   a negative side, or 2^32 bytes or more, cannot be had: std::length_error
+// Errors   std::length_error for a negative side and for 2^32 bytes or more
 template <typename Element>
 std::vector<Element> AllocZeroed(int32_t width, int32_t height) {
     if (width < 0 || height < 0) throw std::length_error("AllocZeroed: negative size");

@@ -145,8 +145,8 @@ void CImageM::EqualizeRendering() {
         for (int32_t x = 0; x < m_width; ++x) ++cumulative[row[x]];
     }
     for (size_t i = 1; i < cumulative.size(); ++i) cumulative[i] += cumulative[i - 1];
-    // One contiguous run of so many bytes as there are pixels, pads included:
-    // that is meant.
+    // One contiguous run of so many bytes as there are pixels, pads included, so that the last pixels are
+    // left out where rows have pads: rendered pictures depend on it.
     for (size_t i = 0; i < total; ++i) {
         m_display[i] = static_cast<uint8_t>(cumulative[m_display[i]] * kWhite / total);
     }

@@ -25,9 +25,9 @@ public:
     //
     // pixels         height rows of width * bitsAllocated / 8 bytes; null leaves all pixels 0
     // height         negative: as its magnitude, and the rows count as bottom-up from then on
-    // bitsStored     significant bits: the window's table ends at 2^bitsStored - 1; held to 0..30
+    // bitsStored     significant bits: the window's table ends at 2^bitsStored - 1; clamped to 0..30
     // windowCenter, windowWidth   in levels; 0 and 0 together stand for 400 and 800
-    // invert         not 0: the rendering is turned over
+    // invert         not 0: the rendering is inverted
     // pixelType      0 unsigned 16-bit, 1 signed 16-bit, 2 signed 32-bit, 3 double, 4 unsigned 8-bit
     // curve          of the window, see BuildWindowTable
     // scale          stored and never read

@@ -13,7 +13,7 @@ constexpr int32_t kWhite = 255;
 
 enum Curve : int32_t { kLogistic = 1, kLogarithmic = 2, kPowerBright = 3, kPowerDark = 4 };
 
-// Held to the range first: a steep curve leaves 32 bits far above a narrow window, and is white there.
+// Clamped first: a steep curve leaves 32 bits far above a narrow window, and is white there.
 uint8_t TruncateToByte(double value) {
     if (!(value > 0)) return 0;  // not a number, too
     return static_cast<uint8_t>(std::min<double>(value, kWhite));
@@ -24,8 +24,8 @@ uint8_t LogisticEntry(int32_t i, int32_t centre, int32_t width) {
     return TruncateToByte(kWhite / (1 + std::exp(exponent)));
 }
 
-// All in 32-bit floats. The lower end has the centre with its sign turned; that
-// is meant.
+// All in 32-bit floats. The lower end takes the centre with its sign changed:
+// rendered pictures depend on it.
 class LogarithmicCurve {
 public:
     LogarithmicCurve(int32_t topValue, int32_t centre, int32_t half) {

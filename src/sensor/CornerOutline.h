@@ -19,8 +19,8 @@ public:
     // How many of the lowest rows a column of the frame hides: 0 to all.
     int32_t HiddenRows(int32_t column) const;
 
-    // The same by the outline of the left corner alone, followed to the middle column and not held to the
-    // frame: 0 or less for none.
+    // The same by the outline of the left corner alone, followed to the middle column and not clamped to
+    // the frame: 0 or less for none.
     int32_t HiddenRowsAtLeft(int32_t column) const;
 
 private:

@@ -37,7 +37,7 @@ void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t widt
 // cutOff        rows that are searched at the top, and the size of a corner that the search does not find
 // cutOffRight   without effect
 // Corners at the top have the size of the first exposed row. Corners at the bottom are found from the bottom
-// up, yet their size is the row's number from the top; that is meant. A mark never leaves its row.
+// up, yet their size is the row's number from the top; results depend on it. A mark never leaves its row.
 void DetectCornerMask(const uint16_t* frame, int32_t width, int32_t height, uint16_t* mask, int32_t cutOff,
                       int32_t cutOffRight);
 

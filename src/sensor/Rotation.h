@@ -20,7 +20,7 @@ int32_t FlipBuffer(uint16_t* buffer, int32_t width, int32_t height, int32_t mode
 
 // Turns, then mirrors a frame in place. The mirror takes `width` and `height` as given, also after a quarter
 // turn: on a frame that is not square the two together mirror with the row length of the unturned frame.
-// That is meant; whoever wants both uses two calls.
+// Hosts depend on it; who wants both makes two calls.
 //
 // rotation   1: 90 degrees clockwise, 2: 90 degrees counterclockwise, 3: 180 degrees, else none
 // flip       1: left to right, 2: top to bottom, 3: both, else none

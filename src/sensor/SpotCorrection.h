@@ -24,7 +24,7 @@ void InvertToBuffer(const uint16_t* frame, uint16_t* inverse, uint16_t peak, siz
 // output, input   width * height pixels each; must not overlap
 // maskSize        below 1: the input is copied
 // Edges           a band of r + 1 pixels at the left and the top and of r at the right and the bottom copies
-//                 the input; the asymmetry is meant
+//                 the input; results depend on the asymmetry
 // Rounding        down
 void SquareBoxMean(uint16_t* output, const uint16_t* input, int32_t maskSize, int32_t width, int32_t height);
 

@@ -104,7 +104,7 @@ int32_t FindIsodataThreshold(const uint16_t* values, int32_t width, int32_t heig
     const FrameView<const uint16_t> all(values, width, height);
     // One bin more than asked for: a value may be equal to `bins`.
     std::vector<uint32_t> histogram(static_cast<size_t>(bins) + 1);
-    // The value at index 0 is left out on purpose.
+    // The value at index 0 is left out: results depend on it.
     for (size_t i = all.Count(); i-- > 1;) {
         if (all.begin()[i] <= bins) ++histogram[all.begin()[i]];
     }

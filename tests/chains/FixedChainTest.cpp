@@ -179,7 +179,7 @@ TEST_F(FixedChainTest, UnsharpRunsWithoutTheStretch) {
 }
 
 // Dark pixels count as corners here. Outward from the middle they mirror the pixels inside, so that the
-// stages see {400, 300, 300, 400, 500, 400} turned over; afterwards they are dark, but for the two markers.
+// stages see {400, 300, 300, 400, 500, 400} inverted; afterwards they are dark, but for the two markers.
 TEST_F(FixedChainTest, CornersAreFilledForTheStagesAndDarkAfterwards) {
     ProfileWriter writer;
     writer.Section("Molar").Key("SAVE_IMAGE", "1");

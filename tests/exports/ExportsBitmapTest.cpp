@@ -25,8 +25,8 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What every run without a sensor profile says: the only thing that may be
-// shown here.
+// The message of every run without a sensor profile: the only one that may
+// be shown here.
 auto IsAboutTheCorners() {
     return testing::Field(&ShownMessages::Message::text, L"Wrong parameters of round-corner mask");
 }

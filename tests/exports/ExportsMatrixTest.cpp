@@ -154,7 +154,7 @@ Frame Processed(Chain chain) {
     return IsConfiguredFamily(chain) ? Corrected() : Columns(709, 819, 4095, 4095);
 }
 
-// The same on the defaults, which turn it over: 3835, 3795, 2595, and 2295 for 1800 or 95 for 4000. The
+// The same on the defaults, which invert it: 3835, 3795, 2595, and 2295 for 1800 or 95 for 4000. The
 // curve's top is 3835: 4095 * (3795, 2595, 2295, 95 / 3835) = 4052.3, 2770.9, 2450.6, 101.4.
 Frame ProcessedOnDefaults(Chain chain) { return Columns(4095, 4052, 2770, chain == Chain::Cr ? 101 : 2450); }
 

@@ -101,7 +101,7 @@ TEST_P(EveryExportTest, EmptyOrNullSectionRunsTheFixedChainOnItsDefaults) {
         arguments.sectionName = section;
         EXPECT_EQ(GetParam().call(arguments), VASTRELLINE_OK);
         if (GetParam().name != "ImageProcessingCR") continue;
-        // Turned over; the linear curve from 0..4095 to 0..4095 is none.
+        // Inverted; the linear curve from 0..4095 to 0..4095 is none.
         EXPECT_THAT(Output(), EqualsFrame(FromRows({{4095, 4070, 4045, 4020, 3995}})));
     }
 }
@@ -201,7 +201,7 @@ TEST_P(EveryExportTest, HostileSizeIsSafeAlsoWhenAnArgumentTestFails) {
 INSTANTIATE_TEST_SUITE_P(Exports, EveryExportTest, testing::ValuesIn(ProcessingExports()),
                          [](const auto& test) { return test.param.name; });
 
-// A section name may be as long as anything where no limit is told; only ImageProcessing_NS has one. Whether
+// A section name may be as long as anything; only ImageProcessing_NS has a limit. Whether
 // the section was found shows in the log that it asks for.
 class LongTextTest : public ExportTest {
 protected:

@@ -47,23 +47,24 @@ INSTANTIATE_TEST_SUITE_P(
         WindowCase{"Logistic", 4, 2, 4, 1, 0, {30, 68, 127, 186, 224}},
         WindowCase{"LogisticInverted", 4, 2, 4, 1, 1, {225, 187, 128, 69, 31}},
         // Ends 6 and max(2 - 4, 1) = 1, k = 255 / ln 6 = 142.318: 1.5, 100.15, 157.85, 198.8, 230.55; then
-        // 256.5 and 278.4 are held to 255.
+        // 256.5 and 278.4 are clamped to 255.
         WindowCase{"Logarithmic", 7, 4, 4, 2, 0, {0, 1, 100, 157, 198, 230, 255, 255}},
         // The upper end is the top value 7: k = 255 / ln 7 = 131.044.
         WindowCase{"LogarithmicEndsAtTheTop", 7, 100, 4, 2, 0, {0, 1, 92, 145, 183, 212, 236, 255}},
-        // The centre's sign is turned: ends 1 + 3 = 4 and 3 - 1 = 2, k = 255 / ln 2 = 367.887. Entry 3 is
+        // The centre's sign is changed: ends 1 + 3 = 4 and 3 - 1 = 2, k = 255 / ln 2 = 367.887. Entry 3 is
         // 0.405465 * 367.887 + 1.5 = 150.67, entry 1 is far below 0.
         WindowCase{"LogarithmicLowerEndHasTheCentreTurned", 4, 1, 6, 2, 0, {0, 0, 1, 150, 255}},
         // Both ends 1: the factor is 0, and 1.5 is left; entry 0 stays 0.
         WindowCase{"LogarithmicWithEqualEnds", 3, 1, 0, 2, 0, {0, 1, 1, 1}},
-        // (1/4)^(1/2.2) = 0.53253, (1/2)^ = 0.72974, (3/4)^ = 0.87742 of 255; above the window held to 255.
+        // (1/4)^(1/2.2) = 0.53253, (1/2)^ = 0.72974, (3/4)^ = 0.87742 of 255; above the window clamped to
+        // 255.
         WindowCase{"PowerBright", 7, 4, 4, 3, 0, {0, 0, 0, 135, 186, 223, 255, 255}},
         // (1/4)^2.2 = 0.047366, (1/2)^2.2 = 0.217638, (3/4)^2.2 = 0.531049 of 255.
         WindowCase{"PowerDark", 7, 4, 4, 4, 0, {0, 0, 0, 12, 55, 135, 255, 255}},
         WindowCase{"PowerDarkInverted", 7, 4, 4, 4, 1, {255, 255, 255, 243, 200, 120, 0, 0}}),
     [](const auto& test) { return std::string(test.param.name); });
 
-// 255 * 65535^2.2 passes 32 bits by far: still white, for entries are held to the range before they become
+// 255 * 65535^2.2 passes 32 bits by far: still white, for entries are clamped to the range before they become
 // whole numbers.
 TEST(WindowTable, SteepCurveStaysWhiteFarAboveTheWindow) {
     const std::vector<uint8_t> table = BuildWindowTable(65535, 0, 1, 4, 0);

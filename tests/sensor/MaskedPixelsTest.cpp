@@ -30,8 +30,8 @@ TEST_P(FillMaskedPixelsTest, MirrorsThePixelsJustInside) {
     EXPECT_THAT(mask, EqualsFrame(maskBefore));
 }
 
-// On an odd width of 2c + 1 both halves are alike. On an even one the right cursor, held at the last column,
-// comes to it twice: the second visit takes the pixel one step further inside.
+// On an odd width of 2c + 1 both halves are alike. On an even one the right cursor, clamped to the last
+// column, comes to it twice: the second visit takes the pixel one step further inside.
 INSTANTIATE_TEST_SUITE_P(
     Rows, FillMaskedPixelsTest,
     testing::Values(
@@ -41,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
                  FromRows({{0, 0, 0, 0, 0, M, M}}), FromRows({{1, 2, 3, 4, 5, 5, 4}})},
         FillCase{"BothCorners", FromRows({{0, 2, 3, 4, 5, 6, 0}}), FromRows({{M, 0, 0, 0, 0, 0, M}}),
                  FromRows({{2, 2, 3, 4, 5, 6, 6}})},
-        // c = 3: column 5 is visited for i = 2 and again, as column 6 held, for i = 3. It takes column 4
+        // c = 3: column 5 is visited for i = 2 and again, as column 6 clamped, for i = 3. It takes column 4
         // first, then column 3.
         FillCase{"LastColumnOfAnEvenWidthIsVisitedTwice", FromRows({{1, 2, 3, 4, 5, 0}}),
                  FromRows({{0, 0, 0, 0, 0, M}}), FromRows({{1, 2, 3, 4, 5, 4}})},

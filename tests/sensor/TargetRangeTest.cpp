@@ -127,13 +127,13 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"ScaleEqualToTheLargestLeavesTheFrame", 1991, 0, kFourPixels, 0.0F, 100, 2000},
         // 4076 * 1900 / 1891 = 4095.4 and 5000 * 1900 / 1891 = 5023.8; 4095 / 20 = 204.75
         RangeCase{"ScaleEndsAt4095", 4076, 0, kFourPixels, 0.0F, 204, 4095},
-        RangeCase{"LargerScaleIsHeldAt4095", 5000, 0, kFourPixels, 0.0F, 204, 4095},
+        RangeCase{"LargerScaleIsClampedTo4095", 5000, 0, kFourPixels, 0.0F, 204, 4095},
         // The low cut of 100 is not below 100.
         RangeCase{"MinimumEqualToTheLowCutDoesNothing", 1891, 100, kFourPixels, 0.0F, 100, 2000},
         // 250 as the low cut: the range is 1741. 1891 * 1900 / 1741 = 2063.7; 2063 / 20 = 103.15
         RangeCase{"MinimumIsAddedToTheLowCut", 1891, 150, kFourPixels, 0.0F, 103, 2063},
         RangeCase{"NegativeMinimumDoesNothing", 1891, -1000, kFourPixels, 0.0F, 100, 2000},
-        // From here on the range is held at 200: 201 * 1900 / 200 = 1909.5; 1909 / 20 = 95.45
+        // From here on the range is clamped to 200: 201 * 1900 / 200 = 1909.5; 1909 / 20 = 95.45
         RangeCase{"HighCutFarBelowTheLowCut", 201, 3000, kFourPixels, 0.0F, 95, 1909},
         RangeCase{"NarrowestRangeIs200", 200, 3000, kFourPixels, 0.0F, 100, 2000},
         // 128 pixels do not pass a count of 128: the low cut is 2000.
@@ -142,8 +142,8 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"NegativeMinCutCutsNothing", 1891, 0, kFourPixels, -1.0F, 100, 2000},
         RangeCase{"MinCutOfAllPixelsLeavesTheFrame", 3000, 0, kFourPixels, 1.0F, 100, 2000},
         RangeCase{"MinCutOfMoreThanAllLeavesTheFrame", 3000, 0, kFourPixels, 7.0F, 100, 2000},
-        // 128 pixels do not pass 128: slot 18 is 100, all below it is 0, and the threshold of 1002 is held at
-        // slot 18.
+        // 128 pixels do not pass 128: slot 18 is 100, all below it is 0, and the threshold of 1002 is clamped
+        // to slot 18.
         RangeCase{"HighCutIsAtMostTheFirstStepFromTheTop", 201, 0, 0.5F, 0.0F, 95, 1909},
         RangeCase{"MaxCutOfAllPixelsFillsNoSlot", 201, 0, 1.0F, 0.0F, 95, 1909},
         // A limit of 0 is passed from the first occupied level on: the table is the same.
@@ -190,7 +190,7 @@ TEST(ApplyTargetRange, PixelsAbove4095CountAs4095ButScaleByTheirOwnLevel) {
     // Level 4095 in the estimate: the high cut is 4086, the range 3986.
     const Frame frame = OfLevels({{100, 128}, {65535, 128}});
     EXPECT_THAT(Ranged(frame, 3986, 0, kFourPixels, 0.0F), EqualsFrame(frame));
-    // 3987 * 65435 / 3986 is held at 4095; 100 / 65535 * 4095 = 6.2
+    // 3987 * 65435 / 3986 is clamped to 4095; 100 / 65535 * 4095 = 6.2
     EXPECT_THAT(Ranged(frame, 3987, 0, kFourPixels, 0.0F), EqualsFrame(OfLevels({{6, 128}, {4095, 128}})));
 }
 

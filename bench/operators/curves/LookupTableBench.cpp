@@ -12,7 +12,7 @@ namespace {
 
 void BenchApplyLookupTable(benchmark::State& state) {
     BenchFrame frame = MakeNoiseFrame();
-    // Turning the levels over keeps noise noise, so that every iteration finds the same work.
+    // Inverting the levels keeps noise noise, so that every iteration finds the same work.
     std::vector<uint16_t> negative(size_t{kBenchMaxValue} + 1);
     for (size_t level = 0; level < negative.size(); ++level)
         negative[level] = static_cast<uint16_t>(kBenchMaxValue - level);

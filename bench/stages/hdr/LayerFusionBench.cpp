@@ -11,7 +11,7 @@
 #include "stages/hdr/GaussianSurface.h"
 #include "stages/hdr/HdrFrame.h"
 #include "stages/hdr/LayerFusion.h"
-#include "support/LiteralFusion.h"
+#include "support/TransformFusion.h"
 
 namespace vastrelline {
 namespace {
@@ -64,7 +64,7 @@ void BenchFusion(benchmark::State& state, InstructionSet limit, int32_t fewerCol
 }
 
 // The plain form, on transforms of the whole image, equalisation included.
-void BenchLiteralHdr(benchmark::State& state, int32_t fewerColumns, int32_t fewerRows) {
+void BenchHdrByTransforms(benchmark::State& state, int32_t fewerColumns, int32_t fewerRows) {
     const BenchFrame original = MakeFrame(fewerColumns, fewerRows);
     BenchFrame normal = original;
     for (auto _ : state) {
@@ -73,8 +73,8 @@ void BenchLiteralHdr(benchmark::State& state, int32_t fewerColumns, int32_t fewe
         BenchFrame hed = original;
         state.ResumeTiming();
         ClaheFrame(hed.pixels.data(), hed.width, hed.height, kBenchMaxValue, kBlockSize, kBins, kSlope);
-        literal::FuseLayers<float>(normal.pixels, hed.pixels, normal.width, normal.height,
-                                   {0, kBenchMaxValue});
+        by_transforms::FuseLayers<float>(normal.pixels, hed.pixels, normal.width, normal.height,
+                                         {0, kBenchMaxValue});
         benchmark::ClobberMemory();
     }
     ReportPixels(state, normal);
@@ -102,7 +102,7 @@ const bool kRegistered = [] {
                                          cut.fewerColumns, cut.fewerRows)
                 ->Unit(benchmark::kMillisecond);
         };
-        add("HdrFrame/literal", BenchLiteralHdr);
+        add("HdrFrame/transforms", BenchHdrByTransforms);
         for (const FusionVariant& variant : FusionVariants()) {
             add(std::string("HdrFrame/") + variant.name, BenchHdr, variant.needs);
             add(std::string("LayerFusion/") + variant.name, BenchFusion, variant.needs);

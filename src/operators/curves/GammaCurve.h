@@ -22,8 +22,8 @@ struct GammaCurve {
 //               1 over low..high
 // limitBin      above 0: low and high leave out levels whose count, smoothed over 50 levels, is not above
 //               it; where no level is left, the frame's own end stays
-// inverse       not 0: the curve is turned over. The tails below low and above high are not, and so do not
-//               join it; that is meant
+// inverse       not 0: the curve is inverted. The tails below low and above high are not, and so do not
+//               join it; results depend on it
 // Rounding      truncation toward zero in doubles, then the low 16 bits
 GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                            int32_t outputRange, double gamma, int32_t limitBin, int32_t inverse);

@@ -30,7 +30,7 @@ void ApplyLookupTable(uint16_t* pixels, int32_t width, int32_t height, std::span
     const FrameView<uint16_t> frame(pixels, width, height);
     constexpr size_t kBlock = 512;
     const auto last = static_cast<uint16_t>(std::min<size_t>(table.size() - 1, 0xFFFF));
-    // The compiler holds whole vectors of pixels to the table. Vectors of table entries, gathered, take
+    // The compiler clamps whole vectors of pixels to the table. Vectors of table entries, gathered, take
     // longer than single ones.
     uint16_t indices[kBlock];
     for (size_t start = 0; start < frame.Count(); start += kBlock) {

@@ -11,8 +11,8 @@ namespace vastrelline {
 
 namespace {
 
-// A logistic of height `span` whose steep part is about `span` levels wide. A span of 0 divides by 0, which
-// is meant: doubles carry it, and the conversion to an integer settles it.
+// A logistic of height `span` whose steep part is about `span` levels wide. A span of 0 divides by 0:
+// doubles carry what comes of it, and the conversion to an integer settles it.
 double Logistic(double span, double weight, double distance) {
     return span / (1 + std::exp((-weight * distance) / span));
 }

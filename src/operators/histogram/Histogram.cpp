@@ -25,15 +25,15 @@ std::vector<uint32_t> CountLevels(const FrameView<const uint16_t>& frame, uint16
     std::vector<uint32_t> counts(4 * stride);
     uint32_t* const tables[4] = {&counts[0], &counts[stride], &counts[2 * stride], &counts[3 * stride]};
     constexpr size_t kBlock = 4096;
-    uint16_t held[kBlock];
+    uint16_t clamped[kBlock];
     for (size_t start = 0; start < frame.Count(); start += kBlock) {
         const uint16_t* pixels = frame.begin() + start;
         const size_t count = std::min(frame.Count() - start, kBlock);
-        // To hold every pixel to the top would cost more than to see that none is above it.
+        // To clamp every pixel to the top would cost more than to see that none is above it.
         if (FindPixelRange(pixels, static_cast<int32_t>(count), 1).largest > last) {
-            std::transform(pixels, pixels + count, held,
+            std::transform(pixels, pixels + count, clamped,
                            [=](uint16_t pixel) { return std::min(pixel, last); });
-            pixels = held;
+            pixels = clamped;
         }
         size_t i = 0;
         for (; i + 4 <= count; i += 4) {

@@ -21,8 +21,8 @@ std::vector<uint32_t> BuildUnclampedHistogram(const uint16_t* pixels, int32_t wi
 // histogram, smoothed   `bins` bins each; must not overlap
 // window                bins of the average, 0 or more; an even one is raised by one. half = window / 2
 // Average               bin i averages the bins i - half to i + half - 1: one short of symmetric on the
-//                       right, yet divided by `window` where all of them exist, so a little low; both are
-//                       meant
+//                       right, yet divided by `window` where all of them exist, so a little low; results
+//                       depend on both
 // Edges                 near the ends: the bins that exist, divided by their number
 // Rounding              down
 // Special case          `bins` not above window + 3: a plain copy

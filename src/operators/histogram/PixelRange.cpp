@@ -21,7 +21,7 @@ PixelRange FindScalar(const uint16_t* pixels, size_t count) {
 #if VASTRELLINE_X86
 
 // Becomes part of each function below, so that the compiler makes vectors of that function's width. With its
-// top bit turned over a pixel orders as a number with a sign, the only one that every x86-64 has vectors for.
+// top bit inverted a pixel orders as a number with a sign, the only one that every x86-64 has vectors for.
 [[gnu::always_inline]] inline PixelRange FindInLanes(const uint16_t* pixels, size_t count) {
     constexpr uint16_t kTopBit = 0x8000;
     if (count == 0) return FindScalar(pixels, count);

@@ -25,7 +25,7 @@ TARGET inline Vector Load(const uint16_t* place) {
 TARGET inline void Store(uint16_t* place, Vector value) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(place), value);
 }
-// This set compares signed words only: pixels are held with their highest bit turned over.
+// This set compares signed words only: pixels are kept with their highest bit inverted.
 TARGET inline Vector TurnHighestBit(Vector value) { return _mm_xor_si128(value, _mm_set1_epi16(-0x8000)); }
 TARGET inline Vector LoadPixels(const uint16_t* pixels) { return TurnHighestBit(Load(pixels)); }
 TARGET inline void StorePixels(uint16_t* pixels, Vector value) { Store(pixels, TurnHighestBit(value)); }

@@ -37,7 +37,7 @@ int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges);
 // sets of the cache.
 size_t FilteredRowStride(int32_t width, int32_t slack);
 
-// The fast loops hold pixels to 16 bits by saturation; for a larger maxValue the low bits count, and the
+// The fast loops clamp pixels to 16 bits by saturation; for a larger maxValue the low bits count, and the
 // plain form has to do it.
 bool IsBeyondFastLoops(int32_t maxValue);
 

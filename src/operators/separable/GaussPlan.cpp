@@ -10,7 +10,7 @@ namespace vastrelline {
 namespace {
 
 // The kernel for sigmas that give none: the values of single-precision constants, whose sum is
-// 1.0000000074505806. Not normalised on purpose.
+// 1.0000000074505806. Results depend on it: never normalise.
 constexpr std::array<double, 5> kFixedKernel = {0.05000000074505806, 0.25, 0.4000000059604645, 0.25,
                                                 0.05000000074505806};
 
@@ -37,7 +37,7 @@ std::optional<GaussPlan> PlanGaussWrap(int32_t width, int32_t height, double sig
 std::optional<GaussPlan> PlanGaussReplicate(int32_t width, int32_t height, double sigma) {
     const int32_t pad = WrappingSubtract(GaussMaskSize(sigma), 1);
     if (pad < 0) return std::nullopt;
-    // Without a reach there is no border either: the fixed kernel then wraps around. That is meant.
+    // Without a reach there is no border either: the fixed kernel then wraps around. Results depend on it.
     return PlanGauss(width, height, sigma, pad == 0 ? EdgeRule::Wrap : EdgeRule::Replicate);
 }
 

@@ -4,7 +4,7 @@
 
 namespace vastrelline {
 
-// What ClaheEqualize says. A refusal leaves the frame as it was, but where memory for one tile's bins runs
+// ClaheEqualize's outcome. A refusal leaves the frame as it was, but where memory for one tile's bins runs
 // out half-way; no caller in the chains asks.
 enum ClaheStatus : int32_t {
     kClaheFinished = 0,       // also for a slope of exactly 1.0, which leaves the frame as it was
@@ -13,7 +13,7 @@ enum ClaheStatus : int32_t {
     // -5 was for a `max` beyond 16 bits, which its type rules out.
     kClaheNoRange = -6,      // `min` is not below `max`
     kClaheTooFewTiles = -7,  // fewer than two tiles on an axis
-    kClaheNoMemory = -8,     // the tiles' curves cannot be had
+    kClaheNoMemory = -8,     // the tiles' curves cannot be allocated
 };
 
 // Contrast-limited adaptive histogram equalisation, in place. Each tile's clipped histogram becomes a curve,

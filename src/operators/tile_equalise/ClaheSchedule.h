@@ -6,8 +6,8 @@
 
 namespace vastrelline {
 
-// How levels fall into bins: (level - min) / binSize, with the level held to min..max first. The division is
-// by multiplication: with p = (x * multiplier) >> 16 it is (p + ((x - p) >> firstShift)) >> secondShift,
+// How levels fall into bins: (level - min) / binSize, with the level clamped to min..max first. The division
+// is by multiplication: with p = (x * multiplier) >> 16 it is (p + ((x - p) >> firstShift)) >> secondShift,
 // which is exact for every x and binSize of 16 bits and needs no more than 16 bits on the way.
 struct BinRule {
     uint16_t min;

@@ -82,8 +82,8 @@ void ClaheTilesScalar(const ClaheCall& call) {
 
     const uint32_t binSize = uint32_t{call.max} - call.min;
     for (uint32_t level = 0; level < padded.binOfLevel.size(); ++level) {
-        const uint32_t held = std::clamp<uint32_t>(level, call.min, call.max);
-        padded.binOfLevel[level] = static_cast<uint16_t>((held - call.min) / (binSize / call.bins + 1));
+        const uint32_t clamped = std::clamp<uint32_t>(level, call.min, call.max);
+        padded.binOfLevel[level] = static_cast<uint16_t>((clamped - call.min) / (binSize / call.bins + 1));
     }
 
     std::vector<uint32_t> maps(size_t{call.tilesX} * call.tilesY * call.bins);

@@ -114,7 +114,7 @@ void MapHistogram(std::span<uint32_t> block, uint16_t min, uint16_t max, uint32_
     for (uint32_t& bin : block) {
         sum += bin;
         const double level = min + static_cast<double>(sum) * static_cast<double>(scale);
-        // Held to `max` before the truncation, which then always fits: the same result without a test.
+        // Clamped to `max` before the truncation, which then always fits: the same result without a test.
         bin = static_cast<uint32_t>(static_cast<int32_t>(std::min<double>(level, max)));
     }
 }

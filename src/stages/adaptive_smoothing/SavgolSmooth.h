@@ -8,7 +8,7 @@ namespace vastrelline {
 // a Gaussian taper, along the rows, then along the columns.
 //
 // maxValue   the largest value stored; below 0 is stored as 0
-// mask       taps, meant to be odd; an even number has one tap less on the right. Below 2 or so wide that the
+// mask       taps, odd in use; an even number has one tap less on the right. Below 2, or so wide that the
 //            frame with the kernel's reach around it would have 2^29 pixels or more: the frame stays as it is
 // order      degree of the fitted polynomial; one that the mask cannot carry leaves the taper alone, and one
 //            whose taps are no numbers leaves the frame as it is

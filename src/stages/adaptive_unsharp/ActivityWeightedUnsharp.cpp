@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "operators/box_mean/BoxMean.h"
+#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/HeldPixel.h"
 #include "pixels/Truncate.h"
 #include "stages/adaptive_unsharp/ValueHistogram.h"
 #include "stages/adaptive_unsharp/WeightTable.h"
@@ -104,7 +104,7 @@ void ActivityWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int
         if (secondRadius > 0 && secondGain > 0) second.smooth = MakeBoxMean(source, secondRadius);
         AddDetail(frame, activity, first, second);
     }
-    for (uint16_t& pixel : frame) pixel = HoldToPixel(pixel, maxValue);
+    for (uint16_t& pixel : frame) pixel = ClampToPixel(pixel, maxValue);
 }
 
 }  // namespace vastrelline

@@ -13,8 +13,8 @@ namespace vastrelline {
 // secondRadius   of the box mean of a second term of detail; 0 and less leave it out
 // gain           of the detail
 // secondGain     of the second term; 0 and less leave it out
-// Result         its low 16 bits, then held to maxValue. So a sum a little below 0 wraps and comes out as
-//                maxValue, or near the top of 16 bits: that is meant
+// Result         its low 16 bits, then clamped to maxValue. So a sum a little below 0 wraps and comes out as
+//                maxValue, or near the top of 16 bits: results depend on it
 void ActivityWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t radius,
                              int32_t baseRadius, int32_t secondRadius, double gain, double secondGain);
 

@@ -7,8 +7,8 @@
 #include "operators/histogram/PixelRange.h"
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
+#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/HeldPixel.h"
 #include "pixels/Truncate.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
 
@@ -59,7 +59,7 @@ void EdgeWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t
     for (size_t i = 0; i < base.size(); ++i) {
         const int32_t detail = original[i] - base[i];
         const double sharpened = base[i] + detail * gains[image[i]];
-        image[i] = HoldToPixel(TruncateToInt32(sharpened), maxValue);
+        image[i] = ClampToPixel(TruncateToInt32(sharpened), maxValue);
     }
 }
 

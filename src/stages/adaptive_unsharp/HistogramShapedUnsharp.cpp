@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/HeldPixel.h"
 #include "stages/adaptive_unsharp/ShapeDetail.h"
 
 namespace vastrelline {
@@ -20,7 +20,7 @@ void HistogramShapedUnsharp(uint16_t* image, int32_t width, int32_t height, int3
     ShapeDetail(shaped.data(), width, height, maxValue, sigma, ratio, noise, mask);
     for (size_t i = 0; i < base.size(); ++i) {
         const int32_t finest = image[i] - base[i];
-        image[i] = HoldToPixel(shaped[i] + finest, maxValue);
+        image[i] = ClampToPixel(shaped[i] + finest, maxValue);
     }
 }
 

@@ -8,7 +8,7 @@ namespace vastrelline {
 // noise, is set aside by a narrow Gaussian and put back at the end without gain.
 //
 // sigma, ratio, noise, mask   as for ShapeDetail
-// Result                      held to 0..maxValue
+// Result                      clamped to 0..maxValue
 void HistogramShapedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, double sigma,
                             double ratio, int32_t noise, uint16_t* mask);
 

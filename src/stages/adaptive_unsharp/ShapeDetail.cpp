@@ -8,8 +8,8 @@
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/HeldPixel.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -97,7 +97,7 @@ void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     const std::vector<double> enhanced = BuildEnhancedDetail(detail, width, height, ratio, noise);
     if (mask == nullptr) {
         for (size_t i = 0; i < detail.size(); ++i) {
-            pixels[i] = HoldToPixel(TruncateToInt32(smooth[i] + enhanced[detail[i]]), maxValue);
+            pixels[i] = ClampToPixel(TruncateToInt32(smooth[i] + enhanced[detail[i]]), maxValue);
         }
         return;
     }
@@ -105,7 +105,7 @@ void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     for (size_t i = 0; i < detail.size(); ++i) {
         const double weight = std::clamp(mask[i] / 255.0, 0.0, 1.0);
         const double mixed = pixels[i] * weight + (smooth[i] + enhanced[detail[i]]) * (1 - weight);
-        pixels[i] = HoldToPixel(TruncateToInt32(mixed), maxValue);
+        pixels[i] = ClampToPixel(TruncateToInt32(mixed), maxValue);
     }
 }
 

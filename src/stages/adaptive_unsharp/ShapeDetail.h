@@ -28,7 +28,7 @@ DetailSegments FindDetailSegments(std::span<const uint32_t> histogram, int32_t l
 // noise    percent, for FindDetailSegments
 // mask     width * height values 0..255, or null for none; changed: smoothed by a Gaussian that wraps around.
 //          Where it is 255 the frame stays, where it is 0 the result counts, between they are mixed
-// Result   truncated toward zero and held to 0..maxValue
+// Result   truncated toward zero and clamped to 0..maxValue
 void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma,
                  double ratio, int32_t noise, uint16_t* mask);
 

@@ -9,7 +9,7 @@ namespace vastrelline {
 // UnsharpStage.h.
 struct UnsharpParams {
     double GAUSSIAN_SIZE_CONTRAST = 3.0;
-    double ENAHCNED_RATIO_CONTRAST = 2.0;  // sic: so spelled in every profile
+    double ENAHCNED_RATIO_CONTRAST = 2.0;  // sic
     int32_t NOISE_WIDTH_CONTRAST = 0;
     int32_t MODE_CONTRAST = 0;
     int32_t PROTECTOUTLINE_CONTRAST = 1;

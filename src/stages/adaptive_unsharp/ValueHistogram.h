@@ -15,7 +15,7 @@ void MinMaxPixels(const uint16_t* pixels, int32_t width, int32_t height, int32_t
 std::vector<uint32_t> ValueHistogram(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin,
                                      int32_t& outMax);
 
-// Holds a frame to its own levels but for the outermost ones: at each end the first level with which more
+// Clamps a frame to its own levels but for the outermost ones: at each end the first level with which more
 // than `fraction` of the pixels, rounded to a whole number, have been passed. From above, the smallest level
 // is not looked at.
 //

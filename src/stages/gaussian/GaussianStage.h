@@ -21,8 +21,8 @@ void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t m
                       int32_t stageNumber);
 
 // The two places of the Gaussian in the fixed chain: one pass with the edge pixels repeated, at
-// PRE_GAUSSIAN_SIZE and POST_GAUSSIAN_SIZE. Both dump as "%02d_PreGaussian.raw", which is meant. The driver
-// runs them only with PRE_GAUSSIAN and POST_GAUSSIAN on.
+// PRE_GAUSSIAN_SIZE and POST_GAUSSIAN_SIZE. Both dump as "%02d_PreGaussian.raw": the number tells them apart.
+// The driver runs them only with PRE_GAUSSIAN and POST_GAUSSIAN on.
 //
 // dumpCounter   the run's next dump number
 void RunPreGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,

@@ -29,8 +29,8 @@ struct FusionMix {
 // The scale of the fusion's arithmetic: 12 bits, whatever the frame's depth.
 inline constexpr double kFusionScale = 4095;
 
-// How a sum becomes a pixel: truncate(4095 * ((sum + shift) / largest * range + low)), in doubles, then held
-// to max from above or else to min from below. What is not a number becomes min.
+// How a sum becomes a pixel: truncate(4095 * ((sum + shift) / largest * range + low)), in doubles, then
+// clamped to max from above or else to min from below. What is not a number becomes min.
 struct FusionStretch {
     double shift;
     double largest;
@@ -85,8 +85,8 @@ struct FusionVariant {
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const FusionVariant> FusionVariants();
 
-// Holds a value to the largest pixel or else to the smallest.
-inline uint16_t HoldToRange(int32_t value, const FusionStretch& stretch) {
+// Clamps a value to the largest pixel or else to the smallest.
+inline uint16_t ClampToRange(int32_t value, const FusionStretch& stretch) {
     if (value > stretch.max) return LowBits16(stretch.max);
     return LowBits16(value < stretch.min ? stretch.min : value);
 }

@@ -46,9 +46,9 @@ TARGET inline Wide LoadWideFloats(const float* place) { return _mm256_cvtps_pd(_
 TARGET inline void StorePixels(uint16_t* pixels, Wide values, const FusionStretch& stretch) {
     const __m128i value = _mm256_cvttpd_epi32(values);
     const __m128i max = _mm_set1_epi32(stretch.max);
-    const __m128i held =
+    const __m128i clamped =
         _mm_blendv_epi8(_mm_max_epi32(value, _mm_set1_epi32(stretch.min)), max, _mm_cmpgt_epi32(value, max));
-    const __m128i words = _mm_and_si128(held, _mm_set1_epi32(0xFFFF));
+    const __m128i words = _mm_and_si128(clamped, _mm_set1_epi32(0xFFFF));
     _mm_storel_epi64(reinterpret_cast<__m128i*>(pixels), _mm_packus_epi32(words, words));
 }
 

@@ -51,9 +51,9 @@ TARGET inline Wide LoadWideFloats(const float* place) {
 TARGET inline void StorePixels(uint16_t* pixels, Wide values, const FusionStretch& stretch) {
     const __m256i value = _mm512_maskz_cvttpd_epi32(kAll, values);
     const __m256i max = _mm256_set1_epi32(stretch.max);
-    const __m256i held = _mm256_blendv_epi8(_mm256_max_epi32(value, _mm256_set1_epi32(stretch.min)), max,
-                                            _mm256_cmpgt_epi32(value, max));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), _mm256_cvtepi32_epi16(held));
+    const __m256i clamped = _mm256_blendv_epi8(_mm256_max_epi32(value, _mm256_set1_epi32(stretch.min)), max,
+                                               _mm256_cmpgt_epi32(value, max));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), _mm256_cvtepi32_epi16(clamped));
 }
 
 #include "stages/hdr/FusionKernelsVector.inl"

@@ -43,7 +43,7 @@ TARGET inline Wide LoadWideFloats(const float* place) { return _mm_setr_pd(place
 TARGET inline void StorePixels(uint16_t* pixels, Wide values, const FusionStretch& stretch) {
     int32_t truncated[4];
     _mm_storeu_si128(reinterpret_cast<__m128i*>(truncated), _mm_cvttpd_epi32(values));
-    for (int32_t i = 0; i < kWideLanes; ++i) pixels[i] = HoldToRange(truncated[i], stretch);
+    for (int32_t i = 0; i < kWideLanes; ++i) pixels[i] = ClampToRange(truncated[i], stretch);
 }
 
 #include "stages/hdr/FusionKernelsVector.inl"

@@ -74,7 +74,7 @@ void StretchRow(const float* sums, const FusionStretch& stretch, int32_t count, 
 uint16_t StretchPixel(double sum, const FusionStretch& stretch) {
     const double stretched = (sum + stretch.shift) / stretch.largest * stretch.range + stretch.low;
     const int32_t value = TruncateToInt32(kFusionScale * stretched);
-    return HoldToRange(value, stretch);
+    return ClampToRange(value, stretch);
 }
 
 const FusionKernels kFusionKernelsScalar = {WidenRow,  MixRows, CombineRows, CombinePairs,

@@ -14,7 +14,7 @@ struct FusionLayer {
 };
 
 // How many layers a frame's size stands for. Both branches divide the width or height by 20; the first rounds
-// down, the second to nearest. That is meant.
+// down, the second to nearest: results depend on it.
 // width, height   0 or more
 int32_t CountFusionLayers(int32_t width, int32_t height);
 

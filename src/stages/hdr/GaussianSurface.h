@@ -13,7 +13,7 @@ namespace vastrelline {
 // an even count lies between two pixels, and that of an odd one is put half a pixel before the middle one.
 std::vector<float> MakeCentredCoordinates(int32_t count);
 
-// The sum of a surface's entries as the method takes it: a running single-precision sum, row after row. It
+// The sum of a surface's entries that blurs are divided by: a running single-precision sum, row after row. It
 // loses every entry below half of its own last place, and so a wide surface's sum is short by some 1e-4 of
 // it, which is part of the picture.
 //

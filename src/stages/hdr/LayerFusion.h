@@ -18,9 +18,9 @@ namespace vastrelline {
 // wfSlope, layerStep       no effect but for 0
 // Edges                    the blur goes round to the opposite edge; the last row of an odd height and the
 //                          last column of an odd width show entries of the spectrum in its place. The last
-//                          row has no say in the range and is held to it
-// Rounding                 truncation. The text of the method is in single precision to the last step; what
-//                          it leaves open is below 1 level of 12 bits
+//                          row has no say in the range and is clamped to it
+// Rounding                 truncation. Before it single precision, whose error stays below 1 level of 12
+//                          bits
 // Not a number             gives `min`: so does a flat frame, which comes out as it was
 // Memory                   up to 16 bytes per pixel
 // Returns                  1, or 0 with nothing changed: for a null image, for a 0 among edgeMax to

@@ -16,7 +16,7 @@ struct LogCurve {
 //
 // ratio     how far along the logarithm the frame begins, as a fraction of its span of levels; its sign has
 //           no effect. Large: nearly straight; small: steep at the start
-// inverse   not 0: turned over; minLevel then maps to one above the frame's range
+// inverse   not 0: inverted; minLevel then maps to one above the frame's range
 LogCurve BuildLogCurve(const uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse);
 
 // Maps a frame through the curve, in place. Levels outside the curve, which its own frame has none of, take

@@ -24,7 +24,7 @@ struct RowBandJob {
     Function run = nullptr;
 };
 
-// How many threads RunOnRowBands starts, held to 1..31 at each use: 2. Nothing in the library writes it.
+// How many threads RunOnRowBands starts, clamped to 1..31 at each use: 2. Nothing in the library writes it.
 int32_t& MedianThreadCount();
 
 // Runs a job over the rows from `firstRow` to `lastRow`, both inclusive, on worker threads of its own, and

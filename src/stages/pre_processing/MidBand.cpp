@@ -7,8 +7,8 @@
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/HeldPixel.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -46,7 +46,7 @@ void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxVa
     for (uint16_t& pixel : frame) {
         const int32_t base = smoothed[i++];
         const int32_t difference = pixel - base;
-        pixel = HoldToPixel(TruncateToInt32(base + difference * params.gain), maxValue);
+        pixel = ClampToPixel(TruncateToInt32(base + difference * params.gain), maxValue);
     }
 }
 
@@ -61,7 +61,7 @@ void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t max
     size_t i = 0;
     for (uint16_t& pixel : frame) {
         const int32_t fine = pixel - smoothed[i];
-        pixel = HoldToPixel(boosted[i] + fine, maxValue);
+        pixel = ClampToPixel(boosted[i] + fine, maxValue);
         ++i;
     }
 }

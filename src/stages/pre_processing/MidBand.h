@@ -17,7 +17,7 @@ struct MidBandParams {
 
 // Lifts the medium-scale structure of a frame, in place, and leaves its finest detail as it is.
 //
-// buffer   width * height pixels; held to maxValue, then to 0
+// buffer   width * height pixels; clamped to maxValue, then to 0
 void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue,
                     const MidBandParams& params);
 
@@ -26,7 +26,7 @@ void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t max
 // smoothing   -1: a box mean, whose radius follows from sigma and is halved for widths below 1000; 1, or any
 //             that would reduce sigma below 0.5: a Gaussian with repeated edges; any other: a Gaussian at
 //             resolution reduced by this factor
-// Rounding    truncation in doubles, then held to maxValue, then to 0
+// Rounding    truncation in doubles, then clamped to maxValue, then to 0
 void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue,
                   const MidBandParams& params, int32_t smoothing);
 

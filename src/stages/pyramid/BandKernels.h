@@ -35,8 +35,8 @@ struct BandKernels {
     // values below 0 lie before it.
     void (*remap)(int16_t* band, size_t count, const int16_t* responses);
 
-    // sum = coarse + band, held to maxValue from above, then to 0 from below; low 16 bits. The sums may take
-    // the band's own place.
+    // sum = coarse + band, clamped to maxValue from above, then to 0 from below; low 16 bits. The sums may
+    // take the band's own place.
     void (*add)(const uint16_t* coarse, const int16_t* band, size_t count, int32_t maxValue, uint16_t* sums);
 };
 

@@ -55,7 +55,7 @@ TARGET void Remap(int16_t* band, size_t count, const int16_t* responses) {
     for (; i < count; ++i) band[i] = responses[band[i]];
 }
 
-TARGET inline uint16_t HeldSum(int32_t sum, int32_t maxValue) {
+TARGET inline uint16_t ClampedSum(int32_t sum, int32_t maxValue) {
     sum = sum > maxValue ? maxValue : sum;
     return static_cast<uint16_t>(sum < 0 ? 0 : sum);
 }
@@ -66,8 +66,8 @@ TARGET void Add(const uint16_t* coarse, const int16_t* band, size_t count, int32
     size_t i = 0;
     for (; i + kBlock <= count; i += kBlock) {
         uint16_t block[kBlock];
-        for (size_t j = 0; j < kBlock; ++j) block[j] = HeldSum(coarse[i + j] + band[i + j], maxValue);
+        for (size_t j = 0; j < kBlock; ++j) block[j] = ClampedSum(coarse[i + j] + band[i + j], maxValue);
         for (size_t j = 0; j < kBlock; ++j) sums[i + j] = block[j];
     }
-    for (; i < count; ++i) sums[i] = HeldSum(coarse[i] + band[i], maxValue);
+    for (; i < count; ++i) sums[i] = ClampedSum(coarse[i] + band[i], maxValue);
 }

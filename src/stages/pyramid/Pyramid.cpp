@@ -59,7 +59,7 @@ public:
     // Goes on to a band; bands count from 1 and come in their order.
     void GoTo(int32_t band) {
         if (settings_.APPLY_VARIABLE_RATIO == 0) return;
-        // The first band takes one share, not two; that is meant.
+        // The first band takes one share, not two: results depend on it.
         const int32_t share = band == 1 ? 1 : band + 1;
         gain_ = settings_.ENHANCED_RATIO * share / settings_.PYRAMID_LAYER;
         // In this order: a ratio below 1 wins.
@@ -173,7 +173,8 @@ private:
     std::vector<Level> levels_;
 };
 
-// How far a side is padded. A side that is a multiple already gains a whole one; that is meant.
+// How far a side is padded. A side that is a multiple already gains a whole one: the
+// results along its end depend on it.
 int64_t PadOf(int32_t side, int64_t multiple) { return multiple - side % multiple; }
 
 }  // namespace

@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
                          15,
                          {4, 15, 4.0, 4.0, 2, 20, 0},
                          {1, 1, 1, 1, 2, 3, 5, 7, 9, 11, 12, 14, 16, 18, 20, 15}},
-        // leftLen alone 0: 15 and not 20 + 3; above the frame 19 + 2, not held. Ramp 20i / 9.
+        // leftLen alone 0: 15 and not 20 + 3; above the frame 19 + 2, not clamped. Ramp 20i / 9.
         StretchCurveCase{"LeftAtZeroEndsAtTheTable",
                          0,
                          12,
@@ -74,8 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
         StretchCurveCase{
             "EndsOfTheRangeAsBounds", 0, 8, {0, 8, 4.0, 4.0, 0, 9, 0}, {0, 1, 2, 3, 4, 5, 6, 7, 8}},
         // One level and right at left: the slope is infinite. Up to 3 as ever: 3 / (1 + e^(4(4 - i) / 3)) is
-        // 0.05, 0.19 and 0.63, raised by 2. Then no integer, held at 0. Above the frame the sum wraps and is
-        // not held: the tail's height over its own start is 3 - 2.
+        // 0.05, 0.19 and 0.63, raised by 2. Then no integer, clamped to 0. Above the frame the sum wraps and
+        // is not clamped: the tail's height over its own start is 3 - 2.
         StretchCurveCase{"RightAtLeftIsBlackAboveIt",
                          1,
                          7,
@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
         // Weight 0 is flat: the dark tail half of 4 levels everywhere, +0.5 truncated; so is the bright one.
         StretchCurveCase{"WeightZeroIsFlat", 0, 9, {3, 6, 0.0, 0.0, 2, 3, 2}, {2, 2, 2, 2, 3, 4, 5, 5, 5, 5}},
         // Weights that are no number: no integer in either tail. The dark one is INT_MIN raised by 2 -
-        // INT_MIN, which wraps to 2; the bright one is held at 0, and not held above the frame.
+        // INT_MIN, which wraps to 2; the bright one is clamped to 0, and not clamped above the frame.
         StretchCurveCase{"WeightsThatAreNoNumber",
                          0,
                          8,
@@ -124,7 +124,7 @@ TEST(StretchCurve, LongTailsAreScaledToTheirLengths) {
         EXPECT_EQ(table[level], entry) << level;
 }
 
-// left far below the darkest pixel turns the dark tail over: -99 / (1 + e^(-4 / 99)) is -50.5, where the ramp
+// left far below the darkest pixel inverts the dark tail: -99 / (1 + e^(-4 / 99)) is -50.5, where the ramp
 // i - 50 begins; the tail's value at the darkest pixel is -99 / (1 + e^4) = -1.8.
 TEST(StretchCurve, LeftBelowTheFrameGoesBelowZero) {
     const std::vector<int32_t> table = BuildStretchCurve(100, 120, 127, {0, 110, 4.0, 4.0, 0, 110, 17});

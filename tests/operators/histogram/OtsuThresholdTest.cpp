@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
         OtsuCase{"OneLevel", Flat(5, 3, 7), 31, 0}, OtsuCase{"BlackFrame", Flat(5, 3, 0), 31, 0},
         OtsuCase{"TopLevelAlone", Flat(5, 3, 31), 31, 0}, OtsuCase{"OnePixel", Flat(1, 1, 9), 31, 0},
         OtsuCase{"PixelsAboveTheTopCountAsTheTop", FromRows({{3, 3, 65535, 40}}), 31, 3},
-        // Held at 31 there is one level only.
+        // Clamped to 31 there is one level only.
         OtsuCase{"AllPixelsAboveTheTop", FromRows({{32, 65535}}), 31, 0},
         OtsuCase{"SixteenBits", FromRows({{60000, 65535}}), 65535, 60000},
         OtsuCase{"TableOfOneLevel", FromRows({{0, 9}}), 0, 0},

@@ -115,7 +115,7 @@ TEST(FilterVariants, WideRowsGiveTheReferenceBits) {
     for (const int32_t width : {127, 128, 129, 255, 257, 521}) ExpectAllVariantsEqual(random, width, 9, 7);
 }
 
-// A limit past 16 bits keeps the low bits; the fast forms must not hold to
+// A limit past 16 bits keeps the low bits; the fast forms must not clamp to
 // 65535 instead.
 TEST(FilterVariants, LimitBeyondSixteenBitsKeepsTheLowBits) {
     const std::vector<double> kernel = {300.0};

@@ -64,7 +64,7 @@ TEST(SeparableFilter, NothingIsLimitedBetweenThePasses) {
     EXPECT_THAT(Filtered(FromRows({{7, 4000}}), {2}), EqualsFrame(FromRows({{28, 4095}})));
 }
 
-TEST(SeparableFilter, ResultIsTruncatedAndHeldToTheRange) {
+TEST(SeparableFilter, ResultIsTruncatedAndClampedToTheRange) {
     // 3 * 0.5 * 0.5 = 0.75, 5 * 0.25 = 1.25, 7 * 0.25 = 1.75.
     EXPECT_THAT(Filtered(FromRows({{3, 5, 7}}), {0.5}), EqualsFrame(FromRows({{0, 1, 1}})));
     // The rows give -100, -190 and 80; the columns, all of one row, multiply by

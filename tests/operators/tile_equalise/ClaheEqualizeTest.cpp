@@ -42,7 +42,7 @@ constexpr StatusCase kStatusCases[] = {
     {"BinsBeyondOneTile", {0, 9, 2, 2, (1U << 20) + 1, 2.0}, -8},
 };
 
-TEST(ClaheEqualize, StatusIsToldAndTheFrameStays) {
+TEST(ClaheEqualize, RefusalHasItsStatusAndLeavesTheFrame) {
     const Frame original = Noise(6, 4, kTwelveBits, 1);
     for (const StatusCase& test : kStatusCases) {
         Frame frame = original;
@@ -113,8 +113,8 @@ TEST(ClaheEqualize, SumsOfLargeTilesWrap) {
     ExpectEqualized(Flat(2 * kTileWidth, 2 * kTileHeight, 0), {0, 65535, 2, 2, 1, 2.0}, expected);
 }
 
-// Held to 10..13, half of each tile falls into the first and half into the last of four bins: the curves are
-// 11 11 11 13 (10 + 0.75 * 2 and 10 + 0.75 * 4).
+// Clamped to 10..13, half of each tile falls into the first and half into the last of four bins: the curves
+// are 11 11 11 13 (10 + 0.75 * 2 and 10 + 0.75 * 4).
 TEST(ClaheEqualize, LevelsOutsideTheRangeCountAsItsEnds) {
     const Frame frame = FromRows({{0, 14, 9, 65535},  //
                                   {65535, 9, 14, 0},

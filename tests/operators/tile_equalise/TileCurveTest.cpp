@@ -47,7 +47,7 @@ TEST(ClipHistogram, GivesTheHandComputedBins) {
 }
 
 // The clipping step by step, with every walk walked.
-void ClipLiterally(Bins& block, uint32_t clip) {
+void ClipStepByStep(Bins& block, uint32_t clip) {
     const auto bins = static_cast<uint32_t>(block.size());
     uint32_t excess = 0;
     for (const uint32_t bin : block) {
@@ -93,7 +93,7 @@ TEST(ClipHistogram, LeavingOutUselessWalksChangesNothing) {
             if (random() % 20 == 0) bin += static_cast<uint32_t>(random() % (3 * bins));
         }
         Bins expected = block;
-        ClipLiterally(expected, clip);
+        ClipStepByStep(expected, clip);
         ClipHistogram(block, clip);
         ASSERT_EQ(expected, block) << "round " << round << ", clip " << clip;
     }
@@ -123,7 +123,7 @@ TEST(MapHistogram, ScaleIsHeldInSinglePrecision) {
     EXPECT_EQ(Bins{6}, block);
 }
 
-TEST(MapHistogram, SumsBeyondTheTileAreHeldToTheTop) {
+TEST(MapHistogram, SumsBeyondTheTileAreClampedToTheTop) {
     Bins block = {3, 2, 4000000000U};
     MapHistogram(block, 5, 65535, 3);
     EXPECT_EQ((Bins{65535, 65535, 65535}), block);

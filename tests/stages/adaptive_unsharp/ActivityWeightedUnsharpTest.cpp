@@ -57,8 +57,8 @@ std::vector<double> WeightsByFormula(const Frame& image, double start, double en
     return weights;
 }
 
-// The method with a frame for each of its quantities.
-Frame SharpenByTheBook(const Frame& image, const Keys& keys, int32_t maxValue) {
+// The same step by step, with a frame for each quantity.
+Frame SharpenStepByStep(const Frame& image, const Keys& keys, int32_t maxValue) {
     const double pi = 3.14159;
     Frame band = MeanOf(image, keys.radius);
     const Frame wide = MeanOf(image, 2 * keys.radius);
@@ -101,11 +101,11 @@ Frame MakeVariedFrame(int32_t width, int32_t height) {
     return frame;
 }
 
-TEST(ActivityWeightedUnsharp, EqualsTheMethodStepByStep) {
+TEST(ActivityWeightedUnsharp, EqualsItsStepsOneByOne) {
     const Frame frame = MakeVariedFrame(64, 50);
     for (const Keys& keys : {Keys{2, 3, 0, 2.0, 2.0}, Keys{3, 1, 5, 1.5, 0.5}, Keys{1, 4, 2, 3.0, -1.0},
                              Keys{4, 40, 1, -2.0, 1.0}, Keys{1, 2, 6, 0.0, 1.0}}) {
-        EXPECT_THAT(Sharpen(frame, keys), EqualsFrame(SharpenByTheBook(frame, keys, 4095))) << keys.radius;
+        EXPECT_THAT(Sharpen(frame, keys), EqualsFrame(SharpenStepByStep(frame, keys, 4095))) << keys.radius;
     }
 }
 
@@ -120,7 +120,7 @@ TEST(ActivityWeightedUnsharp, SumBelowZeroComesOutAtTheLimit) {
     const Frame frame = MakeVariedFrame(64, 50);
     const Keys keys{2, 3, 0, 20.0, 0.0};
     const Frame result = Sharpen(frame, keys);
-    EXPECT_THAT(result, EqualsFrame(SharpenByTheBook(frame, keys, 4095)));
+    EXPECT_THAT(result, EqualsFrame(SharpenStepByStep(frame, keys, 4095)));
     const Frame base = MeanOf(frame, 3);
     int32_t wrapped = 0;
     for (size_t i = 0; i < frame.pixels.size(); ++i)
@@ -160,7 +160,7 @@ TEST(ActivityWeightedUnsharp, SumBelowZeroKeepsItsLowBits) {
     const Frame frame = MakeVariedFrame(64, 50);
     const Keys keys{2, 3, 0, 20.0, 0.0};
     const Frame result = Sharpen(frame, keys, 65535);
-    EXPECT_THAT(result, EqualsFrame(SharpenByTheBook(frame, keys, 65535)));
+    EXPECT_THAT(result, EqualsFrame(SharpenStepByStep(frame, keys, 65535)));
     EXPECT_TRUE(std::any_of(result.pixels.begin(), result.pixels.end(),
                             [](uint16_t pixel) { return pixel > 40000 && pixel < 65535; }));
 }

@@ -84,8 +84,8 @@ TEST(DetailSegments, BinsOutsideTheTableAreEmpty) {
     EXPECT_EQ(FindDetailSegments({}, 65536, 0, 1000).right, 0);
 }
 
-// The method step by step, with a frame for each of its quantities.
-Frame ShapeByTheBook(Frame p, int32_t maxValue, double sigma, double ratio, int32_t noise, Frame* mask) {
+// The same step by step, with a frame for each quantity.
+Frame ShapeStepByStep(Frame p, int32_t maxValue, double sigma, double ratio, int32_t noise, Frame* mask) {
     const int32_t w = p.width;
     const int32_t h = p.height;
     Frame l = p;
@@ -132,12 +132,12 @@ Frame MakeSoftFrame(int32_t width, int32_t height) {
     return frame;
 }
 
-TEST(ShapeDetail, EqualsTheMethodStepByStep) {
+TEST(ShapeDetail, EqualsItsStepsOneByOne) {
     const Frame frame = MakeSoftFrame(61, 47);
     for (const int32_t noise : {0, 20, 100, 400, 100000}) {
         for (const double ratio : {1.0, 2.5, -1.0}) {
             EXPECT_THAT(Shape(frame, 2.0, ratio, noise),
-                        EqualsFrame(ShapeByTheBook(frame, 4095, 2.0, ratio, noise, nullptr)))
+                        EqualsFrame(ShapeStepByStep(frame, 4095, 2.0, ratio, noise, nullptr)))
                 << noise << ", " << ratio;
         }
     }
@@ -157,7 +157,7 @@ TEST(ShapeDetail, MaskMixesWithASoftBorder) {
     for (int32_t y = 0; y < 40; ++y)
         for (int32_t x = 0; x < 60; ++x) mask.At(x, y) = 255;
     Frame smoothMask = mask;
-    const Frame expected = ShapeByTheBook(frame, 4095, 2.0, 3.0, 100, &smoothMask);
+    const Frame expected = ShapeStepByStep(frame, 4095, 2.0, 3.0, 100, &smoothMask);
     Frame usedMask = mask;
     const Frame result = Shape(frame, 2.0, 3.0, 100, &usedMask);
     EXPECT_THAT(result, EqualsFrame(expected));
@@ -209,12 +209,12 @@ TEST(HistogramShapedUnsharp, SmallAndFlatFramesAndHostileKeysAreSafe) {
     EXPECT_THAT(Sharpen(Flat(9, 9, 700), 3.0, 2.0, 50, -1), EqualsFrame(Flat(9, 9, 0)));
 }
 
-// A difference past 16 bits with a sign wraps, on purpose.
+// A difference past 16 bits with a sign wraps: results depend on it.
 TEST(ShapeDetail, DetailIsOfSixteenBits) {
     const Frame spot = Impulse(9, 9, 4, 4, 65535);
     for (const int32_t noise : {0, 100})
         EXPECT_THAT(Shape(spot, 2.0, 1.0, noise, nullptr, 65535),
-                    EqualsFrame(ShapeByTheBook(spot, 65535, 2.0, 1.0, noise, nullptr)));
+                    EqualsFrame(ShapeStepByStep(spot, 65535, 2.0, 1.0, noise, nullptr)));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ TEST(DarkArea, DarkFrameBecomesTheEarlierOne) {
     EXPECT_THAT(Corrected(Flat(20, 20, 1499), before), EqualsFrame(before));
 }
 
-TEST(DarkArea, ResultIsHeldToMaxValue) {
+TEST(DarkArea, ResultIsClampedToMaxValue) {
     EXPECT_THAT(Corrected(Flat(20, 20, 100), Flat(20, 20, 5000)), EqualsFrame(Flat(20, 20, kTwelveBits)));
 }
 

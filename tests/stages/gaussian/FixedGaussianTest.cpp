@@ -51,7 +51,7 @@ TEST_F(FixedGaussianTest, EachPlaceHasItsOwnSigmaOfOneByDefault) {
     EXPECT_THAT(Post(kBrightLeft), EqualsFrame(kAtSigmaZero));
 }
 
-TEST_F(FixedGaussianTest, ResultIsHeldToTheLargestValue) {
+TEST_F(FixedGaussianTest, ResultIsClampedToTheLargestValue) {
     const Frame limited = FromRows({{1000, 1000, 233, 17, 0, 0, 0, 0}});
     EXPECT_THAT(Pre(kBrightLeft, 1000), EqualsFrame(limited));
     EXPECT_THAT(Post(kBrightLeft, 1000), EqualsFrame(limited));

@@ -63,7 +63,7 @@ TEST_F(GaussianStageTest, AnyProtectOutlineButZeroProtects) {
     EXPECT_THAT(Run(kBrightLeft, "07_GAUSSIAN_ProtectOutline=-3\r\n"), EqualsFrame(kBrightLeftProtected));
 }
 
-TEST_F(GaussianStageTest, ResultIsHeldToTheLargestValue) {
+TEST_F(GaussianStageTest, ResultIsClampedToTheLargestValue) {
     EXPECT_THAT(Run(kBrightLeft, "", 1000), EqualsFrame(FromRows({{1000, 1000, 233, 17, 0, 0, 0, 0}})));
 }
 

@@ -11,12 +11,12 @@
 #include "stages/hdr/LayerFusion.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
-#include "support/LiteralFusion.h"
+#include "support/TransformFusion.h"
 
 namespace vastrelline {
 namespace {
 
-using literal::FusionArguments;
+using by_transforms::FusionArguments;
 
 FusionArguments ArgumentsFor(const Frame& frame) {
     const auto [min, max] = std::minmax_element(frame.pixels.begin(), frame.pixels.end());
@@ -69,7 +69,7 @@ Differences Compare(const Frame& expected, const Frame& actual) {
 }
 
 Frame FusedInDoubles(Frame frame, const Frame& hed, const FusionArguments& arguments) {
-    literal::FuseLayers<double>(frame.pixels, hed.pixels, frame.width, frame.height, arguments);
+    by_transforms::FuseLayers<double>(frame.pixels, hed.pixels, frame.width, frame.height, arguments);
     return frame;
 }
 
@@ -123,7 +123,7 @@ TEST_P(FusionSizeTest, AgreesWithDoublePrecision) {
     // The last row of an odd height differs by more in single precision.
     if (normal.width % 2 != 0 || normal.height % 2 != 0) return;
     Frame single = normal;
-    literal::FuseLayers<float>(single.pixels, hed.pixels, single.width, single.height, arguments);
+    by_transforms::FuseLayers<float>(single.pixels, hed.pixels, single.width, single.height, arguments);
     EXPECT_LE(Compare(single, Fused(normal, hed, arguments)).largest, 1);
 }
 
@@ -210,9 +210,9 @@ TEST(LayerFusion, ExtremesOfTheFrameAreReached) {
     }
 }
 
-// A last row far brighter than the rest cannot stretch the range: it is held to the largest pixel, and with
-// it all that is brighter than the other rows.
-TEST(LayerFusion, LastRowIsHeldToARangeThatItHasNoSayIn) {
+// A last row far brighter than the rest cannot stretch the range: it is clamped to the largest pixel, and
+// with it all that is brighter than the other rows.
+TEST(LayerFusion, LastRowIsClampedToARangeThatItHasNoSayIn) {
     Frame normal = MakePicture(64, 64, 5);
     for (uint16_t& pixel : normal.pixels) pixel = static_cast<uint16_t>(pixel / 4);
     for (int32_t x = 0; x < 64; ++x) normal.At(x, 63) = 4095;

@@ -27,7 +27,7 @@ protected:
     FixedRun run_;
 };
 
-TEST_F(FixedInversionTest, PlainModeTurnsTheFrameOverAndWrapsAboveTheTop) {
+TEST_F(FixedInversionTest, PlainModeInvertsTheFrameAndWrapsAboveTheTop) {
     EXPECT_THAT(Invert(FromRows({{0, 1, 2000, 4095, 4096}}), 1),
                 EqualsFrame(FromRows({{4095, 4094, 2095, 0, 65535}})));
 }

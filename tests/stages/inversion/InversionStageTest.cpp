@@ -36,7 +36,7 @@ private:
     ConfiguredRun run_;
 };
 
-TEST_F(InversionStageTest, PlainModeTurnsTheFrameOver) {
+TEST_F(InversionStageTest, PlainModeInvertsTheFrame) {
     EXPECT_THAT(Invert(FromRows({{0, 1}, {2000, 4095}}), kPlain),
                 EqualsFrame(FromRows({{4095, 4094}, {2095, 0}})));
     EXPECT_THAT(Invert(FromRows({{0, 300, 65535}}), kPlain, 0.2, 65535),

@@ -37,7 +37,8 @@ TEST_P(LogCurveTest, EveryLevelTakesItsEntry) {
 // The span is 5 levels.
 // k = 0: 5 * log(i) / log(5) is 0, 0, 2.153, 3.413, 4.307.
 // k = 2: 5 * log((i + 2) / 2) / log(7 / 2) is 0, 1.618, 2.766, 3.657, 4.385.
-// k = 5000: 5 * log(1 + i / 5000) / log(1.001) is a little more than i, so a turned entry falls below 5 - i.
+// k = 5000: 5 * log(1 + i / 5000) / log(1.001) is a little more than i, so an inverted entry falls below 5 -
+// i.
 INSTANTIATE_TEST_SUITE_P(
     Ratios, LogCurveTest,
     testing::Values(LogCurveCase{"Zero", 0.0, {10, 10, 12, 13, 14}, {15, 15, 12, 11, 10}},

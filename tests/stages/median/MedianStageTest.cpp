@@ -119,7 +119,7 @@ TEST_F(MedianStageTest, EachPassFiltersTheOneBefore) {
 }
 
 // Each of the four pixels around the middle sees three pixels of either level that stay, itself, and two of
-// the other four, which are its opposites: every pass turns the four over, for ever.
+// the other four, which are its opposites: every pass swaps the levels of the four, for ever.
 const Frame kBlinker =
     FromRows({{0, 1, 0, 0, 0}, {1, 1, 0, 0, 0}, {0, 1, 1, 1, 0}, {0, 0, 0, 1, 1}, {0, 0, 0, 1, 0}});
 const Frame kBlinkerTurned =

@@ -56,7 +56,7 @@ TEST(RowBands, WithFewerRowsThanThreadsTheLastJobDoesAllRows) {
               (std::vector<Band>{{5, 4, false}, {5, 4, false}, {5, 4, false}, {5, 7, false}}));
 }
 
-TEST(RowBands, CountIsHeldToOneToThirtyOne) {
+TEST(RowBands, CountIsClampedToOneToThirtyOne) {
     EXPECT_EQ(BandsOf(0, 0, 9, 1), (std::vector<Band>{{0, 9, false}}));
     EXPECT_EQ(BandsOf(-5, 0, 9, 1), (std::vector<Band>{{0, 9, false}}));
     const std::vector<Band> bands = BandsOf(1000, 0, 61, 31);

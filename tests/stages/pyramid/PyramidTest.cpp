@@ -109,7 +109,7 @@ TEST_P(PlainPyramidTest, GivesThePixelsOfThePlainWords) {
     }
 }
 
-// With variable ratio, band 1 gets ratio / layers and band i ratio * (i + 1) / layers, both held to 1 from
+// With variable ratio, band 1 gets ratio / layers and band i ratio * (i + 1) / layers, both clamped to 1 from
 // below, then to the ratio from above; the cut limit is divided by 1, 10, 20, ... in turn.
 INSTANTIATE_TEST_SUITE_P(
     Settings, PlainPyramidTest,
@@ -151,7 +151,7 @@ TEST(PyramidProcess, TailBeyondTheNoiseLimitPassesOrGoes) {
 }
 
 // With the same kernel the level below 1000 holds 1000, and the band of 4000 is 3000.
-TEST(PyramidProcess, SumsAreHeldToTheLargestValue) {
+TEST(PyramidProcess, SumsAreClampedToTheLargestValue) {
     const PyramidParams params = {.PYRAMID_LAYER = 2, .GAUSSIAN_SIZE = 0.02, .APPLY_DIFF_ENHANCE = 0};
     EXPECT_THAT(Processed(Flat(3, 2, 4000), params, kConfigured, nullptr, BandCurve::Power, 1000),
                 EqualsFrame(Flat(3, 2, 1000)));

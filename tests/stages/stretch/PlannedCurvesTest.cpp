@@ -14,7 +14,7 @@
 namespace vastrelline {
 namespace {
 
-// What the plan says of a frame is what looking at the frame says.
+// The plan and the frame itself agree on its counts and its range.
 void ExpectSameCounts(const PlannedCurves& plan, const Frame& frame) {
     EXPECT_EQ(plan.MinLevel(), MinPixel(frame.Data(), frame.width, frame.height));
     EXPECT_EQ(plan.MaxLevel(), MaxPixel(frame.Data(), frame.width, frame.height));

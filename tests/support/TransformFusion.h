@@ -14,9 +14,10 @@
 #include <pocketfft_hdronly.h>
 
 // The fusion of layers in its plain form, by two-dimensional transforms of whole images: the definition that
-// the library's own way is measured and timed against. Real is float, as the method says, or double, which
-// tells how far off single precision is; the surface's running sum is in single precision in both.
-namespace vastrelline::literal {
+// the library's fast form is compared with and timed against. Real is float, in which results are defined, or
+// double, which tells how far off single precision is; the surface's running sum is in single precision in
+// both.
+namespace vastrelline::by_transforms {
 
 struct FusionArguments {
     int32_t min;
@@ -202,4 +203,4 @@ void FuseLayers(std::vector<uint16_t>& normalImage, const std::vector<uint16_t>&
     }
 }
 
-}  // namespace vastrelline::literal
+}  // namespace vastrelline::by_transforms

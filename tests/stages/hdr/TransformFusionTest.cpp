@@ -1,4 +1,4 @@
-// The form that the fusion is measured against must itself be right.
+// The form that the fast fusion is compared with must itself be right.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,12 +8,12 @@
 #include <random>
 #include <vector>
 
-#include "support/LiteralFusion.h"
+#include "support/TransformFusion.h"
 
 namespace vastrelline {
 namespace {
 
-using literal::Spectrum;
+using by_transforms::Spectrum;
 
 Spectrum<double> MakeNoiseLine(int32_t length) {
     std::mt19937 random(20240603);
@@ -44,10 +44,10 @@ Spectrum<double> TransformBySums(const Spectrum<double>& line) {
     return result;
 }
 
-class LiteralTransformTest : public testing::TestWithParam<int32_t> {};
+class WholeImageTransformTest : public testing::TestWithParam<int32_t> {};
 
 // As a row, as a column, and back.
-TEST_P(LiteralTransformTest, IsTheSumOverAllTurns) {
+TEST_P(WholeImageTransformTest, IsTheSumOverAllTurns) {
     const int32_t length = GetParam();
     const Spectrum<double> line = MakeNoiseLine(length);
     const Spectrum<double> expected = TransformBySums(line);
@@ -58,23 +58,23 @@ TEST_P(LiteralTransformTest, IsTheSumOverAllTurns) {
         Spectrum<float> values = single;
         const int32_t width = alongRows ? length : 1;
         const int32_t height = alongRows ? 1 : length;
-        literal::Transform(values, width, height, alongRows, true);
+        by_transforms::Transform(values, width, height, alongRows, true);
         for (size_t k = 0; k < values.size(); ++k)
             ASSERT_LT(std::abs(std::complex<double>(values[k]) - expected[k]), tolerance) << k;
-        literal::Transform(values, width, height, alongRows, false, 1.0 / length);
+        by_transforms::Transform(values, width, height, alongRows, false, 1.0 / length);
         for (size_t k = 0; k < values.size(); ++k)
             ASSERT_LT(std::abs(std::complex<double>(values[k]) - line[k]), tolerance) << k;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Long, LiteralTransformTest, testing::Values(97, 512, 997, 1009, 1300));
+INSTANTIATE_TEST_SUITE_P(Long, WholeImageTransformTest, testing::Values(97, 512, 997, 1009, 1300));
 
-TEST(LiteralTransform, IsRightAtAllShortLengths) {
+TEST(WholeImageTransform, IsRightAtAllShortLengths) {
     for (int32_t length = 1; length <= 64; ++length) {
         const Spectrum<double> line = MakeNoiseLine(length);
         const Spectrum<double> expected = TransformBySums(line);
         Spectrum<float> values(line.begin(), line.end());
-        literal::Transform(values, length, 1, true, true);
+        by_transforms::Transform(values, length, 1, true, true);
         for (size_t k = 0; k < values.size(); ++k)
             ASSERT_LT(std::abs(std::complex<double>(values[k]) - expected[k]), 2e-5) << k << " of " << length;
     }
@@ -85,16 +85,16 @@ std::vector<double> Swapped(int32_t width, int32_t height) {
     Spectrum<double> from;
     for (size_t i = 0; i < count; ++i) from.emplace_back(static_cast<double>(i), 0);
     std::vector<double> to(count, -1);
-    literal::SwapQuadrants(from, to, width, height);
+    by_transforms::SwapQuadrants(from, to, width, height);
     return to;
 }
 
-TEST(LiteralSwap, ExchangesTheHalvesOfEvenSizes) {
+TEST(QuadrantSwap, ExchangesTheHalvesOfEvenSizes) {
     EXPECT_EQ(Swapped(4, 2), (std::vector<double>{6, 7, 4, 5, 2, 3, 0, 1}));
 }
 
 // Of 3 x 3 the middle row and column are written twice, the last time by what came from the first.
-TEST(LiteralSwap, DoesNotReachTheLastRowAndColumnOfOddSizes) {
+TEST(QuadrantSwap, DoesNotReachTheLastRowAndColumnOfOddSizes) {
     EXPECT_EQ(Swapped(3, 3), (std::vector<double>{4, 3, -1, 1, 0, -1, -1, -1, -1}));
 }
 
