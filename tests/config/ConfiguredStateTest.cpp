@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <type_traits>
 
 #include "config/ConfiguredState.h"
 
@@ -21,12 +20,6 @@ TEST(ConfiguredState, IsOneObjectForTheWholeProcess) {
     EXPECT_EQ(SharedConfiguredState().SectionName, L"kept");
     EXPECT_EQ(SharedConfiguredState().DumpNumber, before.DumpNumber + 41);
     state = before;
-}
-
-TEST(ConfiguredState, SwitchesAndNumberAreSignedAnd32BitsWide) {
-    EXPECT_TRUE((std::is_same_v<decltype(ConfiguredState::SaveLog), int32_t>));
-    EXPECT_TRUE((std::is_same_v<decltype(ConfiguredState::SaveImage), int32_t>));
-    EXPECT_TRUE((std::is_same_v<decltype(ConfiguredState::DumpNumber), int32_t>));
 }
 
 }  // namespace

@@ -56,10 +56,11 @@ TEST(OutputMapping, MapsEveryPixelOfAFrame) {
     EXPECT_THAT(frame, EqualsFrame(FromRows({{1228, 2047, 2905}, {2905, 1638, 2457}})));
 }
 
-TEST(OutputMapping, EmptyFrameIsNoWork) {
-    Frame frame(0, 5);
-    ApplyOutputMapping(frame.Data(), 0, 5);
-    EXPECT_TRUE(frame.pixels.empty());
+TEST(OutputMapping, FrameWithoutRowsOrColumnsIsNoWork) {
+    Frame frame = FromRows({{7, 2000}});
+    ApplyOutputMapping(frame.Data(), 0, 2);
+    ApplyOutputMapping(frame.Data(), 2, 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{7, 2000}})));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -36,7 +37,7 @@ TEST(EdgeWeightedUnsharp, GainFollowsTheSquareOfTheEdge) {
                                       {0, 0, 20, 100, 120, 110, 70, 60, 60}})));
 }
 
-TEST(EdgeWeightedUnsharp, ResultIsHeldToTheRangeAndTruncated) {
+TEST(EdgeWeightedUnsharp, ResultIsClampedToTheRangeAndTruncated) {
     // Base 10 around the middle; one gain: 10 + 80 * 2 = 170 and 10 - 10 * 2 = -10.
     const Frame frame = Impulse(5, 5, 2, 2, 90);
     EXPECT_THAT(Sharpen(frame, kSigmaOfRadius1, 2.0, 200), EqualsFrame(Impulse(5, 5, 2, 2, 170)));
@@ -92,7 +93,7 @@ TEST(EdgeWeightedUnsharp, RatioWithoutANumberGivesZeroAtTheEdges) {
     }
 }
 
-TEST(BandDifferenceUnsharp, GivesTheFrameHeldToTheRange) {
+TEST(BandDifferenceUnsharp, GivesTheFrameClampedToTheRange) {
     const Frame frame = FromRows({{0, 1, 99, 100, 101, 65535}});
     const auto run = [&](int32_t maxValue) {
         Frame result = frame;
@@ -115,6 +116,12 @@ TEST(EdgeWeightedUnsharp, SmallFramesAndHostileKeysAreSafe) {
                 for (const int32_t noise : {kSmallest, kLargest})
                     for (const uint16_t pixel : Sharpen(frame, sigma, 2.0, noise, reduce).pixels)
                         ASSERT_LE(pixel, 4095);
+        // Without a smoothing there is no detail for any gain: the limit alone remains.
+        Frame limited = frame;
+        for (uint16_t& pixel : limited.pixels) pixel = std::min<uint16_t>(pixel, 4095);
+        for (const int32_t reduce : {0, kSmallest})
+            for (const int32_t noise : {kSmallest, kLargest})
+                EXPECT_THAT(Sharpen(frame, 3.0, 2.0, noise, reduce), EqualsFrame(limited)) << reduce;
     }
 }
 

@@ -7,7 +7,6 @@
 #include <limits>
 #include <vector>
 
-#include "operators/resample/Resize.h"
 #include "platform/InstructionSet.h"
 #include "stages/pre_contrast/PreContrast.h"
 #include "support/FrameMatcher.h"
@@ -99,13 +98,33 @@ TEST(PreContrast, MaskOfZeroIsTheFixedKernelAroundTheEdges) {
                 EqualsFrame(FromRows({{700, 125, 25, 0, 0, 25, 125}})));
 }
 
-TEST(PreContrast, DefaultsSmoothAtHalfResolution) {
-    const Frame frame = Noise(41, 30, kTwelveBits, 12);
-    std::vector<uint16_t> smoothed = frame.pixels;
-    ReducedScaleGaussian(smoothed.data(), 41, 30, kTwelveBits, 15.0, 2);
+// At half resolution only pixels on even columns of even rows are seen. All of these are 1000, so the
+// smoothed frame is, but for a level that the Gaussian may lose: 1000 + 100 * 1.25 is 1125, 999 + 101 * 1.25
+// is 1125.25.
+TEST(PreContrast, DefaultsSmoothAtHalfResolutionAndAddAQuarter) {
+    Frame frame = Flat(41, 30, 1000);
     Frame expected = frame;
-    AmplifyDifferenceScalar({expected.Data(), smoothed.data(), smoothed.size(), kTwelveBits, 1.25});
+    for (int32_t y = 0; y < 30; ++y) {
+        for (int32_t x = 0; x < 41; ++x) {
+            if (x % 2 == 0 && y % 2 == 0) continue;
+            frame.At(x, y) = (x + y) % 3 == 0 ? 900 : 1100;
+            expected.At(x, y) = (x + y) % 3 == 0 ? 875 : 1125;
+        }
+    }
     EXPECT_THAT(Enhanced(frame, {}), EqualsFrame(expected));
+}
+
+// The mask of 15 is one of 7.5 there, whose kernel reaches 19 pixels. Columns 0, 2, ... 78 of the step's dark
+// side are 0 to 39 then, so column 40 is the last that sees none of the bright side, and column 42 sees it
+// with the outermost tap, exp(-19^2 / (2 * 7.5^2)) / 18.6 = 0.00217, which is 2 levels: 1002 - 2 * 1.25 =
+// 999.5.
+TEST(PreContrast, DefaultMaskReaches38Pixels) {
+    Frame frame = Flat(160, 2, 1000);
+    for (int32_t y = 0; y < 2; ++y)
+        for (int32_t x = 80; x < 160; ++x) frame.At(x, y) = 2000;
+    const Frame enhanced = Enhanced(frame, {});
+    EXPECT_EQ(enhanced.At(40, 0), 1000);
+    EXPECT_EQ(enhanced.At(42, 0), 999);
 }
 
 // The smoothing may lose one level of a flat frame; the difference of 1 makes up for it.

@@ -58,14 +58,25 @@ TEST(DetailPower, SmallestBelowOneLeavesEverything) {
     EXPECT_EQ(Mapped(mixed, {2.0F, 1.0F, 1.0F}), mixed);
 }
 
-TEST(DetailPower, HostileParametersAreSafe) {
+// What no 32-bit integer holds is the smallest one. Of a weight of 1e38 nothing is left where the curve gives
+// the value itself: 100 - 100e38 + 100e38 is 0 in doubles. The knee of the last ones lies at 0.0125 of the
+// largest, and 0.0125 to the power of infinity is 0, to that of its opposite infinite.
+TEST(DetailPower, HostileParametersHaveTheirResults) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-    for (const float value : {kInfinity, -kInfinity, kNan, 1e38F, -1e38F}) {
-        EXPECT_EQ(Mapped({25, 100}, {value, 1.0F, 0.5F}).size(), 2U);
-        EXPECT_EQ(Mapped({25, 100}, {1.0F, value, 0.5F}).size(), 2U);
-        EXPECT_EQ(Mapped({25, INT32_MAX}, {1.0F, 1.0F, value}).size(), 2U);
-    }
+    const std::vector<int32_t> none = {INT32_MIN, INT32_MIN};
+    for (const float alpha : {kInfinity, -kInfinity, kNan, 1e38F, -1e38F})
+        EXPECT_EQ(Mapped({25, 100}, {alpha, 1.0F, 0.5F}), none) << alpha;
+    for (const float weight : {kInfinity, -kInfinity, kNan})
+        EXPECT_EQ(Mapped({25, 100}, {1.0F, weight, 0.5F}), none) << weight;
+    for (const float weight : {1e38F, -1e38F})
+        EXPECT_EQ(Mapped({25, 100}, {1.0F, weight, 0.5F}), (std::vector<int32_t>{INT32_MIN, 0})) << weight;
+    for (const float power : {kInfinity, 1e38F, kNan})
+        EXPECT_EQ(Mapped({25, INT32_MAX}, {1.0F, 1.0F, power}), (std::vector<int32_t>{INT32_MIN, INT32_MAX}))
+            << power;
+    for (const float power : {-kInfinity, -1e38F})
+        EXPECT_EQ(Mapped({25, INT32_MAX}, {1.0F, 1.0F, power}), (std::vector<int32_t>{0, INT32_MAX}))
+            << power;
 }
 
 }  // namespace

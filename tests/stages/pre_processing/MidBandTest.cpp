@@ -14,6 +14,8 @@ namespace vastrelline {
 namespace {
 
 constexpr int32_t kTwelveBits = 4095;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 MidBandParams Params(double sigma, double gain) { return {sigma, gain, 1.0F, 1.0F, 0.0F, 1.0F}; }
 
@@ -77,15 +79,41 @@ TEST(MidBandBoost, OtherSmoothingIsAGaussian) {
     EXPECT_THAT(Boosted(frame, 1.0, 2.0, 2), EqualsFrame(TwiceLess(frame, smoothed)));
 }
 
-TEST(MidBandBoost, HostileNumbersAreSafe) {
-    for (const double value : {std::numeric_limits<double>::quiet_NaN(),
-                               std::numeric_limits<double>::infinity(), -1e308, 1e308, -6.0, 4e8, 1e9}) {
-        for (const int32_t smoothing : {-1, 0, 1, 2, INT32_MIN, INT32_MAX}) {
-            Boosted(Noise(5, 4, kTwelveBits, 1), value, 2.0, smoothing);
-            Boosted(Noise(5, 4, kTwelveBits, 1), 1.0, value, smoothing);
-        }
+// None of these sigmas has a kernel that runs, so the smoothed copy is the frame, and no gain finds a
+// difference. Without a smoothing to pick, 0 and INT32_MAX leave the copy alone as well.
+TEST(MidBandBoost, SigmaThatCannotSmoothLeavesTheFrame) {
+    const Frame frame = Noise(5, 4, kTwelveBits, 1);
+    for (const double sigma : {kNotANumber, kInfinity, -kInfinity, -1e308, 1e308, -6.0, 1e9}) {
+        for (const int32_t smoothing : {-1, 0, 1, 2, INT32_MIN, INT32_MAX})
+            EXPECT_THAT(Boosted(frame, sigma, 2.0, smoothing), EqualsFrame(frame))
+                << sigma << ' ' << smoothing;
     }
-    SUCCEED();
+    for (const int32_t smoothing : {0, 1, 2, INT32_MIN, INT32_MAX})
+        EXPECT_THAT(Boosted(frame, 4e8, 2.0, smoothing), EqualsFrame(frame)) << smoothing;
+}
+
+// A kernel of 2 * 10^9 taps makes a box half as wide, of which nearly all lies beyond the frame and repeats
+// its corners, a quarter each. The rows' means are 2000.5 and 201.5, the columns' 1100.5, rounded down.
+TEST(MidBandBoost, WideBoxSeesTheCorners) {
+    Frame frame = Noise(5, 4, kTwelveBits, 1);
+    frame.At(0, 0) = 1001;
+    frame.At(4, 0) = 3000;
+    frame.At(0, 3) = 102;
+    frame.At(4, 3) = 301;
+    EXPECT_THAT(Boosted(frame, 4e8, 2.0, kBoxSmoothing), EqualsFrame(TwiceLess(frame, Flat(5, 4, 1100))));
+}
+
+// 900 in the middle of 0 has a mean of 100 there and around it: differences of 800 and -100.
+TEST(MidBandBoost, ResultWithoutA32BitIntegerIsBlack) {
+    const Frame frame = Impulse(5, 5, 2, 2, 900);
+    for (const double gain : {kNotANumber, kInfinity, -kInfinity, -1e308, 1e308, -4e8, 4e8})
+        EXPECT_THAT(Boosted(frame, 1.0, gain, kBoxSmoothing), EqualsFrame(Flat(5, 5, 0))) << gain;
+    // 100 + -4e5 * -100 still fits, and so does 100 + -4e5 * 800.
+    Frame expected = Impulse(5, 5, 2, 2, 0, 0);
+    for (int32_t y = 1; y <= 3; ++y)
+        for (int32_t x = 1; x <= 3; ++x)
+            if (x != 2 || y != 2) expected.At(x, y) = kTwelveBits;
+    EXPECT_THAT(Boosted(frame, 1.0, -4e5, kBoxSmoothing), EqualsFrame(expected));
 }
 
 TEST(EnhanceMidBand, FlatFrameStaysFlat) {
@@ -102,6 +130,22 @@ TEST(EnhanceMidBand, GainOfOneLeavesTheFrame) {
     Frame enhanced = frame;
     EnhanceMidBand(enhanced.Data(), 30, 20, kTwelveBits, Params(6.0, 1.0));
     EXPECT_THAT(enhanced, EqualsFrame(frame));
+}
+
+// On the left of a step from 1000 to 2000, d pixels away, 8 - d of the box's 15 columns are bright: a mean of
+// 1000 + 1000 * (8 - d) / 15, from which the gain of 2.5 moves the pixel away by 1.5 times the difference.
+// The fine Gaussian makes 1106 of the last dark pixel, the only one that the box sees at 8: 106 / 15 * 1.5
+// = 10.6. It loses a level or so everywhere.
+TEST(EnhanceMidBand, StepIsLiftedAsFarAsTheBoxReaches) {
+    Frame frame = Flat(60, 30, 1000);
+    for (int32_t y = 0; y < 30; ++y)
+        for (int32_t x = 30; x < 60; ++x) frame.At(x, y) = 2000;
+    EnhanceMidBand(frame.Data(), 60, 30, kTwelveBits, Params(6.0, 2.5));
+    for (int32_t d = 3; d <= 30; ++d) {
+        const int32_t lift = d == 8 ? 10 : 100 * std::max(8 - d, 0);
+        EXPECT_NEAR(frame.At(30 - d, 15), 1000 - lift, 4) << d;
+        EXPECT_NEAR(frame.At(29 + d, 15), 2000 + lift, 4) << d;
+    }
 }
 
 TEST(EnhanceMidBand, MirroredFrameGivesTheMirroredResult) {

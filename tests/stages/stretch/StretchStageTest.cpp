@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "support/FixedRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/MappedByLevel.h"
 #include "support/MaskedLog.h"
 
 namespace vastrelline {
@@ -292,7 +292,7 @@ TEST(StretchStage, PercentModesCountPixelsFromOutside) {
 
 // ---- traces
 
-// Ramp 21i / 20 - 5, held to the dark tail's top -5; below the frame -9 / (1 + e^4), which is 0. Above the
+// Ramp 21i / 20 - 5, clamped to the dark tail's top -5; below the frame -9 / (1 + e^4), which is 0. Above the
 // frame the value of its highest level.
 constexpr const char* kCurveOfHalves =
     "0\t0\r\n1\t-3\r\n2\t-2\r\n3\t-1\r\n4\t0\r\n5\t0\r\n6\t1\r\n7\t2\r\n8\t3\r\n9\t4\r\n10\t5\r\n11\t6\r\n"
@@ -378,13 +378,6 @@ std::vector<HostileKeys> ListHostileKeys() {
     weights.settings.STRETCH_LEFT_WEIGHT = std::numeric_limits<double>::quiet_NaN();
     weights.settings.STRETCH_RIGHT_WEIGHT = -1e308;
     return {lengths, weights};
-}
-
-// A curve knows levels, not places: pixels of one level stay pixels of one level.
-void ExpectMappedByLevel(const Frame& before, const Frame& after) {
-    std::map<uint16_t, uint16_t> curve;
-    for (size_t i = 0; i < before.pixels.size(); ++i)
-        EXPECT_EQ(curve.emplace(before.pixels[i], after.pixels[i]).first->second, after.pixels[i]) << i;
 }
 
 const std::vector<Frame>& SmallFrames() {
