@@ -27,12 +27,12 @@ struct ChainCase {
     std::vector<const char*> ratios;  // of one gamma stage each
     int32_t outputRange;
     uint8_t applyMapping;
-    uint64_t hash;  // of the chain's result as a second implementation in another language gave it
+    uint64_t hash;  // of the plain model's result, should the model change
 };
 
 class MadeFrameTest : public testing::TestWithParam<ChainCase> {};
 
-TEST_P(MadeFrameTest, ResultIsTheRuleAndHasItsHash) {
+TEST_P(MadeFrameTest, ResultIsThatOfThePlainModelAndHasItsHash) {
     const ProfileFolder folder;
     ProfileWriter writer;
     writer.Section("General").Key("PROCMODE", "2").Key("INTRAORAL_MASK", "0").Key("INVERSE_INTENSITY", "0");
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class RealFrameTest : public testing::TestWithParam<const char*> {};
 
-TEST_P(RealFrameTest, ResultIsTheRule) {
+TEST_P(RealFrameTest, ResultIsThatOfThePlainModel) {
     const char* const ratio = GetParam();
     std::vector<std::pair<std::string, Frame>> frames = ReadRealFrames();
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

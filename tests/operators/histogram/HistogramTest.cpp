@@ -115,7 +115,7 @@ TEST(SmoothHistogram, FlatHistogramIsALittleLowBetweenItsEnds) {
     for (size_t bin = 0; bin < 100; ++bin) EXPECT_EQ(smoothed[bin], bin < 25 || bin >= 75 ? 51U : 50U) << bin;
 }
 
-// The rule itself, summed anew for each bin.
+// The average summed anew for each bin.
 uint32_t AverageAround(const Bins& histogram, int32_t bin, int32_t window) {
     const int32_t half = window / 2;
     const int32_t bins = static_cast<int32_t>(histogram.size());
