@@ -177,7 +177,7 @@ CallResult RunCall(Subject& subject, const Json& call) {
         return {subject.Write(PointerTo(section), PointerTo(key), PointerTo(value)) ? 1 : 0, L""};
     }
     const auto size = call.at("size").get<uint32_t>();
-    std::vector<wchar_t> buffer(size, L'#');  // exactly as long as told: a sanitizer sees a write behind
+    std::vector<wchar_t> buffer(size, L'#');  // exactly of this size: a sanitizer sees a write behind
     uint32_t count = 0;
     if (function == "GetPrivateProfileStringW") {
         const std::optional<std::wstring> defaultValue = WideOf(call.at("default"));

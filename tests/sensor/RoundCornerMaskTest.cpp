@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return std::string(test.param.name); });
 
 TEST(RoundCornerMask, OutlineFallsExponentiallyFromItsSizeToZero) {
-    // In exact arithmetic, told apart only where no rounding of 32 bits can matter.
+    // In exact arithmetic, compared only where no rounding of 32 bits can matter.
     constexpr int32_t kSize = 170;
     const std::vector<int32_t> rows = HiddenRows(1300, 400, 0, kSize);
     ASSERT_EQ(rows.size(), 1300U);

@@ -196,7 +196,7 @@ TEST(SmoothGaussian, RunsAsManyPassesAsAsked) {
     }
 }
 
-// Pass after pass until nothing changes any more, told apart from the stage's own watching.
+// Pass after pass until nothing changes any more, without the watching that the stage does.
 Frame SmoothedToTheEnd(Frame frame, void (*filter)(uint16_t*, int32_t, int32_t, int32_t, double)) {
     for (Frame before = Flat(1, 1, 0); !(before == frame);) {
         before = frame;
