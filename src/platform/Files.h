@@ -19,11 +19,8 @@ enum class OpenMode {
 // second OutputFile on the same file does not open, in this or another process.
 class OutputFile {
 public:
-    OutputFile() = default;
     OutputFile(const std::wstring& path, OpenMode mode);
     ~OutputFile();
-    OutputFile(OutputFile&& other) noexcept;
-    OutputFile& operator=(OutputFile&& other) noexcept;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 

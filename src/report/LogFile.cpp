@@ -12,16 +12,16 @@ constexpr std::wstring_view kRule =
 
 }  // namespace
 
-void LogFile::Open(const std::wstring& path, OpenMode mode) { file_ = OutputFile(path, mode); }
+void LogFile::Open(const std::wstring& path, OpenMode mode) { file_.emplace(path, mode); }
 
-bool LogFile::IsOpen() const { return file_.IsOpen(); }
+bool LogFile::IsOpen() const { return file_ && file_->IsOpen(); }
 
-void LogFile::Close() { file_.Close(); }
+void LogFile::Close() { file_.reset(); }
 
 void LogFile::Write(std::wstring_view text) {
-    if (!file_.IsOpen()) return;
+    if (!IsOpen()) return;
     const std::string bytes = NarrowLogText(text);
-    if (!file_.Append(bytes.data(), bytes.size())) file_.Close();
+    if (!file_->Append(bytes.data(), bytes.size())) Close();
 }
 
 int32_t WriteLogText(LogFile* file, std::wstring_view text) {

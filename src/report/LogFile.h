@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,7 +26,7 @@ public:
     void Write(std::wstring_view text);
 
 private:
-    OutputFile file_;
+    std::optional<OutputFile> file_;
 };
 
 // Writes one text to the log. Returns 1, or 0 if `file` is null.

@@ -36,16 +36,6 @@ OutputFile::OutputFile(const std::wstring& path, OpenMode mode) {
 
 OutputFile::~OutputFile() { Close(); }
 
-OutputFile::OutputFile(OutputFile&& other) noexcept : handle_(std::exchange(other.handle_, kNoFile)) {}
-
-OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
-    if (this != &other) {
-        Close();
-        handle_ = std::exchange(other.handle_, kNoFile);
-    }
-    return *this;
-}
-
 bool OutputFile::IsOpen() const { return handle_ != kNoFile; }
 
 bool OutputFile::Append(const void* bytes, size_t count) {
