@@ -38,8 +38,8 @@ void SaveRaw(const std::wstring& path, const uint16_t* pixels, int32_t width, in
 
 void SaveRendering(const std::wstring& path, const uint16_t* pixels, int32_t width, int32_t height,
                    const BackupWindow& window) {
-    CImageM image(pixels, width, height, 16, 16, window.centre, window.width, 0, L"", 0, 0, 1.0);
-    SaveBitmap8(path, image.DisplayStride(), width, height, image.DisplayRow(0));
+    const CImageM image(pixels, width, height, 16, 16, window.centre, window.width, 0, L"", 0, 0, 1.0);
+    SaveBitmap8(path, image.DisplayStride(), image.Width(), image.Height(), image.DisplayRow(0));
 }
 
 // Memory may run out in between. The run's result stands, and its code must not tell otherwise.

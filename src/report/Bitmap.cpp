@@ -84,8 +84,8 @@ int32_t SaveBitmap8(const std::wstring& path, int32_t rowBytes, int32_t width, i
 }
 
 int32_t SaveFrameBitmap(const uint16_t* frame, int32_t width, int32_t height, const std::wstring& path) {
-    CImageM image(frame, width, height, 16, 16, 2047, 4096, 0, L"", 0, 0, 1.0);
-    return SaveBitmap8(path, image.DisplayStride(), width, height, image.DisplayRow(0));
+    const CImageM image(frame, width, height, 16, 16, 2047, 4096, 0, L"", 0, 0, 1.0);
+    return SaveBitmap8(path, image.DisplayStride(), image.Width(), image.Height(), image.DisplayRow(0));
 }
 
 }  // namespace vastrelline
