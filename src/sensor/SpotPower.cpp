@@ -11,6 +11,12 @@ namespace vastrelline {
 
 namespace {
 
+// The definition, of one pixel: the power in 32-bit floats, the product in doubles, truncated.
+uint16_t RaisePixel(uint16_t pixel, float exponent, int32_t peak) {
+    const float x = static_cast<float>(pixel) / static_cast<float>(peak);
+    return LowBits16(TruncateToInt32(static_cast<double>(std::pow(x, exponent)) * peak));
+}
+
 void RaiseScalar(const SpotPowerCall& call, const SpotPowerTables& tables) {
     for (size_t i = 0; i < call.count; ++i) {
         call.pixels[i] = RaisePixel(call.pixels[i], tables.exponents[call.means[i]], tables.peak);
@@ -115,11 +121,6 @@ SpotPowerTables MakeSpotPowerTables(int32_t peak, std::vector<float> exponents) 
             std::log2(static_cast<float>(level) / static_cast<float>(peak));
     }
     return {peak, std::move(exponents), std::move(logarithms)};
-}
-
-uint16_t RaisePixel(uint16_t pixel, float exponent, int32_t peak) {
-    const float x = static_cast<float>(pixel) / static_cast<float>(peak);
-    return LowBits16(TruncateToInt32(static_cast<double>(std::pow(x, exponent)) * peak));
 }
 
 }  // namespace vastrelline

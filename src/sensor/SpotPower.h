@@ -37,7 +37,4 @@ struct SpotPowerVariant {
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const SpotPowerVariant> SpotPowerVariants();
 
-// The definition, of one pixel: the power in 32-bit floats, the product in doubles, truncated.
-uint16_t RaisePixel(uint16_t pixel, float exponent, int32_t peak);
-
 }  // namespace vastrelline

@@ -1,29 +1,31 @@
 #include "library/ExportRequest.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "vastrelline.h"
 
 namespace vastrelline {
 
-const std::array<ExportTraits, 6>& AllExports() {
-    static constexpr std::array<ExportTraits, 6> kExports{{
-        // kind, name, bitmap path, corrections, geometry, sensor
-        {ExportKind::Plain, "ImageProcessing", false, true, false, false},
-        {ExportKind::S, "ImageProcessingS", false, true, true, false},
-        {ExportKind::N, "ImageProcessing_N", true, true, false, false},
-        {ExportKind::NS, "ImageProcessing_NS", true, true, true, false},
-        {ExportKind::NE, "ImageProcessing_NE", true, true, false, true},
-        {ExportKind::CR, "ImageProcessingCR", false, false, false, false},
-    }};
-    return kExports;
-}
+namespace {
+
+constexpr ExportTraits kExports[] = {
+    // kind, name, bitmap path, corrections, geometry, sensor
+    {ExportKind::Plain, "ImageProcessing", false, true, false, false},
+    {ExportKind::S, "ImageProcessingS", false, true, true, false},
+    {ExportKind::N, "ImageProcessing_N", true, true, false, false},
+    {ExportKind::NS, "ImageProcessing_NS", true, true, true, false},
+    {ExportKind::NE, "ImageProcessing_NE", true, true, false, true},
+    {ExportKind::CR, "ImageProcessingCR", false, false, false, false},
+};
+
+}  // namespace
 
 const ExportTraits* FindExport(std::string_view name) {
-    const auto& all = AllExports();
-    const auto* const found = std::find_if(
-        all.begin(), all.end(), [name](const ExportTraits& traits) { return traits.name == name; });
-    return found == all.end() ? nullptr : found;
+    const auto* const found =
+        std::find_if(std::begin(kExports), std::end(kExports),
+                     [name](const ExportTraits& traits) { return traits.name == name; });
+    return found == std::end(kExports) ? nullptr : found;
 }
 
 std::string_view ExportCodeText(int32_t code) {

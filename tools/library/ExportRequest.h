@@ -24,8 +24,6 @@ struct ExportTraits {
     bool takesSensor;
 };
 
-const std::array<ExportTraits, 6>& AllExports();
-
 // The export of this name; null if there is none.
 const ExportTraits* FindExport(std::string_view name);
 

@@ -29,6 +29,7 @@ constexpr double kPhotonsPerSquareMm = 5.0e7;  // that count at dose 1
 constexpr double kReadNoiseLevels = 2.0;
 constexpr double kSpreadMm = 0.032;  // sigma of the point spread: about 8 line pairs per mm
 constexpr double kReachInSigmas = 3.0;
+constexpr int32_t kCornerRadius = 150;  // in pixels
 
 // The share of the radiation that gets through, for every pixel.
 std::vector<float> MakeTransmission(FrameSize size, double pitchMm, uint64_t seed) {
@@ -104,7 +105,7 @@ Frame Expose(const std::vector<float>& transmission, FrameSize size, double phot
 }
 
 void CutCorners(Frame& frame) {
-    const int32_t radius = std::min({kPhantomCornerRadius, frame.width / 2, frame.height / 2});
+    const int32_t radius = std::min({kCornerRadius, frame.width / 2, frame.height / 2});
     const int64_t limit = int64_t{4} * radius * radius;  // distances are doubled, so that they stay whole
     for (int32_t up = 0; up < radius; ++up) {
         uint16_t* const row = frame.pixels.data() + PixelCount(frame.width, frame.height - 1 - up);

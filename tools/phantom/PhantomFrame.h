@@ -8,7 +8,6 @@
 namespace vastrelline {
 
 constexpr int32_t kPhantomTopLevel = 4095;
-constexpr int32_t kPhantomCornerRadius = 150;
 
 // The raw frame of a dental phantom: lower teeth in their jaw on a sensor of 26 mm x 33.36 mm, of which a
 // frame of another shape sees the middle. Large values mean much radiation: the cheek alone is bright, enamel
