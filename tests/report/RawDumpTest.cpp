@@ -100,6 +100,13 @@ TEST_F(RawDumpTest, FileThatCannotBeMadeGivesZero) {
     EXPECT_EQ(SaveRawFile(L"", kPixels.data(), 3, 2, 16), 0);
 }
 
+TEST_F(RawDumpTest, FrameWithoutPixelsIsAnEmptyFile) {
+    EXPECT_EQ(SaveRawFile(Wide(L"rows"), kPixels.data(), 3, 0, 16), 1);
+    EXPECT_EQ(ReadBytes(At("rows")), "");
+    EXPECT_EQ(SaveRawFile(Wide(L"columns"), kPixels.data(), 0, 2, 16), 1);
+    EXPECT_EQ(ReadBytes(At("columns")), "");
+}
+
 TEST_F(RawDumpTest, NegativeSizesGiveZeroAndNoFile) {
     EXPECT_EQ(SaveRawFile(Wide(L"frame.raw"), kPixels.data(), -3, 2, 16), 0);
     EXPECT_EQ(SaveRawFile(Wide(L"frame.raw"), kPixels.data(), 3, -2, 16), 0);
