@@ -9,6 +9,7 @@
 
 #include "operators/curves/GammaCurve.h"
 #include "operators/histogram/PixelRange.h"
+#include "stages/gamma/GammaStage.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "stages/sigmoid/SigmoidCurve.h"
+#include "stages/sigmoid/SigmoidStage.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "operators/curves/LinearCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "operators/curves/StretchCurve.h"
 #include "stages/stretch/HistogramSegments.h"
 #include "stages/stretch/PlannedCurves.h"
@@ -62,8 +63,9 @@ std::vector<int32_t> BuildCurve(const PlannedCurves& plan, const Options& option
 // The second step on the pixels themselves.
 void Restretch(std::vector<uint16_t>& pixels, const Options& options) {
     if (options.params.RESTRETCH_OPTION == 2) {
-        ApplyLinearCurve(pixels.data(), options.width, options.height, options.maxValue, options.maxValue, 0,
-                         0, 0, L"", 0);
+        ApplyLookupTable(pixels.data(), options.width, options.height,
+                         BuildLinearCurve(pixels.data(), options.width, options.height, options.maxValue,
+                                          options.maxValue, 0, 0));
     } else if (options.params.RESTRETCH_OPTION == 1 && !pixels.empty()) {
         const uint16_t lowest = *std::min_element(pixels.begin(), pixels.end());
         for (uint16_t& pixel : pixels) pixel = static_cast<uint16_t>(pixel - lowest);

@@ -1,5 +1,7 @@
 #include "report/CurveFile.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 
 #include "platform/Files.h"
@@ -17,6 +19,11 @@ void WriteCurveFile(const std::wstring& path, int32_t first, int32_t last,
     }
     OutputFile file(path, OpenMode::TruncateExclusive);
     if (file.IsOpen()) (void)file.Append(text.data(), text.size());
+}
+
+void WriteCurveFile(const std::wstring& path, int32_t first, int32_t last, std::span<const uint16_t> table) {
+    WriteCurveFile(path, first, std::min(last, static_cast<int32_t>(table.size()) - 1),
+                   [&](int32_t level) { return table[static_cast<size_t>(level)]; });
 }
 
 }  // namespace vastrelline

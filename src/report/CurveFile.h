@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
 namespace vastrelline {
@@ -14,5 +15,10 @@ namespace vastrelline {
 // valueAt       the curve's value at a level
 void WriteCurveFile(const std::wstring& path, int32_t first, int32_t last,
                     const std::function<int32_t(int32_t level)>& valueAt);
+
+// The same for a table with one entry for each level from 0 on, as far as the table goes.
+//
+// first   0 or more
+void WriteCurveFile(const std::wstring& path, int32_t first, int32_t last, std::span<const uint16_t> table);
 
 }  // namespace vastrelline

@@ -2,6 +2,7 @@
 
 #include "config/CommonSettings.h"
 #include "operators/curves/LinearCurve.h"
+#include "operators/curves/LookupTable.h"
 
 namespace vastrelline {
 
@@ -10,7 +11,8 @@ int32_t RescaleToPixelBits(uint16_t* pixels, int32_t width, int32_t height, int3
     constexpr int32_t kTopPixel = 0xFFFF;
     const int32_t maxValue = MaxValueOfBits(bitsStored);
     if (bitsStored <= kPixelBits) return maxValue;
-    ApplyLinearCurve(pixels, width, height, maxValue, kTopPixel, 0, 0, 0, L"", 0);
+    ApplyLookupTable(pixels, width, height,
+                     BuildLinearCurve(pixels, width, height, maxValue, kTopPixel, 0, 0));
     bitsStored = kPixelBits;
     return kTopPixel;
 }

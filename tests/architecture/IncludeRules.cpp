@@ -48,9 +48,7 @@ bool IsListed(const std::string& from, const std::string& to) {
         {"operators/box_mean", "operators/histogram"},
         {"operators/curves", "operators/histogram"},
         {"operators/tile_equalise", "operators/histogram"},
-        {"operators/resample", "operators/separable"},
-        // To be cut: curves that write files.
-        {"operators/curves", "report"}};
+        {"operators/resample", "operators/separable"}};
     return arrows.contains({from, to});
 }
 

@@ -24,6 +24,20 @@ TEST(CurveFile, HoldsOneLinePerLevelWithBothEnds) {
     EXPECT_EQ(asked, (std::vector<int32_t>{1, 2, 3, 4}));
 }
 
+TEST(CurveFile, ListsATableAsFarAsItGoes) {
+    const TemporaryFolder folder;
+    const std::vector<uint16_t> table{9, 8, 65535};
+    const auto fileOf = [&](int32_t first, int32_t last) {
+        WriteCurveFile(folder.Wide(L"curve.txt"), first, last, table);
+        return ReadBytes(folder.Path() / "curve.txt");
+    };
+    EXPECT_EQ(fileOf(1, 2), "1\t8\r\n2\t65535\r\n");
+    EXPECT_EQ(fileOf(1, 3), "1\t8\r\n2\t65535\r\n");
+    EXPECT_EQ(fileOf(0, 0), "0\t9\r\n");
+    EXPECT_EQ(fileOf(0, -1), "");
+    EXPECT_EQ(fileOf(3, 5), "");
+}
+
 TEST(CurveFile, KeepsTheCaseOfItsName) {
     const TemporaryFolder folder;
     WriteCurveFile(folder.Wide(L"InverseCurve.txt"), 0, 0, [](int32_t) { return 5; });

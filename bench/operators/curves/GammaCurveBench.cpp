@@ -15,18 +15,6 @@ void BenchBuildGammaCurve(benchmark::State& state) {
 }
 BENCHMARK(BenchBuildGammaCurve)->Name("GammaCurve/BuildGammaCurve")->Unit(benchmark::kMicrosecond);
 
-void BenchApplyGammaCurve(benchmark::State& state) {
-    BenchFrame frame = MakeNoiseFrame();
-    // The exponent 1 keeps noise noise, so that every iteration finds the same work.
-    for (auto _ : state) {
-        ApplyGammaCurve(frame.pixels.data(), frame.width, frame.height, kBenchMaxValue, kBenchMaxValue, 1.0,
-                        0, 0, 0, L"", 0);
-        benchmark::ClobberMemory();
-    }
-    ReportPixels(state, frame);
-}
-BENCHMARK(BenchApplyGammaCurve)->Name("GammaCurve/ApplyGammaCurve")->Unit(benchmark::kMicrosecond);
-
 void BenchChooseGamma(benchmark::State& state) {
     const BenchFrame frame = MakeNoiseFrame();
     for (auto _ : state)

@@ -4,13 +4,10 @@
 #include <cassert>
 #include <cmath>
 
-#include "operators/curves/LookupTable.h"
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/AllocZeroed.h"
 #include "pixels/Truncate.h"
-#include "platform/TextFormat.h"
-#include "report/CurveFile.h"
 
 namespace vastrelline {
 
@@ -74,19 +71,6 @@ GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height
         }
     }
     return curve;
-}
-
-void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
-                     double gamma, int32_t limitBin, int32_t inverse, int32_t saveCurve,
-                     const std::wstring& path, int32_t number) {
-    const GammaCurve curve =
-        BuildGammaCurve(pixels, width, height, maxValue, outputRange, gamma, limitBin, inverse);
-    if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), curve.low,
-                       std::min(curve.high, maxValue),
-                       [&](int32_t level) { return curve.table[static_cast<size_t>(level)]; });
-    }
-    ApplyLookupTable(pixels, width, height, curve.table);
 }
 
 double ChooseGamma(const uint16_t* pixels, int32_t width, int32_t height, int32_t outputRange, double ratio) {

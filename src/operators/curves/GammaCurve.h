@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace vastrelline {
@@ -27,15 +26,6 @@ struct GammaCurve {
 // Rounding      truncation toward zero in doubles, then the low 16 bits
 GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                            int32_t outputRange, double gamma, int32_t limitBin, int32_t inverse);
-
-// Builds the curve of a frame and maps the frame through it, in place. Pixels above maxValue take the last
-// entry.
-//
-// saveCurve      not 0: first writes levels low..high, as far as the table goes, to a curve file
-// path, number   the file is `path` followed directly by "%02d_GammaCurve.txt" with the number
-void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
-                     double gamma, int32_t limitBin, int32_t inverse, int32_t saveCurve,
-                     const std::wstring& path, int32_t number);
 
 // The exponent for a frame.
 //

@@ -2,10 +2,15 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace vastrelline {
+
+// The output of a place on a straight ramp: outputRange * place, truncated, within 0..outputRange.
+//
+// outputRange   below 0 the output is 0 everywhere
+// place         0 at the ramp's start, 1 at its end; what is not a number gives 0
+uint16_t RampEntry(int32_t outputRange, double place);
 
 // A straight ramp from level 0 to `high`, in a table of one entry per level 0..maxValue, at most 0..65535.
 //
@@ -24,23 +29,5 @@ std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, in
 // histogram   maxValue + 1 bins; above level 65535 + 64 they need not exist. Not read for the full range
 std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
                                        int32_t outputRange, int32_t limitBin, int32_t mode);
-
-// Builds the curve of a frame and maps the frame through it, in place. Pixels above the table take its last
-// entry.
-//
-// saveCurve      not 0: first writes all levels of the table to a curve file
-// path, number   the file is `path` followed directly by "%02d_LinearCurve.txt" with the number
-void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
-                      int32_t limitBin, int32_t mode, int32_t saveCurve, const std::wstring& path,
-                      int32_t number);
-
-// Maps a frame through a ramp around a centre, in place: from 0 at half a window below to outputRange at half
-// a window above, flat outside.
-//
-// windowWidth    levels; half of it is rounded to the nearest, halves up
-// saveCurve      not 0: first writes levels 0 to the ramp's end, as far as the frame reaches, to a curve file
-// path, number   the file is `path` followed directly by "%02d_LinearCurve2.txt" with the number
-void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t windowWidth, int32_t centre,
-                      int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number);
 
 }  // namespace vastrelline

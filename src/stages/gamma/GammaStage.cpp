@@ -3,7 +3,9 @@
 #include "config/CommonSettings.h"
 #include "config/ConfiguredState.h"
 #include "operators/curves/GammaCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "platform/TextFormat.h"
+#include "report/CurveFile.h"
 #include "report/StageReport.h"
 #include "stages/gamma/GammaParams.h"
 
@@ -15,6 +17,18 @@ constexpr const wchar_t* kDumpName = L"%02d_Result_Gamma.raw";
 constexpr const wchar_t* kGammaLine = L"\t\t\t Gamma : %.2lf\r\n";
 
 }  // namespace
+
+void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                     double gamma, int32_t limitBin, int32_t inverse, int32_t saveCurve,
+                     const std::wstring& path, int32_t number) {
+    const GammaCurve curve =
+        BuildGammaCurve(pixels, width, height, maxValue, outputRange, gamma, limitBin, inverse);
+    if (saveCurve != 0) {
+        WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), curve.low, curve.high,
+                       curve.table);
+    }
+    ApplyLookupTable(pixels, width, height, curve.table);
+}
 
 void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                    int32_t stageNumber) {

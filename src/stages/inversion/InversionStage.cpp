@@ -1,10 +1,15 @@
 #include "stages/inversion/InversionStage.h"
 
+#include <cstddef>
+
 #include "config/ConfiguredState.h"
 #include "config/FixedState.h"
 #include "operators/curves/GammaCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "platform/TextFormat.h"
+#include "report/CurveFile.h"
 #include "report/StageReport.h"
 #include "stages/inversion/LogCurve.h"
 
@@ -14,6 +19,24 @@ namespace {
 
 constexpr int32_t kOn = 1;
 constexpr const wchar_t* kDumpName = L"%02d_OriginalImage_Invert.raw";
+
+// The frame inverted through a power curve within its own range.
+void ApplyInversePower(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double exponent,
+                       const ConfiguredState& state) {
+    constexpr int32_t kOwnRange = 0;
+    const GammaCurve curve = BuildGammaCurve(pixels, width, height, maxValue, kOwnRange, exponent, 0, kOn);
+    if (state.SaveImage != 0) {
+        WriteCurveFile(state.WritePath + FormatText(L"%02d_GammaCurve.txt", {state.DumpNumber}), curve.low,
+                       curve.high, curve.table);
+    }
+    ApplyLookupTable(pixels, width, height, curve.table);
+}
+
+void WriteLogCurve(const std::wstring& path, const LogCurve& curve) {
+    const int32_t last = curve.minLevel + static_cast<int32_t>(curve.table.size()) - 1;
+    WriteCurveFile(path, curve.minLevel, last,
+                   [&](int32_t level) { return curve.table[static_cast<size_t>(level - curve.minLevel)]; });
+}
 
 }  // namespace
 
@@ -33,9 +56,8 @@ void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pix
                           state.WritePath, state.DumpNumber);
             break;
         case 3:
-            // An output range of 0 keeps the frame's own range; the ratio is the exponent here.
-            ApplyGammaCurve(pixels, width, height, maxValue, 0, settings.INVERSE_LOGRATIO, 0, kOn,
-                            state.SaveImage, state.WritePath, state.DumpNumber);
+            // The ratio is the exponent here.
+            ApplyInversePower(pixels, width, height, maxValue, settings.INVERSE_LOGRATIO, state);
             break;
         default:
             break;
@@ -52,6 +74,13 @@ void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t 
         ApplyFixedLogCurve(pixels, width, height, settings.INVERSE_LOGRATIO, kOn);
     }
     FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
+}
+
+void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
+                   int32_t saveCurve, const std::wstring& path, int32_t number) {
+    const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
+    if (saveCurve != 0) WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), curve);
+    ApplyLogTable(pixels, width, height, curve);
 }
 
 void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "config/CommonSettings.h"
 #include "config/FixedSettings.h"
@@ -28,11 +29,17 @@ void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixel
 void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
                        int32_t& dumpCounter, LogFile& log, const FixedSettings& settings);
 
-// Builds the logarithmic curve of a frame and maps the frame through it, in place: the fixed chain's form. If
-// that chain saves images, all levels of the curve first go to "InverseCurve.txt" in its folder, without a
-// number.
+// Builds the logarithmic curve of a frame and maps the frame through it, in place: the configured chain's
+// form.
 //
 // ratio, inverse   as BuildLogCurve
+// saveCurve        not 0: first writes all levels of the curve to a curve file
+// path, number     the file is `path` followed directly by "%02d_LogCurve.txt" with the number
+void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
+                   int32_t saveCurve, const std::wstring& path, int32_t number);
+
+// The fixed chain's form. If that chain saves images, the curve file is "InverseCurve.txt" in its folder,
+// without a number.
 void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse);
 
 }  // namespace vastrelline

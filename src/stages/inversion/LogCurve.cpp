@@ -6,8 +6,6 @@
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
-#include "platform/TextFormat.h"
-#include "report/CurveFile.h"
 
 namespace vastrelline {
 
@@ -43,19 +41,6 @@ void ApplyLogTable(uint16_t* pixels, int32_t width, int32_t height, const LogCur
     for (uint16_t& pixel : FrameView(pixels, width, height)) {
         pixel = curve.table[static_cast<size_t>(std::clamp(pixel - curve.minLevel, 0, last))];
     }
-}
-
-void WriteLogCurve(const std::wstring& path, const LogCurve& curve) {
-    const int32_t last = curve.minLevel + static_cast<int32_t>(curve.table.size()) - 1;
-    WriteCurveFile(path, curve.minLevel, last,
-                   [&](int32_t level) { return curve.table[static_cast<size_t>(level - curve.minLevel)]; });
-}
-
-void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
-                   int32_t saveCurve, const std::wstring& path, int32_t number) {
-    const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
-    if (saveCurve != 0) WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), curve);
-    ApplyLogTable(pixels, width, height, curve);
 }
 
 }  // namespace vastrelline

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace vastrelline {
@@ -22,15 +21,5 @@ LogCurve BuildLogCurve(const uint16_t* pixels, int32_t width, int32_t height, do
 // Maps a frame through the curve, in place. Levels outside the curve, which its own frame has none of, take
 // its nearest entry.
 void ApplyLogTable(uint16_t* pixels, int32_t width, int32_t height, const LogCurve& curve);
-
-// Writes all levels of the curve to a curve file.
-void WriteLogCurve(const std::wstring& path, const LogCurve& curve);
-
-// Builds the curve of a frame and maps the frame through it, in place: the configured chain's form.
-//
-// saveCurve      not 0: first writes all levels of the curve to a curve file
-// path, number   the file is `path` followed directly by "%02d_LogCurve.txt" with the number
-void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
-                   int32_t saveCurve, const std::wstring& path, int32_t number);
 
 }  // namespace vastrelline

@@ -1,14 +1,39 @@
 #include "stages/linear/LinearStage.h"
 
+#include <vector>
+
 #include "config/CommonSettings.h"
 #include "config/ConfiguredState.h"
 #include "operators/curves/LinearCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "pixels/Truncate.h"
 #include "platform/TextFormat.h"
+#include "report/CurveFile.h"
 #include "report/StageReport.h"
 #include "stages/linear/LinearParams.h"
+#include "stages/linear/WindowCurve.h"
 
 namespace vastrelline {
+
+void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                      int32_t limitBin, int32_t mode, int32_t saveCurve, const std::wstring& path,
+                      int32_t number) {
+    const std::vector<uint16_t> table =
+        BuildLinearCurve(pixels, width, height, maxValue, outputRange, limitBin, mode);
+    if (saveCurve != 0) {
+        WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, maxValue, table);
+    }
+    ApplyLookupTable(pixels, width, height, table);
+}
+
+void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t windowWidth, int32_t centre,
+                      int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number) {
+    const WindowCurve curve = BuildWindowCurve(pixels, width, height, windowWidth, centre, outputRange);
+    if (saveCurve != 0) {
+        WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.high, curve.table);
+    }
+    ApplyLookupTable(pixels, width, height, curve.table);
+}
 
 void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                     int32_t stageNumber) {

@@ -5,11 +5,8 @@
 #include <cmath>
 #include <span>
 
-#include "operators/curves/LookupTable.h"
 #include "operators/histogram/Histogram.h"
 #include "pixels/Truncate.h"
-#include "platform/TextFormat.h"
-#include "report/CurveFile.h"
 
 namespace vastrelline {
 
@@ -81,18 +78,6 @@ std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, i
     for (int32_t level = shape.low; level < shape.high; ++level) begin[level] = stretch(curveAt(level));
     std::fill(begin + shape.high, table.end(), stretch(ceiling));
     return table;
-}
-
-void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
-                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
-                       int32_t number) {
-    const std::vector<uint16_t> table =
-        BuildSigmoidCurve(pixels, width, height, maxValue, outputRange, ratio, limitBin);
-    if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_SigmoidCurve.txt", {number}), 0, maxValue,
-                       [&](int32_t level) { return table[static_cast<size_t>(level)]; });
-    }
-    ApplyLookupTable(pixels, width, height, table);
 }
 
 }  // namespace vastrelline

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace vastrelline {
@@ -23,14 +22,5 @@ namespace vastrelline {
 std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                         int32_t maxValue, int32_t outputRange, double ratio,
                                         int32_t limitBin);
-
-// Builds the curve of a frame and maps the frame through it, in place. Pixels above maxValue take the last
-// entry.
-//
-// saveCurve      not 0: first writes all levels of the table to a curve file
-// path, number   the file is `path` followed directly by "%02d_SigmoidCurve.txt" with the number
-void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
-                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
-                       int32_t number);
 
 }  // namespace vastrelline

@@ -1,12 +1,15 @@
 #include "stages/sigmoid/SigmoidStage.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "config/CommonSettings.h"
 #include "config/ConfiguredState.h"
 #include "operators/curves/LinearCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "operators/histogram/PixelRange.h"
 #include "platform/TextFormat.h"
+#include "report/CurveFile.h"
 #include "report/StageReport.h"
 #include "stages/sigmoid/SigmoidCurve.h"
 #include "stages/sigmoid/SigmoidParams.h"
@@ -20,6 +23,17 @@ constexpr const wchar_t* kDumpName = L"%02d_ResultSigmoid.raw";
 constexpr const wchar_t* kRatioLine = L"\t\t\t CutRatio   : %.2lf\r\n";
 
 }  // namespace
+
+void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
+                       int32_t number) {
+    const std::vector<uint16_t> table =
+        BuildSigmoidCurve(pixels, width, height, maxValue, outputRange, ratio, limitBin);
+    if (saveCurve != 0) {
+        WriteCurveFile(path + FormatText(L"%02d_SigmoidCurve.txt", {number}), 0, maxValue, table);
+    }
+    ApplyLookupTable(pixels, width, height, table);
+}
 
 void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                      int32_t stageNumber) {
@@ -43,7 +57,8 @@ void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     const FixedStageReport report;
     maxValue = std::max(maxValue, MaxPixel(pixels, width, height));
     if (settings.POST_SIGMOID_LUT == 0) {
-        ApplyLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, 0, 0, 0, L"", 0);
+        ApplyLookupTable(pixels, width, height,
+                         BuildLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, 0, 0));
         report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Linear Curve ( %d ms )\r\n", {});
         return;
     }

@@ -1,11 +1,21 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "config/FixedSettings.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
+
+// Builds the curve of a frame and maps the frame through it, in place. Pixels above maxValue take the last
+// entry.
+//
+// saveCurve      not 0: first writes all levels of the table to a curve file
+// path, number   the file is `path` followed directly by "%02d_SigmoidCurve.txt" with the number
+void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
+                       double ratio, int32_t limitBin, int32_t saveCurve, const std::wstring& path,
+                       int32_t number);
 
 // The sigmoid stage of the configured chain: maps the frame through an S-shaped curve, in place, and writes
 // the curve file, the dump "%02d_ResultSigmoid.raw" and its log lines as the run's switches ask.

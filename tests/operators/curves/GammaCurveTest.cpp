@@ -3,15 +3,14 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <string>
 #include <vector>
 
 #include "operators/curves/GammaCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
-#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -29,7 +28,8 @@ GammaCurve CurveOf(const Frame& frame, int32_t maxValue, int32_t outputRange, do
 }
 
 Frame Mapped(Frame frame, int32_t maxValue, int32_t outputRange, double gamma) {
-    ApplyGammaCurve(frame.Data(), frame.width, frame.height, maxValue, outputRange, gamma, 0, 0, 0, L"", 0);
+    ApplyLookupTable(frame.Data(), frame.width, frame.height,
+                     CurveOf(frame, maxValue, outputRange, gamma).table);
     return frame;
 }
 
@@ -202,38 +202,6 @@ TEST(GammaCurve, MirroredFrameGivesTheMirroredResult) {
     const Frame frame = Noise(9, 5, 4095, 8);
     EXPECT_THAT(Mapped(MirrorLeftRight(frame), 4095, 4095, 1.7),
                 EqualsFrame(MirrorLeftRight(Mapped(frame, 4095, 4095, 1.7))));
-}
-
-TEST(GammaCurve, CurveFileHoldsTheCurveBetweenTheFramesEnds) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 12}, {14, 12}});
-    ApplyGammaCurve(frame.Data(), 2, 2, 15, 101, 2.0, 0, 0, 1, folder.Wide(L"Run_"), 7);
-    EXPECT_EQ(ReadBytes(folder.Path() / "Run_07_GammaCurve.txt"),
-              "10\t0\r\n11\t6\r\n12\t25\r\n13\t56\r\n14\t101\r\n");
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25}, {101, 25}})));
-}
-
-TEST(GammaCurve, CurveFileEndsWithTheTable) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 30}});
-    ApplyGammaCurve(frame.Data(), 2, 1, 12, 101, 1.0, 0, 0, 1, folder.Wide(L""), 100);
-    // 101 * {0, 0.05, 0.1}
-    EXPECT_EQ(ReadBytes(folder.Path() / "100_GammaCurve.txt"), "10\t0\r\n11\t5\r\n12\t10\r\n");
-}
-
-TEST(GammaCurve, NoCurveFileUnlessAskedFor) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 14}});
-    ApplyGammaCurve(frame.Data(), 2, 1, 15, 101, 2.0, 0, 0, 0, folder.Wide(L""), 7);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-}
-
-TEST(GammaCurve, CurveFileThatCannotBeMadeIsSkipped) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 12, 14}});
-    const std::wstring missing = folder.Wide(L"missing") + L"\\";
-    ApplyGammaCurve(frame.Data(), 3, 1, 15, 101, 2.0, 0, 0, 1, missing, 7);
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25, 101}})));
 }
 
 struct ChooseCase {

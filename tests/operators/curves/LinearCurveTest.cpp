@@ -2,14 +2,14 @@
 
 #include <climits>
 #include <cstdint>
-#include <filesystem>
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "operators/curves/LinearCurve.h"
+#include "operators/curves/LookupTable.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
-#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -19,8 +19,9 @@ constexpr int32_t kFromPixelCount = 1;
 constexpr int32_t kFullRange = -1;
 
 Frame Apply(Frame frame, int32_t maxValue, int32_t outputRange, int32_t limitBin, int32_t mode) {
-    ApplyLinearCurve(frame.Data(), frame.width, frame.height, maxValue, outputRange, limitBin, mode, 0, L"",
-                     0);
+    ApplyLookupTable(
+        frame.Data(), frame.width, frame.height,
+        BuildLinearCurve(frame.Data(), frame.width, frame.height, maxValue, outputRange, limitBin, mode));
     return frame;
 }
 
@@ -30,6 +31,18 @@ Frame ManyAnd(int32_t count, uint16_t level, const std::vector<uint16_t>& others
     pixels.insert(pixels.end(), others.begin(), others.end());
     const auto width = static_cast<int32_t>(pixels.size());
     return {width, 1, pixels};
+}
+
+TEST(RampEntry, TruncatesWithinTheOutput) {
+    EXPECT_EQ(RampEntry(100, 0.0), 0);
+    EXPECT_EQ(RampEntry(100, 0.999), 99);
+    EXPECT_EQ(RampEntry(100, 1.0), 100);
+    EXPECT_EQ(RampEntry(100, -0.5), 0);
+    EXPECT_EQ(RampEntry(100, 1.5), 100);
+    EXPECT_EQ(RampEntry(65535, 1e300), 65535);
+    EXPECT_EQ(RampEntry(-100, 0.5), 0);
+    EXPECT_EQ(RampEntry(-100, -0.5), 0);
+    EXPECT_EQ(RampEntry(100, std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
 struct RampCase {
@@ -140,9 +153,7 @@ TEST(LinearCurve, TopLevelOfZeroMakesBlack) {
         }
 }
 
-TEST(LinearCurve, FrameWithoutPixelsIsNoWork) {
-    ApplyLinearCurve(nullptr, 0, 7, 4095, 4095, 0, kFromHistogram, 0, L"", 0);
-    ApplyWindowCurve(nullptr, 0, 7, 4095, 2047, 4095, 0, L"", 0);
+TEST(LinearCurve, FrameWithoutPixelsGivesTheFullRange) {
     EXPECT_EQ(BuildLinearCurve(nullptr, 0, 0, 6, 6, 0, kFromHistogram),
               (std::vector<uint16_t>{0, 1, 2, 3, 4, 5, 6}));
 }
@@ -161,89 +172,6 @@ TEST(LinearCurve, WideFrameIsRescaledFromItsCrowdedTop) {
     // As far as 31 bits: 65535 * 65535 / 2147483647 is 1.99994.
     EXPECT_THAT(Apply(FromRows({{0, 1000, 65535}}), INT_MAX, 65535, 0, kFromHistogram),
                 EqualsFrame(FromRows({{0, 0, 1}})));
-}
-
-TEST(LinearCurve, FileListsEveryLevelOfTheTable) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{0, 1, 1, 1, 3, 3, 4}});
-    ApplyLinearCurve(frame.Data(), 7, 1, 6, 100, 0, kFromHistogram, 1, folder.Wide(L"Curve"), 7);
-    EXPECT_EQ(ReadBytes(folder.Path() / "Curve07_LinearCurve.txt"),
-              "0\t0\r\n1\t25\r\n2\t50\r\n3\t75\r\n4\t100\r\n5\t100\r\n6\t100\r\n");
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25, 25, 25, 75, 75, 100}})));
-}
-
-TEST(LinearCurve, FileThatCannotBeMadeChangesNoPixel) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{0, 3, 6}});
-    ApplyLinearCurve(frame.Data(), 3, 1, 6, 100, kFullRange, 0, 1, folder.Wide(L"missing") + L"\\", 7);
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 50, 100}})));
-    frame = FromRows({{0, 3, 6}});
-    ApplyWindowCurve(frame.Data(), 3, 1, 6, 3, 100, 1, folder.Wide(L"missing") + L"\\", 7);
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 50, 100}})));
-}
-
-struct WindowCase {
-    const char* name;
-    int32_t windowWidth;
-    int32_t centre;
-    std::vector<uint16_t> pixels;  // of {0, 4, 5, 6, 10, 14, 15, 16, 20}, at outputRange 100
-};
-
-class WindowTest : public testing::TestWithParam<WindowCase> {};
-
-TEST_P(WindowTest, EveryLevelTakesItsPlaceOnTheRamp) {
-    Frame frame = FromRows({{0, 4, 5, 6, 10, 14, 15, 16, 20}});
-    ApplyWindowCurve(frame.Data(), 9, 1, GetParam().windowWidth, GetParam().centre, 100, 0, L"", 0);
-    EXPECT_THAT(frame, EqualsFrame(Frame(9, 1, GetParam().pixels)));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Windows, WindowTest,
-    testing::Values(
-        // 5 to 15, a tenth per level.
-        WindowCase{"EvenWidth", 10, 10, {0, 0, 0, 10, 50, 90, 100, 100, 100}},
-        // Half of 9 is 4.5 and counts as 5.
-        WindowCase{"HalfRoundsUp", 9, 10, {0, 0, 0, 10, 50, 90, 100, 100, 100}},
-        // 6 to 14, an eighth per level.
-        WindowCase{"NextEvenWidth", 8, 10, {0, 0, 0, 0, 50, 100, 100, 100, 100}},
-        // 6 to 16.
-        WindowCase{"CentreMovesTheRamp", 10, 11, {0, 0, 0, 0, 40, 80, 90, 100, 100}},
-        // -5 to 5: 0 is in the middle.
-        WindowCase{"RampFromBelowBlack", 10, 0, {50, 90, 100, 100, 100, 100, 100, 100, 100}},
-        // -15 to -5
-        WindowCase{"RampBelowEveryLevel", 10, -10, {100, 100, 100, 100, 100, 100, 100, 100, 100}},
-        // 95 to 105
-        WindowCase{"RampAboveEveryLevel", 10, 100, {0, 0, 0, 0, 0, 0, 0, 0, 0}},
-        // 0 to 40: the frame ends half-way up.
-        WindowCase{"RampThatEndsAboveTheFrame", 40, 20, {0, 10, 12, 15, 25, 35, 37, 40, 50}},
-        // No ramp: at the centre 0 / 0 is no number.
-        WindowCase{"NoWidth", 0, 10, {0, 0, 0, 0, 0, 100, 100, 100, 100}}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-TEST(WindowCurve, FileEndsWithTheRampOrWithTheFrame) {
-    const TemporaryFolder folder;
-    const auto fileOf = [&](int32_t centre) {
-        Frame frame = FromRows({{3, 0, 6}});
-        ApplyWindowCurve(frame.Data(), 3, 1, 4, centre, 100, 1, folder.Wide(L"W"), 3);
-        return ReadBytes(folder.Path() / "W03_LinearCurve2.txt");
-    };
-    // 0 to 4, then 4 to 8, then -5 to -1.
-    EXPECT_EQ(fileOf(2), "0\t0\r\n1\t25\r\n2\t50\r\n3\t75\r\n4\t100\r\n");
-    EXPECT_EQ(fileOf(6), "0\t0\r\n1\t0\r\n2\t0\r\n3\t0\r\n4\t0\r\n5\t25\r\n6\t50\r\n");
-    EXPECT_EQ(fileOf(-3), "");
-}
-
-TEST(WindowCurve, HostileNumbersAreSafe) {
-    for (const int32_t windowWidth : {INT_MIN, -1, 0, INT_MAX})
-        for (const int32_t centre : {INT_MIN, -1, 0, INT_MAX})
-            for (const int32_t outputRange : {INT_MIN, -1, 0, INT_MAX}) {
-                Frame frame = FromRows({{0, 1}, {4095, 65535}});
-                ApplyWindowCurve(frame.Data(), 2, 2, windowWidth, centre, outputRange, 0, L"", 0);
-                // Nothing is known of the pixels but that a range of 0 or less leaves no other level.
-                if (outputRange <= 0) {
-                    EXPECT_THAT(frame, EqualsFrame(Flat(2, 2, 0)));
-                }
-            }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MaskedLog.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -139,6 +141,58 @@ TEST_F(GammaStageTest, ClosedLogIsNoObstacle) {
     CloseLog();
     EXPECT_THAT(Run(FromRows({{10, 12, 14}}), kSquareTo101), EqualsFrame(FromRows({{0, 25, 101}})));
     EXPECT_EQ(Log(), "");
+}
+
+TEST(ApplyGammaCurve, MapsEachPixelAndThoseAboveTheTableToItsEnd) {
+    // The range runs from 10 to 30, so that the last level, 20, stands for x = 0.5.
+    Frame frame = FromRows({{10, 30, 20, 15}});
+    ApplyGammaCurve(frame.Data(), 4, 1, 20, 101, 1.0, 0, 0, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 50, 50, 25}})));
+}
+
+TEST(ApplyGammaCurve, InvertsTheCurveWithinItsLimit) {
+    // Levels 5 and 9 alone occur more than twice.
+    Frame frame = FromRows({{2, 5, 9, 12}, {5, 9, 5, 9}});
+    ApplyGammaCurve(frame.Data(), 4, 2, 13, 101, 1.0, 2, 1, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 101, 0, 101}, {101, 0, 101, 0}})));
+}
+
+TEST(ApplyGammaCurve, FrameWithoutPixelsIsNoWork) {
+    Frame frame(0, 4);
+    ApplyGammaCurve(frame.Data(), 0, 4, 3, 101, 2.0, 0, 0, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(Frame(0, 4)));
+}
+
+TEST(ApplyGammaCurve, CurveFileHoldsTheCurveBetweenTheFramesEnds) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 12}, {14, 12}});
+    ApplyGammaCurve(frame.Data(), 2, 2, 15, 101, 2.0, 0, 0, 1, folder.Wide(L"Run_"), 7);
+    EXPECT_EQ(ReadBytes(folder.Path() / "Run_07_GammaCurve.txt"),
+              "10\t0\r\n11\t6\r\n12\t25\r\n13\t56\r\n14\t101\r\n");
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25}, {101, 25}})));
+}
+
+TEST(ApplyGammaCurve, CurveFileEndsWithTheTable) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 30}});
+    ApplyGammaCurve(frame.Data(), 2, 1, 12, 101, 1.0, 0, 0, 1, folder.Wide(L""), 100);
+    // 101 * {0, 0.05, 0.1}
+    EXPECT_EQ(ReadBytes(folder.Path() / "100_GammaCurve.txt"), "10\t0\r\n11\t5\r\n12\t10\r\n");
+}
+
+TEST(ApplyGammaCurve, NoCurveFileUnlessAskedFor) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 14}});
+    ApplyGammaCurve(frame.Data(), 2, 1, 15, 101, 2.0, 0, 0, 0, folder.Wide(L""), 7);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(ApplyGammaCurve, CurveFileThatCannotBeMadeIsSkipped) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 12, 14}});
+    const std::wstring missing = folder.Wide(L"missing") + L"\\";
+    ApplyGammaCurve(frame.Data(), 3, 1, 15, 101, 2.0, 0, 0, 1, missing, 7);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25, 101}})));
 }
 
 }  // namespace

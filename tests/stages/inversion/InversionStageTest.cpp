@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "support/ConfiguredRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -129,6 +131,52 @@ TEST_F(InversionStageTest, WritesNoLogLine) {
     SharedConfiguredState().SaveLog = 1;
     for (const int32_t mode : {kNoInversion, kPlain, kLogarithm, kPower}) Invert(FromRows({{10, 12}}), mode);
     EXPECT_EQ(Run().LogText(), "");
+}
+
+TEST(ApplyLogCurve, FrameWithoutPixelsIsNoWork) {
+    const TemporaryFolder folder;
+    ApplyLogCurve(nullptr, 0, 5, 0.2, 1, 1, folder.Wide(L""), 7);
+    EXPECT_EQ(ReadBytes(folder.Path() / "07_LogCurve.txt"), "");
+}
+
+TEST(ApplyLogCurve, NeedNotInvertTheFrame) {
+    // Span 5 and k = 2: 5 * log((i + 2) / 2) / log(7 / 2) is 0, 1.618, 2.766, 3.657, 4.385.
+    Frame frame = FromRows({{10, 11, 12, 13, 14}});
+    ApplyLogCurve(frame.Data(), 5, 1, 0.5, 0, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{10, 11, 12, 13, 14}})));
+}
+
+TEST(ApplyLogCurve, FileListsEveryLevelOfTheSpan) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{14, 10}});
+    // The path is joined as it stands.
+    ApplyLogCurve(frame.Data(), 2, 1, 0.5, 1, 1, folder.Wide(L"Curve"), 7);
+    EXPECT_EQ(ReadBytes(folder.Path() / "Curve07_LogCurve.txt"),
+              "10\t15\r\n11\t13\r\n12\t12\r\n13\t11\r\n14\t10\r\n");
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{10, 15}})));
+}
+
+TEST(ApplyLogCurve, FileIsMadeAfreshAndItsNumberMayHaveThreeDigits) {
+    const TemporaryFolder folder;
+    for (const uint16_t level : {uint16_t{1000}, uint16_t{7}}) {
+        Frame frame = Flat(1, 1, level);
+        ApplyLogCurve(frame.Data(), 1, 1, 0.2, 1, -1, folder.Wide(L""), 123);
+    }
+    EXPECT_EQ(ReadBytes(folder.Path() / "123_LogCurve.txt"), "7\t8\r\n");
+}
+
+TEST(ApplyLogCurve, FileThatCannotBeMadeChangesNoPixel) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 12, 14}});
+    ApplyLogCurve(frame.Data(), 3, 1, 0.5, 1, 1, folder.Wide(L"missing") + L"\\", 7);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{15, 12, 10}})));
+}
+
+TEST(ApplyLogCurve, WithoutTheSwitchNoFileIsMade) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{10, 12, 14}});
+    ApplyLogCurve(frame.Data(), 3, 1, 0.5, 1, 0, folder.Wide(L""), 7);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
 }  // namespace

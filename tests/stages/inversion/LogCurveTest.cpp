@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <string>
 #include <vector>
@@ -9,13 +8,13 @@
 #include "stages/inversion/LogCurve.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
-#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
 
 Frame Apply(Frame frame, double ratio, int32_t inverse) {
-    ApplyLogCurve(frame.Data(), frame.width, frame.height, ratio, inverse, 0, L"", 0);
+    ApplyLogTable(frame.Data(), frame.width, frame.height,
+                  BuildLogCurve(frame.Data(), frame.width, frame.height, ratio, inverse));
     return frame;
 }
 
@@ -85,7 +84,6 @@ TEST(LogCurve, RatioWithoutANumberMakesAllTheLowestLevel) {
 
 TEST(LogCurve, FrameWithoutPixelsIsNoWork) {
     EXPECT_TRUE(BuildLogCurve(nullptr, 0, 0, 0.2, 1).table.empty());
-    ApplyLogCurve(nullptr, 0, 5, 0.2, 1, 0, L"", 0);
     Frame frame(0, 0);
     EXPECT_THAT(Apply(frame, 0.2, 1), EqualsFrame(Frame(0, 0)));
 }
@@ -95,39 +93,6 @@ TEST(LogCurve, LevelsOutsideTheTableTakeItsNearestEntry) {
     Frame frame = FromRows({{0, 9, 10, 11, 12, 65535}});
     ApplyLogTable(frame.Data(), 6, 1, curve);
     EXPECT_THAT(frame, EqualsFrame(FromRows({{30, 30, 30, 40, 40, 40}})));
-}
-
-TEST(LogCurve, FileListsEveryLevelOfTheSpan) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{14, 10}});
-    // The path is joined as it stands.
-    ApplyLogCurve(frame.Data(), 2, 1, 0.5, 1, 1, folder.Wide(L"Curve"), 7);
-    EXPECT_EQ(ReadBytes(folder.Path() / "Curve07_LogCurve.txt"),
-              "10\t15\r\n11\t13\r\n12\t12\r\n13\t11\r\n14\t10\r\n");
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{10, 15}})));
-}
-
-TEST(LogCurve, FileIsMadeAfreshAndItsNumberMayHaveThreeDigits) {
-    const TemporaryFolder folder;
-    for (const uint16_t level : {uint16_t{1000}, uint16_t{7}}) {
-        Frame frame = Flat(1, 1, level);
-        ApplyLogCurve(frame.Data(), 1, 1, 0.2, 1, -1, folder.Wide(L""), 123);
-    }
-    EXPECT_EQ(ReadBytes(folder.Path() / "123_LogCurve.txt"), "7\t8\r\n");
-}
-
-TEST(LogCurve, FileThatCannotBeMadeChangesNoPixel) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 12, 14}});
-    ApplyLogCurve(frame.Data(), 3, 1, 0.5, 1, 1, folder.Wide(L"missing") + L"\\", 7);
-    EXPECT_THAT(frame, EqualsFrame(FromRows({{15, 12, 10}})));
-}
-
-TEST(LogCurve, WithoutTheSwitchNoFileIsMade) {
-    const TemporaryFolder folder;
-    Frame frame = FromRows({{10, 12, 14}});
-    ApplyLogCurve(frame.Data(), 3, 1, 0.5, 1, 0, folder.Wide(L""), 7);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
 }  // namespace

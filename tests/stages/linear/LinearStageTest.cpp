@@ -11,6 +11,7 @@
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MaskedLog.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -148,6 +149,50 @@ TEST_F(LinearStageTest, ClosedLogIsNoObstacle) {
     Run().Log().Close();
     EXPECT_THAT(RunStage(FromRows({{0, 5, 20}}), "OUTPUTRANGE=100\r\n07_POST_LINEAR_LIMITBIN=-1\r\n", 50),
                 EqualsFrame(FromRows({{0, 10, 40}})));
+}
+
+TEST(ApplyLinearCurve, PixelsAboveTheTableTakeItsLastEntry) {
+    // Only 5 and 4 count: the top is 5.
+    Frame frame = FromRows({{4, 5, 11, 65535}});
+    ApplyLinearCurve(frame.Data(), 4, 1, 10, 100, 0, 1, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{80, 100, 100, 100}})));
+}
+
+TEST(ApplyLinearCurve, FrameWithoutPixelsIsNoWork) {
+    ApplyLinearCurve(nullptr, 0, 7, 4095, 4095, 0, 0, 0, L"", 0);
+    ApplyWindowCurve(nullptr, 0, 7, 4095, 2047, 4095, 0, L"", 0);
+}
+
+TEST(ApplyLinearCurve, FileListsEveryLevelOfTheTable) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{0, 1, 1, 1, 3, 3, 4}});
+    ApplyLinearCurve(frame.Data(), 7, 1, 6, 100, 0, 0, 1, folder.Wide(L"Curve"), 7);
+    EXPECT_EQ(ReadBytes(folder.Path() / "Curve07_LinearCurve.txt"),
+              "0\t0\r\n1\t25\r\n2\t50\r\n3\t75\r\n4\t100\r\n5\t100\r\n6\t100\r\n");
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 25, 25, 25, 75, 75, 100}})));
+}
+
+TEST(ApplyLinearCurve, FileThatCannotBeMadeChangesNoPixel) {
+    const TemporaryFolder folder;
+    Frame frame = FromRows({{0, 3, 6}});
+    ApplyLinearCurve(frame.Data(), 3, 1, 6, 100, -1, 0, 1, folder.Wide(L"missing") + L"\\", 7);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 50, 100}})));
+    frame = FromRows({{0, 3, 6}});
+    ApplyWindowCurve(frame.Data(), 3, 1, 6, 3, 100, 1, folder.Wide(L"missing") + L"\\", 7);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 50, 100}})));
+}
+
+TEST(ApplyWindowCurve, FileEndsWithTheRampOrWithTheFrame) {
+    const TemporaryFolder folder;
+    const auto fileOf = [&](int32_t centre) {
+        Frame frame = FromRows({{3, 0, 6}});
+        ApplyWindowCurve(frame.Data(), 3, 1, 4, centre, 100, 1, folder.Wide(L"W"), 3);
+        return ReadBytes(folder.Path() / "W03_LinearCurve2.txt");
+    };
+    // 0 to 4, then 4 to 8, then -5 to -1.
+    EXPECT_EQ(fileOf(2), "0\t0\r\n1\t25\r\n2\t50\r\n3\t75\r\n4\t100\r\n");
+    EXPECT_EQ(fileOf(6), "0\t0\r\n1\t0\r\n2\t0\r\n3\t0\r\n4\t0\r\n5\t25\r\n6\t50\r\n");
+    EXPECT_EQ(fileOf(-3), "");
 }
 
 }  // namespace

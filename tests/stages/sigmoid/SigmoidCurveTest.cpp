@@ -9,9 +9,7 @@
 #include <vector>
 
 #include "stages/sigmoid/SigmoidCurve.h"
-#include "support/FrameMatcher.h"
 #include "support/Frames.h"
-#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -161,30 +159,6 @@ TEST(SigmoidCurve, EveryOutputRangeAndRatioGivesAWholeTable) {
         for (const double ratio : {0.0, 0.5, -0.5, 1e-300, 1e308, -1e308, kInfinity, -kInfinity, kNotANumber})
             EXPECT_EQ(BuildSigmoidCurve(frame.Data(), 9, 7, 40, outputRange, ratio, 0).size(), 41U)
                 << outputRange << ' ' << ratio;
-}
-
-TEST(ApplySigmoidCurve, MapsEachPixelAndThoseAboveTheTableToItsEnd) {
-    Frame frame = kFourLevels;
-    frame.At(0, 0) = 65535;  // leaves ten of level 0, which is no longer occupied: low is 0 all the same
-    ApplySigmoidCurve(frame.Data(), 4, 11, 40, 1000, 0.0, kLimitBin, 0, L"", 0);
-    Frame expected(4, 11);
-    for (int32_t y = 0; y < 11; ++y) {
-        expected.At(1, y) = 289;
-        expected.At(2, y) = 710;
-        expected.At(3, y) = 1000;
-    }
-    expected.At(0, 0) = 1000;
-    EXPECT_THAT(frame, EqualsFrame(expected));
-}
-
-TEST(ApplySigmoidCurve, CurveFileHoldsAllLevels) {
-    const TemporaryFolder folder;
-    Frame frame = Flat(3, 4, 2);
-    // Low 0, high 2, centre 1, width 2: S is 298, 1250 and 2201.
-    ApplySigmoidCurve(frame.Data(), 3, 4, 4, 1000, 0.0, kLimitBin, 1, folder.Wide(L"x"), 7);
-    EXPECT_EQ(ReadBytes(folder.Path() / "x07_SigmoidCurve.txt"),
-              "0\t0\r\n1\t500\r\n2\t1000\r\n3\t1000\r\n4\t1000\r\n");
-    EXPECT_THAT(frame, EqualsFrame(Flat(3, 4, 1000)));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MaskedLog.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -104,6 +105,30 @@ TEST_F(SigmoidStageTest, HostileKeysAreNoObstacle) {
     // Fifteen pixels pass no limit: no curve, and all levels become 0.
     EXPECT_THAT(Run(Noise(5, 3, 65535, 6), "OUTPUTRANGE=2147483647\r\n07_POST_SIGMOID_RATIO=0\r\n"),
                 EqualsFrame(Flat(5, 3, 0)));
+}
+
+TEST(ApplySigmoidCurve, MapsEachPixelAndThoseAboveTheTableToItsEnd) {
+    Frame frame = kFourLevels;
+    frame.At(0, 0) = 65535;  // leaves ten of level 0, which is no longer occupied: low is 0 all the same
+    ApplySigmoidCurve(frame.Data(), 4, 11, 40, 1000, 0.0, 10, 0, L"", 0);
+    Frame expected(4, 11);
+    for (int32_t y = 0; y < 11; ++y) {
+        expected.At(1, y) = 289;
+        expected.At(2, y) = 710;
+        expected.At(3, y) = 1000;
+    }
+    expected.At(0, 0) = 1000;
+    EXPECT_THAT(frame, EqualsFrame(expected));
+}
+
+TEST(ApplySigmoidCurve, CurveFileHoldsAllLevels) {
+    const TemporaryFolder folder;
+    Frame frame = Flat(3, 4, 2);
+    // Low 0, high 2, centre 1, width 2: S is 298, 1250 and 2201.
+    ApplySigmoidCurve(frame.Data(), 3, 4, 4, 1000, 0.0, 10, 1, folder.Wide(L"x"), 7);
+    EXPECT_EQ(ReadBytes(folder.Path() / "x07_SigmoidCurve.txt"),
+              "0\t0\r\n1\t500\r\n2\t1000\r\n3\t1000\r\n4\t1000\r\n");
+    EXPECT_THAT(frame, EqualsFrame(Flat(3, 4, 1000)));
 }
 
 }  // namespace
