@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/InstructionSet.h"
-#include "stages/pre_processing/PreProcessingStage.h"
+#include "stages/pre_processing/PreProcessFrame.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -24,4 +24,13 @@ UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring&
     return params;
 }
 
+UnsharpParams UnsharpParamsOf(const FixedSettings& settings) {
+    UnsharpParams params;
+    params.GAUSSIAN_SIZE_CONTRAST = settings.GAUSSIAN_SIZE_CONTRAST;
+    params.ENAHCNED_RATIO_CONTRAST = settings.ENAHCNED_RATIO_CONTRAST;
+    params.NOISE_WIDTH_CONTRAST = settings.NOISE_WIDTH_CONTRAST;
+    params.MODE_CONTRAST = settings.MODE_CONTRAST;
+    return params;
+}
+
 }  // namespace vastrelline

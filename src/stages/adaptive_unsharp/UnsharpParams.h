@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <string>
 
+#include "config/FixedSettings.h"
+
 namespace vastrelline {
 
 // The keys of the adaptive unsharp stage. They keep their names in every mode, but not their meaning: see
-// UnsharpStage.h.
+// SharpenByMode.
 struct UnsharpParams {
     double GAUSSIAN_SIZE_CONTRAST = 3.0;
     double ENAHCNED_RATIO_CONTRAST = 2.0;  // sic
@@ -19,5 +21,8 @@ struct UnsharpParams {
 // Reads the keys of the stage at a position of the stage list.
 UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section,
                                 int32_t stageNumber);
+
+// The same from the record of the fixed chain, which has no key for the last two.
+UnsharpParams UnsharpParamsOf(const FixedSettings& settings);
 
 }  // namespace vastrelline

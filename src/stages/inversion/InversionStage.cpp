@@ -6,11 +6,10 @@
 #include "config/FixedState.h"
 #include "operators/curves/GammaCurve.h"
 #include "operators/curves/LookupTable.h"
-#include "pixels/FrameView.h"
-#include "pixels/Truncate.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/StageReport.h"
+#include "stages/inversion/InvertPixels.h"
 #include "stages/inversion/LogCurve.h"
 
 namespace vastrelline {
@@ -39,10 +38,6 @@ void WriteLogCurve(const std::wstring& path, const LogCurve& curve) {
 }
 
 }  // namespace
-
-void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue) {
-    for (uint16_t& pixel : FrameView(pixels, width, height)) pixel = LowBits16(maxValue - pixel);
-}
 
 void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/, int32_t maxValue,
                   LogFile& /*log*/, const CommonSettings& settings) {

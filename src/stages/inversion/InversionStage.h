@@ -9,9 +9,6 @@
 
 namespace vastrelline {
 
-// Replaces every pixel by maxValue - pixel, in 16 bits: a pixel above maxValue wraps.
-void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue);
-
 // The inversion of the configured chain: inverts the frame, in place, so that what took up much radiation
 // comes out bright. Writes no log line, and dumps the frame as "%02d_OriginalImage_Invert.raw" if image
 // saving is on, whatever the mode.

@@ -18,4 +18,8 @@ PreContrastParams ReadPreContrastParams(const std::wstring& iniPath, const std::
     return params;
 }
 
+PreContrastParams PreContrastParamsOf(const FixedSettings& settings) {
+    return {settings.PRECONTRAST_MASK, settings.PRECONTRAST_RATIO, settings.PRECONTRAST_RESCALE};
+}
+
 }  // namespace vastrelline

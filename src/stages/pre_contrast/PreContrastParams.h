@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "config/FixedSettings.h"
+
 namespace vastrelline {
 
 // The pre-contrast stage's own keys.
@@ -15,5 +17,8 @@ struct PreContrastParams {
 // Reads the keys of the stage at a position of the stage list.
 PreContrastParams ReadPreContrastParams(const std::wstring& iniPath, const std::wstring& section,
                                         int32_t stageNumber);
+
+// The same from the record of the fixed chain.
+PreContrastParams PreContrastParamsOf(const FixedSettings& settings);
 
 }  // namespace vastrelline

@@ -49,8 +49,7 @@ void PreContrastStageFixed(uint16_t* image, int32_t width, int32_t height, int32
                            int32_t maxValue, int32_t& dumpCounter, LogFile& logFile,
                            const FixedSettings& settings) {
     const FixedStageReport report;
-    const PreContrastParams params{settings.PRECONTRAST_MASK, settings.PRECONTRAST_RATIO,
-                                   settings.PRECONTRAST_RESCALE};
+    const PreContrastParams params = PreContrastParamsOf(settings);
     const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
     FixedStageReport::DumpBeside(kSmoothedName, smoothed.data(), width, height, dumpCounter);
     FixedStageReport::Dump(kResultName, image, width, height, dumpCounter);

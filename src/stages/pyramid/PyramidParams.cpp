@@ -25,4 +25,11 @@ PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring&
     return params;
 }
 
+PyramidParams PyramidParamsOf(const FixedSettings& settings) {
+    constexpr double kPerCent = 0.01;
+    return {settings.PYRAMID_LAYER,  settings.GAUSSIAN_SIZE,          settings.APPLY_VARIABLE_RATIO,
+            settings.ENHANCED_RATIO, settings.NOISE_WIDTH * kPerCent, settings.APPLY_DIFF_ENHANCE,
+            settings.NOISE_CUTLIMIT};
+}
+
 }  // namespace vastrelline

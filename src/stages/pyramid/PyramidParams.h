@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "config/FixedSettings.h"
+
 namespace vastrelline {
 
 // The settings of pyramid enhancement, with the defaults of the configured chain.
@@ -19,5 +21,8 @@ struct PyramidParams {
 // Reads the keys of the stage at a position of the stage list.
 PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring& section,
                                 int32_t stageNumber);
+
+// The same from the record of the fixed chain, which keeps the noise width in per cent.
+PyramidParams PyramidParamsOf(const FixedSettings& settings);
 
 }  // namespace vastrelline

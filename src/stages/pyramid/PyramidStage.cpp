@@ -45,14 +45,6 @@ void Enhance(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, c
                    saveImage != 0 ? &observer : nullptr);
 }
 
-// The fixed chain keeps the noise width in per cent.
-PyramidParams ParamsOf(const FixedSettings& settings) {
-    constexpr double kPerCent = 0.01;
-    return {settings.PYRAMID_LAYER,  settings.GAUSSIAN_SIZE,          settings.APPLY_VARIABLE_RATIO,
-            settings.ENHANCED_RATIO, settings.NOISE_WIDTH * kPerCent, settings.APPLY_DIFF_ENHANCE,
-            settings.NOISE_CUTLIMIT};
-}
-
 }  // namespace
 
 void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
@@ -73,7 +65,8 @@ void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t m
                        LogFile& logFile, const FixedSettings& settings) {
     const FixedStageReport report;
     const FixedState& state = SharedFixedState();
-    Enhance(image, width, height, maxValue, ParamsOf(settings), kFixedForm, state.SaveImage, state.WritePath);
+    Enhance(image, width, height, maxValue, PyramidParamsOf(settings), kFixedForm, state.SaveImage,
+            state.WritePath);
     FixedStageReport::Dump(L"%02d_Pyramid.raw", image, width, height, dumpCounter);
     report.Log(logFile, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
                {FormatText(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),

@@ -44,5 +44,20 @@ TEST(UnsharpParams, MissingKeysGiveTheDefaults) {
     ExpectDefaults(ParamsAt("", 4));
 }
 
+TEST(UnsharpParams, RecordOfTheFixedChainKnowsFourOfThem) {
+    FixedSettings settings;
+    settings.GAUSSIAN_SIZE_CONTRAST = 1.5;
+    settings.ENAHCNED_RATIO_CONTRAST = -2.25;
+    settings.NOISE_WIDTH_CONTRAST = 7;
+    settings.MODE_CONTRAST = 3;
+    const UnsharpParams params = UnsharpParamsOf(settings);
+    EXPECT_EQ(params.GAUSSIAN_SIZE_CONTRAST, 1.5);
+    EXPECT_EQ(params.ENAHCNED_RATIO_CONTRAST, -2.25);
+    EXPECT_EQ(params.NOISE_WIDTH_CONTRAST, 7);
+    EXPECT_EQ(params.MODE_CONTRAST, 3);
+    EXPECT_EQ(params.PROTECTOUTLINE_CONTRAST, 1);
+    EXPECT_EQ(params.ReduceTimeRatio_CONTRAST, 1);
+}
+
 }  // namespace
 }  // namespace vastrelline

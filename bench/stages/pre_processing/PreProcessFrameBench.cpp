@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "BenchFrames.h"
-#include "stages/pre_processing/PreProcessingStage.h"
+#include "stages/pre_processing/PreProcessFrame.h"
 #include "support/BenchSets.h"
 
 namespace vastrelline {

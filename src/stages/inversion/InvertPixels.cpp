@@ -1,0 +1,12 @@
+#include "stages/inversion/InvertPixels.h"
+
+#include "pixels/FrameView.h"
+#include "pixels/Truncate.h"
+
+namespace vastrelline {
+
+void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue) {
+    for (uint16_t& pixel : FrameView(pixels, width, height)) pixel = LowBits16(maxValue - pixel);
+}
+
+}  // namespace vastrelline

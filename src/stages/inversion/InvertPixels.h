@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// Replaces every pixel by maxValue - pixel, in 16 bits: a pixel above maxValue wraps.
+void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue);
+
+}  // namespace vastrelline
