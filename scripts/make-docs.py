@@ -157,7 +157,14 @@ def default_in_source(key, reader, header):
                           (rf'L"{key}", &\w+::\w+, (-?\d+),', reader)):
         if found := re.search(pattern, text):
             return "" if found[1] == 'L""' else float(found[1])
-    return None
+    return "" if re.search(rf"std::wstring {key};", header) else None
+
+
+def misread_keys(reader):
+    """The keys that go into a field of another name, and so would get that field's default."""
+    for pattern in (r'Read\w*\(L"(?P<key>\w+)", \w+\.(?P<field>\w+)\)', r'L"(?P<key>\w+)", &\w+::(?P<field>\w+)',
+                    r'\.(?P<field>\w+) =\s+\w+\.Read\w+\(\s*section, L"(?P<key>\w+)"'):
+        yield from (found["key"] for found in re.finditer(pattern, reader) if found["key"] != found["field"])
 
 
 def reader_faults(entry, keys):
@@ -180,6 +187,8 @@ def reader_faults(entry, keys):
         written = re.search(rf'L"{key["name"]}", &\w+::\w+, -?\d+, (-?\d+)', reader)
         if (int(written[1]) if written else None) != key.get("sync_default"):
             yield f"{key['name']}: the default that is written differs in docs/keys.toml and {entry['reader']}"
+    for name in misread_keys(reader):
+        yield f"{entry['reader']} reads {name} into a field of another name"
     for name in sorted(set(entry.get("no_effect", [])) - listed):
         yield f"docs/keys.toml, {entry['page']}: {name} has no effect and no row"
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/CRegistryIO.h"
+#include "config/SectionKeys.h"
 #include "platform/Text.h"
 #include "platform/TextFormat.h"
 
@@ -70,11 +71,12 @@ void ReadSensorGeometry(const std::wstring& iniPath, const std::wstring& /*secti
 
 void ReadTargetRange(const std::wstring& iniPath, const std::wstring& /*section*/,
                      TargetRangeParams& params) {
-    const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
-    params.TargetRange = profile.ReadProfileInt(kSensorSection, L"TargetRange", 0);
-    params.MinimumValue = profile.ReadProfileInt(kSensorSection, L"MinimumValue", 0);
-    params.MaxCut = static_cast<float>(profile.ReadProfileDouble(kSensorSection, L"MaxCut", 0.0));
-    params.MinCut = static_cast<float>(profile.ReadProfileDouble(kSensorSection, L"MinCut", 0.0));
+    params = {};
+    const SectionKeys keys(iniPath, kSensorSection);
+    keys.Read(L"TargetRange", params.TargetRange);
+    keys.Read(L"MinimumValue", params.MinimumValue);
+    keys.Read(L"MaxCut", params.MaxCut);
+    keys.Read(L"MinCut", params.MinCut);
 }
 
 void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorFolder, int32_t sensorMode) {

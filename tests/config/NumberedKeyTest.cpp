@@ -5,6 +5,7 @@
 #include <string>
 
 #include "config/NumberedKey.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -32,6 +33,20 @@ INSTANTIATE_TEST_SUITE_P(
                     NumberedKeyCase{"LargestPosition", INT32_MAX, L"K", L"2147483647_K"},
                     NumberedKeyCase{"EmptyKey", 5, L"", L"05_"}),
     [](const auto& test) { return std::string(test.param.name); });
+
+TEST(NumberedKeys, ReadTheKeysOfTheirPosition) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "p.ini", "[Molar]\r\nSIZE=1\r\n03_SIZE=2\r\n04_SIZE=3\r\n100_SIZE=4\r\n");
+    const auto sizeAt = [&](int32_t position) {
+        int32_t size = 9;
+        NumberedKeys(folder.Wide(L"p.ini"), L"Molar", position).Read(L"SIZE", size);
+        return size;
+    };
+    EXPECT_EQ(sizeAt(3), 2);
+    EXPECT_EQ(sizeAt(4), 3);
+    EXPECT_EQ(sizeAt(100), 4);
+    EXPECT_EQ(sizeAt(0), 9);
+}
 
 }  // namespace
 }  // namespace vastrelline

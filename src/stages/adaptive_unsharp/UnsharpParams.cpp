@@ -1,26 +1,19 @@
 #include "stages/adaptive_unsharp/UnsharpParams.h"
 
-#include "config/CRegistryIO.h"
 #include "config/NumberedKey.h"
 
 namespace vastrelline {
 
 UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section,
                                 int32_t stageNumber) {
-    const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
+    const NumberedKeys keys(iniPath, section, stageNumber);
     UnsharpParams params;
-    const auto readDouble = [&](const wchar_t* key, double& value) {
-        value = profile.ReadProfileDouble(section, MakeNumberedKey(stageNumber, key), value);
-    };
-    const auto readInt = [&](const wchar_t* key, int32_t& value) {
-        value = profile.ReadProfileInt(section, MakeNumberedKey(stageNumber, key), value);
-    };
-    readDouble(L"GAUSSIAN_SIZE_CONTRAST", params.GAUSSIAN_SIZE_CONTRAST);
-    readDouble(L"ENAHCNED_RATIO_CONTRAST", params.ENAHCNED_RATIO_CONTRAST);
-    readInt(L"NOISE_WIDTH_CONTRAST", params.NOISE_WIDTH_CONTRAST);
-    readInt(L"MODE_CONTRAST", params.MODE_CONTRAST);
-    readInt(L"PROTECTOUTLINE_CONTRAST", params.PROTECTOUTLINE_CONTRAST);
-    readInt(L"ReduceTimeRatio_CONTRAST", params.ReduceTimeRatio_CONTRAST);
+    keys.Read(L"GAUSSIAN_SIZE_CONTRAST", params.GAUSSIAN_SIZE_CONTRAST);
+    keys.Read(L"ENAHCNED_RATIO_CONTRAST", params.ENAHCNED_RATIO_CONTRAST);
+    keys.Read(L"NOISE_WIDTH_CONTRAST", params.NOISE_WIDTH_CONTRAST);
+    keys.Read(L"MODE_CONTRAST", params.MODE_CONTRAST);
+    keys.Read(L"PROTECTOUTLINE_CONTRAST", params.PROTECTOUTLINE_CONTRAST);
+    keys.Read(L"ReduceTimeRatio_CONTRAST", params.ReduceTimeRatio_CONTRAST);
     return params;
 }
 
