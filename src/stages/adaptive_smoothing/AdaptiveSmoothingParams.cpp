@@ -5,8 +5,8 @@
 namespace vastrelline {
 
 AdaptiveSmoothingParams ReadAdaptiveSmoothingParams(const std::wstring& iniPath, const std::wstring& section,
-                                                    int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+                                                    int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     AdaptiveSmoothingParams params;
     keys.Read(L"ADAPTIVESMOOTHING_MASK", params.ADAPTIVESMOOTHING_MASK);
     keys.Read(L"ADAPTIVESMOOTHING_ORDER", params.ADAPTIVESMOOTHING_ORDER);

@@ -16,6 +16,6 @@ struct AdaptiveSmoothingParams {
 
 // Reads the keys of the stage at a position of the stage list.
 AdaptiveSmoothingParams ReadAdaptiveSmoothingParams(const std::wstring& iniPath, const std::wstring& section,
-                                                    int32_t stageNumber);
+                                                    int32_t position);
 
 }  // namespace vastrelline

@@ -10,10 +10,10 @@
 namespace vastrelline {
 
 void RunAdaptiveSmoothingStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
-                               LogFile& log, int32_t stageNumber) {
+                               LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const AdaptiveSmoothingParams params =
-        ReadAdaptiveSmoothingParams(state.IniPath, state.SectionName, stageNumber);
+        ReadAdaptiveSmoothingParams(state.IniPath, state.SectionName, position);
     const auto mode = static_cast<SmoothingMode>(params.ADAPTIVESMOOTHING_Mode);
 
     const ConfiguredStageReport report;

@@ -11,9 +11,9 @@ namespace vastrelline {
 // mode names and writes the dump "%02d_SavgolProc.raw", which has this name in every mode, and its log lines
 // as the run's switches ask.
 //
-// stageNumber   the stage's position in the list, which names its keys
+// position   in the stage list, which names its keys
 void RunAdaptiveSmoothingStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
-                               LogFile& log, int32_t stageNumber);
+                               LogFile& log, int32_t position);
 
 // The stage of the fixed chain, which has the Savitzky-Golay method only; its dump is
 // "%02d_AdaptiveSmooting.raw".

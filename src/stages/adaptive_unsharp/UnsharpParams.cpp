@@ -4,9 +4,8 @@
 
 namespace vastrelline {
 
-UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     UnsharpParams params;
     keys.Read(L"GAUSSIAN_SIZE_CONTRAST", params.GAUSSIAN_SIZE_CONTRAST);
     keys.Read(L"ENAHCNED_RATIO_CONTRAST", params.ENAHCNED_RATIO_CONTRAST);

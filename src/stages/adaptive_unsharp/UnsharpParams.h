@@ -19,8 +19,7 @@ struct UnsharpParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber);
+UnsharpParams ReadUnsharpParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 // The same from the record of the fixed chain, which has no key for the last two.
 UnsharpParams UnsharpParamsOf(const FixedSettings& settings);

@@ -27,11 +27,11 @@ void LogParameters(const UnsharpParams& params, const WriteLog& write) {
 }  // namespace
 
 void AdaptiveUnsharpStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                          int32_t stageNumber) {
+                          int32_t position) {
     // Unlike in most stages, the time holds the reading of the keys.
     const ConfiguredStageReport report;
     const ConfiguredState& state = SharedConfiguredState();
-    const UnsharpParams params = ReadUnsharpParams(state.IniPath, state.SectionName, stageNumber);
+    const UnsharpParams params = ReadUnsharpParams(state.IniPath, state.SectionName, position);
     SharpenByMode(image, width, height, maxValue, params);
     ConfiguredStageReport::Dump(MakeDumpFormat(params.MODE_CONTRAST), image, width, height);
     LogParameters(params, [&](std::initializer_list<std::wstring> lines) {

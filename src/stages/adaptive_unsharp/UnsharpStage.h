@@ -11,9 +11,9 @@ namespace vastrelline {
 // writes the dump "%02d_Unsharp%d.raw", whose second number is the mode, and its log lines as the run's
 // switches ask, also in a mode that leaves the frame as it is.
 //
-// stageNumber   the stage's position in the list, which names its keys
+// position   in the stage list, which names its keys
 void AdaptiveUnsharpStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                          int32_t stageNumber);
+                          int32_t position);
 
 // The same in the fixed chain, which sharpens as SharpenByFixedMode.
 //

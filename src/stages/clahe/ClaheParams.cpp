@@ -4,8 +4,8 @@
 
 namespace vastrelline {
 
-ClaheParams ReadClaheParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+ClaheParams ReadClaheParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     ClaheParams params;
     keys.Read(L"BLOCK_SIZE", params.BLOCK_SIZE);
     keys.Read(L"HISTO_BINS", params.HISTO_BINS);

@@ -13,6 +13,6 @@ struct ClaheParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-ClaheParams ReadClaheParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber);
+ClaheParams ReadClaheParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

@@ -28,9 +28,9 @@ std::wstring SlopeLine(double maxSlope) {
 }  // namespace
 
 void RunClaheStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/, int32_t maxValue,
-                   LogFile& log, int32_t stageNumber) {
+                   LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const ClaheParams params = ReadClaheParams(state.IniPath, state.SectionName, stageNumber);
+    const ClaheParams params = ReadClaheParams(state.IniPath, state.SectionName, position);
     const ConfiguredStageReport report;
     ClaheFrame(pixels, width, height, maxValue, params.BLOCK_SIZE, params.HISTO_BINS, params.MAX_SLOPE);
     report.Log(log, L"#### %02d:%02d:%02d \t: CLAHE ( %.03lf sec )\r\n",

@@ -10,10 +10,10 @@ namespace vastrelline {
 // The CLAHE stage of the configured chain: equalises the frame in place with ClaheFrame, and writes its log
 // lines and the dump "%02d_clahe.raw" as the run's switches ask.
 //
-// pixelCount    has no effect
-// stageNumber   the stage's position in the list, which names its keys
+// pixelCount   has no effect
+// position     in the stage list, which names its keys
 void RunClaheStage(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
-                   LogFile& log, int32_t stageNumber);
+                   LogFile& log, int32_t position);
 
 // The CLAHE stage of the fixed chain: the same, then CorrectDarkArea if CORRECTVAL says so. With image saving
 // on it writes "%02d_clahe_00.raw", the frame before, "%02d_clahe_01.raw", the equalised one, and

@@ -4,8 +4,8 @@
 
 namespace vastrelline {
 
-GammaParams ReadGammaParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+GammaParams ReadGammaParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     GammaParams params;
     keys.Read(L"POST_GAMMA_RATIO", params.POST_GAMMA_RATIO);
     return params;

@@ -11,6 +11,6 @@ struct GammaParams {
 };
 
 // Reads the key of the stage at a position of the stage list.
-GammaParams ReadGammaParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber);
+GammaParams ReadGammaParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

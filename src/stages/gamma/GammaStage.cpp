@@ -31,9 +31,9 @@ void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 }
 
 void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                   int32_t stageNumber) {
+                   int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const GammaParams params = ReadGammaParams(state.IniPath, state.SectionName, stageNumber);
+    const GammaParams params = ReadGammaParams(state.IniPath, state.SectionName, position);
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 

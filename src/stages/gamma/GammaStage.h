@@ -20,9 +20,9 @@ void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 // The gamma stage of the configured chain: maps the frame through a power curve, in place, and writes the
 // curve file, the dump "%02d_Result_Gamma.raw" and its log lines as the run's switches ask.
 //
-// stageNumber   the stage's position in the list, which names its keys
+// position   in the stage list, which names its keys
 void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                   int32_t stageNumber);
+                   int32_t position);
 
 // The same in the fixed chain, which writes no curve file. Its driver runs it only with POST_GAMMA_LUT on.
 //

@@ -5,8 +5,8 @@
 namespace vastrelline {
 
 GaussianParams ReadGaussianParams(const std::wstring& iniPath, const std::wstring& section,
-                                  int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+                                  int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     GaussianParams params;
     keys.Read(L"GAUSSIAN_SIZE", params.GAUSSIAN_SIZE);
     keys.Read(L"GAUSSIAN_REPEAT", params.GAUSSIAN_REPEAT);

@@ -14,7 +14,6 @@ struct GaussianParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-GaussianParams ReadGaussianParams(const std::wstring& iniPath, const std::wstring& section,
-                                  int32_t stageNumber);
+GaussianParams ReadGaussianParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

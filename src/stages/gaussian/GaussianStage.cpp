@@ -16,11 +16,11 @@ constexpr const wchar_t* kDumpName = L"%02d_PreGaussian.raw";
 }  // namespace
 
 void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                      int32_t stageNumber) {
+                      int32_t position) {
     // Unlike in most stages, the time holds the reading of the keys.
     const ConfiguredStageReport report;
     const ConfiguredState& state = SharedConfiguredState();
-    const GaussianParams params = ReadGaussianParams(state.IniPath, state.SectionName, stageNumber);
+    const GaussianParams params = ReadGaussianParams(state.IniPath, state.SectionName, position);
     SmoothGaussian(pixels, width, height, maxValue, params);
     ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
     report.Log(log, L"#### %02d:%02d:%02d \t: Gaussian ( %.03lf sec )\r\n",

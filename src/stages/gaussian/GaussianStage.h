@@ -11,9 +11,9 @@ namespace vastrelline {
 // "%02d_PreGaussian.raw", which has this name wherever the stage stands, and its log lines as the run's
 // switches ask.
 //
-// stageNumber   the stage's position in the list, which names its keys
+// position   in the stage list, which names its keys
 void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                      int32_t stageNumber);
+                      int32_t position);
 
 // The two places of the Gaussian in the fixed chain: one pass with the edge pixels repeated, at
 // PRE_GAUSSIAN_SIZE and POST_GAUSSIAN_SIZE. Both dump as "%02d_PreGaussian.raw": the number tells them apart.

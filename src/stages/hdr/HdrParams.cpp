@@ -4,8 +4,8 @@
 
 namespace vastrelline {
 
-HdrParams ReadHdrParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+HdrParams ReadHdrParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     HdrParams params;
     keys.Read(L"HDR_BLOCK_SIZE", params.HDR_BLOCK_SIZE);
     keys.Read(L"HDR_HISTO_BINS", params.HDR_HISTO_BINS);

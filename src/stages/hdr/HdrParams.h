@@ -18,6 +18,6 @@ struct HdrParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-HdrParams ReadHdrParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber);
+HdrParams ReadHdrParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

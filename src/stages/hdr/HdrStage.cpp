@@ -9,12 +9,12 @@
 namespace vastrelline {
 
 void RunHdrStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/, int32_t maxValue,
-                 LogFile& log, int32_t stageNumber) {
+                 LogFile& log, int32_t position) {
     // Logged like the keys, but not to be set.
     constexpr int32_t kEdgeMax = 1;
     constexpr int32_t kEdgeOffset = 1;
     const ConfiguredState& state = SharedConfiguredState();
-    const HdrParams params = ReadHdrParams(state.IniPath, state.SectionName, stageNumber);
+    const HdrParams params = ReadHdrParams(state.IniPath, state.SectionName, position);
     const ConfiguredStageReport report;
     HdrFrame(pixels, width, height, maxValue, params.HDR_BLOCK_SIZE, params.HDR_HISTO_BINS,
              params.HDR_CLIp_LIMIT, kEdgeMax, kEdgeOffset, params.MAX_LAMBDA, params.WF_SLOPE,

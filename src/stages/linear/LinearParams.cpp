@@ -4,8 +4,8 @@
 
 namespace vastrelline {
 
-LinearParams ReadLinearParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+LinearParams ReadLinearParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     LinearParams params;
     keys.ReadTruncated(L"POST_LINEAR_MODE", params.POST_LINEAR_MODE);
     keys.ReadTruncated(L"POST_LINEAR_LIMITBIN", params.POST_LINEAR_LIMITBIN);

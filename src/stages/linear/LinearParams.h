@@ -13,6 +13,6 @@ struct LinearParams {
 };
 
 // Reads the keys of the stage at a position of the stage list. They are read as doubles and truncated.
-LinearParams ReadLinearParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber);
+LinearParams ReadLinearParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

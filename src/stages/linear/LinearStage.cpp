@@ -36,10 +36,10 @@ void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t w
 }
 
 void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                    int32_t stageNumber) {
+                    int32_t position) {
     constexpr int32_t kWindowMode = 2;
     const ConfiguredState& state = SharedConfiguredState();
-    const LinearParams params = ReadLinearParams(state.IniPath, state.SectionName, stageNumber);
+    const LinearParams params = ReadLinearParams(state.IniPath, state.SectionName, position);
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 

@@ -4,8 +4,8 @@
 
 namespace vastrelline {
 
-MedianParams ReadMedianParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+MedianParams ReadMedianParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     MedianParams params;
     keys.Read(L"MEDIAN_SIZE", params.MEDIAN_SIZE);
     keys.Read(L"MEDIAN_REPEAT", params.MEDIAN_REPEAT);

@@ -13,6 +13,6 @@ struct MedianParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-MedianParams ReadMedianParams(const std::wstring& iniPath, const std::wstring& section, int32_t stageNumber);
+MedianParams ReadMedianParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

@@ -17,9 +17,9 @@ std::wstring FormatMaskLine(int32_t mask) { return FormatText(L"\t\t\t MaskSize 
 
 }  // namespace
 
-void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t stageNumber) {
+void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const MedianParams params = ReadMedianParams(state.IniPath, state.SectionName, stageNumber);
+    const MedianParams params = ReadMedianParams(state.IniPath, state.SectionName, position);
 
     const ConfiguredStageReport report;
     FilterMedianPasses(pixels, width, height, params);

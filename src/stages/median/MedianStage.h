@@ -10,8 +10,8 @@ namespace vastrelline {
 // The median stage of the configured chain: filters the frame in place and writes the dump "%02d_Median.raw"
 // and its log lines as the run's switches ask.
 //
-// stageNumber   the stage's position in the list, which names its keys
-void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t stageNumber);
+// position   in the stage list, which names its keys
+void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& log, int32_t position);
 
 // The median stages of the fixed chain: a square window, taken as wide as the key says, in one pass before
 // and some passes after the other stages, on the caller's thread. They write the dumps

@@ -5,8 +5,8 @@
 namespace vastrelline {
 
 PreContrastParams ReadPreContrastParams(const std::wstring& iniPath, const std::wstring& section,
-                                        int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+                                        int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     PreContrastParams params;
     keys.Read(L"PRECONTRAST_MASK", params.PRECONTRAST_MASK);
     keys.Read(L"PRECONTRAST_RATIO", params.PRECONTRAST_RATIO);

@@ -16,7 +16,7 @@ struct PreContrastParams {
 
 // Reads the keys of the stage at a position of the stage list.
 PreContrastParams ReadPreContrastParams(const std::wstring& iniPath, const std::wstring& section,
-                                        int32_t stageNumber);
+                                        int32_t position);
 
 // The same from the record of the fixed chain.
 PreContrastParams PreContrastParamsOf(const FixedSettings& settings);

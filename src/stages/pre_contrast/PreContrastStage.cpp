@@ -32,9 +32,9 @@ std::wstring RescaleLine(const PreContrastParams& params) {
 }  // namespace
 
 void PreContrastStage(uint16_t* image, int32_t width, int32_t height, int32_t /*pixelCount*/,
-                      int32_t maxValue, LogFile& logFile, int32_t stageNumber) {
+                      int32_t maxValue, LogFile& logFile, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const PreContrastParams params = ReadPreContrastParams(state.IniPath, state.SectionName, stageNumber);
+    const PreContrastParams params = ReadPreContrastParams(state.IniPath, state.SectionName, position);
     if (params.PRECONTRAST_MASK == 0.0) return;
 
     const ConfiguredStageReport report;

@@ -12,10 +12,10 @@ namespace vastrelline {
 // result, which share one number, and its log lines as the run's switches ask. A mask of 0 skips the stage,
 // without a trace.
 //
-// pixelCount    without effect: width * height
-// stageNumber   the stage's position in the list, which names its keys
+// pixelCount   without effect: width * height
+// position     in the stage list, which names its keys
 void PreContrastStage(uint16_t* image, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
-                      LogFile& logFile, int32_t stageNumber);
+                      LogFile& logFile, int32_t position);
 
 // The same in the fixed chain, where a mask of 0 runs the stage with the smoothing's fixed kernel. Its driver
 // runs it only with PRE_CONTRAST on.

@@ -5,8 +5,8 @@
 namespace vastrelline {
 
 PreProcessingParams ReadPreProcessingParams(const std::wstring& iniPath, const std::wstring& section,
-                                            int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+                                            int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     PreProcessingParams params;
     keys.Read(L"PREPROCESSING_ENHANCESCALE", params.PREPROCESSING_ENHANCESCALE);
     keys.Read(L"PREPROCESSING_GAUSSIANPOWER", params.PREPROCESSING_GAUSSIANPOWER);

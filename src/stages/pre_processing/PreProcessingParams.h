@@ -18,6 +18,6 @@ struct PreProcessingParams {
 
 // Reads the keys of the stage at a position of the stage list.
 PreProcessingParams ReadPreProcessingParams(const std::wstring& iniPath, const std::wstring& section,
-                                            int32_t stageNumber);
+                                            int32_t position);
 
 }  // namespace vastrelline

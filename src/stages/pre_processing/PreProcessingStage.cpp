@@ -8,9 +8,9 @@
 namespace vastrelline {
 
 void PreProcessingStage(uint16_t* image, int32_t maxValue, int32_t width, int32_t height,
-                        LogFile& /*logFile*/, int32_t stageNumber) {
+                        LogFile& /*logFile*/, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const PreProcessingParams params = ReadPreProcessingParams(state.IniPath, state.SectionName, stageNumber);
+    const PreProcessingParams params = ReadPreProcessingParams(state.IniPath, state.SectionName, position);
     PreProcessFrame(image, width, height, maxValue, params);
     ConfiguredStageReport::Dump(L"%02d_Preprocessing.raw", image, width, height);
 }

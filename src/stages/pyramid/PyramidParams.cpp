@@ -4,9 +4,8 @@
 
 namespace vastrelline {
 
-PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     PyramidParams params;
     keys.Read(L"PYRAMID_LAYER", params.PYRAMID_LAYER);
     keys.Read(L"GAUSSIAN_SIZE", params.GAUSSIAN_SIZE);

@@ -19,8 +19,7 @@ struct PyramidParams {
 };
 
 // Reads the keys of the stage at a position of the stage list.
-PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber);
+PyramidParams ReadPyramidParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 // The same from the record of the fixed chain, which keeps the noise width in per cent.
 PyramidParams PyramidParamsOf(const FixedSettings& settings);

@@ -48,9 +48,9 @@ void Enhance(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, c
 }  // namespace
 
 void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                  int32_t stageNumber) {
+                  int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const PyramidParams params = ReadPyramidParams(state.IniPath, state.SectionName, stageNumber);
+    const PyramidParams params = ReadPyramidParams(state.IniPath, state.SectionName, position);
     const ConfiguredStageReport report;
     Enhance(image, width, height, maxValue, params, kConfiguredForm, state.SaveImage, state.WritePath);
     ConfiguredStageReport::Dump(L"%02d_Pyramid.raw", image, width, height);

@@ -12,9 +12,9 @@ namespace vastrelline {
 // response of each band as a curve file ("EnhancedSlope_0.txt"), the dump "%02d_Pyramid.raw" and its log
 // lines.
 //
-// stageNumber   the stage's position in the list, which names its keys
+// position   in the stage list, which names its keys
 void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                  int32_t stageNumber);
+                  int32_t position);
 
 // The same of the fixed chain. Here values from the noise limit on lose their band altogether, and the
 // rebuilt levels are not smoothed.

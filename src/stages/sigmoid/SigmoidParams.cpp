@@ -4,9 +4,8 @@
 
 namespace vastrelline {
 
-SigmoidParams ReadSigmoidParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber) {
-    const NumberedKeys keys(iniPath, section, stageNumber);
+SigmoidParams ReadSigmoidParams(const std::wstring& iniPath, const std::wstring& section, int32_t position) {
+    const NumberedKeys keys(iniPath, section, position);
     SigmoidParams params;
     keys.Read(L"POST_SIGMOID_RATIO", params.POST_SIGMOID_RATIO);
     return params;

@@ -11,7 +11,6 @@ struct SigmoidParams {
 };
 
 // Reads the key of the stage at a position of the stage list.
-SigmoidParams ReadSigmoidParams(const std::wstring& iniPath, const std::wstring& section,
-                                int32_t stageNumber);
+SigmoidParams ReadSigmoidParams(const std::wstring& iniPath, const std::wstring& section, int32_t position);
 
 }  // namespace vastrelline

@@ -36,9 +36,9 @@ void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t 
 }
 
 void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                     int32_t stageNumber) {
+                     int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
-    const SigmoidParams params = ReadSigmoidParams(state.IniPath, state.SectionName, stageNumber);
+    const SigmoidParams params = ReadSigmoidParams(state.IniPath, state.SectionName, position);
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 

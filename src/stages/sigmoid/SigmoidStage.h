@@ -20,10 +20,10 @@ void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t 
 // The sigmoid stage of the configured chain: maps the frame through an S-shaped curve, in place, and writes
 // the curve file, the dump "%02d_ResultSigmoid.raw" and its log lines as the run's switches ask.
 //
-// maxValue      where the frame's largest pixel is above it, that one counts
-// stageNumber   the stage's position in the list, which names its keys
+// maxValue   where the frame's largest pixel is above it, that one counts
+// position   in the stage list, which names its keys
 void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
-                     int32_t stageNumber);
+                     int32_t position);
 
 // The tone curve that every run of the fixed chain ends with: the S-shaped one with POST_SIGMOID_LUT on,
 // otherwise the straight ramp. No curve file is written, and the ramp writes no dump either.

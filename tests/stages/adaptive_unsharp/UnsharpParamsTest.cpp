@@ -9,10 +9,10 @@
 namespace vastrelline {
 namespace {
 
-UnsharpParams ParamsAt(std::string_view profile, int32_t stageNumber) {
+UnsharpParams ParamsAt(std::string_view profile, int32_t position) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "profile.ini", profile);
-    return ReadUnsharpParams(folder.Wide(L"profile.ini"), L"Molar", stageNumber);
+    return ReadUnsharpParams(folder.Wide(L"profile.ini"), L"Molar", position);
 }
 
 void ExpectDefaults(const UnsharpParams& params) {

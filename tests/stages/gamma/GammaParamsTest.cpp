@@ -9,10 +9,10 @@
 namespace vastrelline {
 namespace {
 
-double RatioAt(std::string_view profile, int32_t stageNumber) {
+double RatioAt(std::string_view profile, int32_t position) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "profile.ini", profile);
-    return ReadGammaParams(folder.Wide(L"profile.ini"), L"Molar", stageNumber).POST_GAMMA_RATIO;
+    return ReadGammaParams(folder.Wide(L"profile.ini"), L"Molar", position).POST_GAMMA_RATIO;
 }
 
 TEST(GammaParams, KeyIsNamedByThePositionInTheList) {

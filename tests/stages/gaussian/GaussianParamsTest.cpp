@@ -10,10 +10,10 @@
 namespace vastrelline {
 namespace {
 
-GaussianParams ParamsAt(std::string_view profile, int32_t stageNumber) {
+GaussianParams ParamsAt(std::string_view profile, int32_t position) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "profile.ini", profile);
-    return ReadGaussianParams(folder.Wide(L"profile.ini"), L"Molar", stageNumber);
+    return ReadGaussianParams(folder.Wide(L"profile.ini"), L"Molar", position);
 }
 
 void ExpectParams(const GaussianParams& params, double size, int32_t repeat, int32_t ratio,

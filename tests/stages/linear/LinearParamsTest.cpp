@@ -10,10 +10,10 @@
 namespace vastrelline {
 namespace {
 
-LinearParams Read(std::string_view profile, int32_t stageNumber) {
+LinearParams Read(std::string_view profile, int32_t position) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "profile.ini", profile);
-    return ReadLinearParams(folder.Wide(L"profile.ini"), L"Molar", stageNumber);
+    return ReadLinearParams(folder.Wide(L"profile.ini"), L"Molar", position);
 }
 
 void ExpectParams(const LinearParams& params, int32_t mode, int32_t limitBin, int32_t brightOpt) {

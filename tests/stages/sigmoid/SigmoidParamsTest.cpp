@@ -9,10 +9,10 @@
 namespace vastrelline {
 namespace {
 
-double RatioAt(std::string_view profile, int32_t stageNumber) {
+double RatioAt(std::string_view profile, int32_t position) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "profile.ini", profile);
-    return ReadSigmoidParams(folder.Wide(L"profile.ini"), L"Molar", stageNumber).POST_SIGMOID_RATIO;
+    return ReadSigmoidParams(folder.Wide(L"profile.ini"), L"Molar", position).POST_SIGMOID_RATIO;
 }
 
 TEST(SigmoidParams, KeyIsNamedByThePositionInTheList) {
