@@ -8,7 +8,7 @@
 #include "pixels/Truncate.h"
 #include "platform/Clock.h"
 #include "report/BackupSet.h"
-#include "report/StageReport.h"
+#include "report/RunDumps.h"
 #include "sensor/CornerMask.h"
 #include "sensor/MaskedPixels.h"
 #include "sensor/PixelBits.h"
@@ -59,7 +59,7 @@ void ConfiguredFamily::SwitchSection(const std::wstring& sectionName) {
 void ConfiguredFamily::LimitPixels() {
     maxValue_ = RescaleToPixelBits(call_.output, call_.width, call_.height, settings_.BITSTORED);
     CapSaturation(call_.output, call_.width, call_.height, settings_.SATURATION_VALUE);
-    ConfiguredStageReport::Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height);
+    RunDumps::Configured().Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height);
 }
 
 void ConfiguredFamily::FillCorners(const SensorGeometry* geometry) {
@@ -105,7 +105,7 @@ void ConfiguredFamily::RestoreCorners() {
         RestoreMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, isInverted);
         cornerMask_ = {};
     }
-    ConfiguredStageReport::Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height);
+    RunDumps::Configured().Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height);
 }
 
 void ConfiguredFamily::CloseLog(std::wstring_view endLine) {

@@ -5,7 +5,7 @@
 #include "config/FixedState.h"
 #include "pixels/AllocZeroed.h"
 #include "platform/Clock.h"
-#include "report/StageReport.h"
+#include "report/RunDumps.h"
 #include "sensor/CornerMask.h"
 #include "sensor/MaskedPixels.h"
 #include "sensor/PixelBits.h"
@@ -42,7 +42,7 @@ void FixedFamily::CopyInput() {
     std::copy_n(call_.input, CountPixels(call_.width, call_.height), call_.output);
     maxValue_ = RescaleToPixelBits(call_.output, call_.width, call_.height, settings_.BITSTORED);
     CapSaturation(call_.output, call_.width, call_.height, settings_.SATURATION_VALUE);
-    FixedStageReport::Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height, dumpCounter_);
+    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height);
 }
 
 void FixedFamily::FillCorners() {
@@ -69,7 +69,7 @@ void FixedFamily::RestoreCorners() {
 }
 
 void FixedFamily::DumpResult() {
-    FixedStageReport::Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height, dumpCounter_);
+    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height);
 }
 
 void FixedFamily::CloseLog() {

@@ -16,11 +16,10 @@ void RunAdaptiveSmoothingStage(uint16_t* pixels, int32_t width, int32_t height, 
         ReadAdaptiveSmoothingParams(state.IniPath, state.SectionName, position);
     const auto mode = static_cast<SmoothingMode>(params.ADAPTIVESMOOTHING_Mode);
 
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     SmoothByMode(pixels, width, height, maxValue, params);
-    ConfiguredStageReport::Dump(L"%02d_SavgolProc.raw", pixels, width, height);
-    report.Log(log,
-               mode == SmoothingMode::Deviation
+    report.Dump(L"%02d_SavgolProc.raw", pixels, width, height);
+    report.Log(mode == SmoothingMode::Deviation
                    ? L"#### %02d:%02d:%02d \t: AdapSmooth - SEP ( %.03lf sec )\r\n"
                    : L"#### %02d:%02d:%02d \t: AdapSmooth - Savgol ( %.03lf sec )\r\n",
                {FormatText(L"\t\t\t MaskSize : %.03lf\r\n", {params.ADAPTIVESMOOTHING_MASK}),
@@ -30,13 +29,13 @@ void RunAdaptiveSmoothingStage(uint16_t* pixels, int32_t width, int32_t height, 
 
 void RunAdaptiveSmoothing(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                           int32_t& dumpCounter, LogFile& log, const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     const int32_t mask = settings.ADAPTIVESMOOTHING_MASK;
     const int32_t order = settings.ADAPTIVESMOOTHING_ORDER;
     SavgolSmooth(pixels, width, height, maxValue, mask, order);
-    FixedStageReport::Dump(L"%02d_AdaptiveSmooting.raw", pixels, width, height, dumpCounter);  // sic
+    report.Dump(L"%02d_AdaptiveSmooting.raw", pixels, width, height);  // sic
     report.Log(
-        log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: AdaptiveSmoothing ( %d ms )\r\n",
+        L"#### %02d:%02d:%02d \t: AdaptiveSmoothing ( %d ms )\r\n",
         {FormatText(L"\t\t\t MaskSize : %d\r\n", {mask}), FormatText(L"\t\t\t Order    : %d\r\n", {order})});
 }
 

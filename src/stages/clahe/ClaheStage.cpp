@@ -31,27 +31,27 @@ void RunClaheStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pi
                    LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const ClaheParams params = ReadClaheParams(state.IniPath, state.SectionName, position);
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     ClaheFrame(pixels, width, height, maxValue, params.BLOCK_SIZE, params.HISTO_BINS, params.MAX_SLOPE);
-    report.Log(log, L"#### %02d:%02d:%02d \t: CLAHE ( %.03lf sec )\r\n",
+    report.Log(L"#### %02d:%02d:%02d \t: CLAHE ( %.03lf sec )\r\n",
                {BlockSizeLine(params.BLOCK_SIZE), BinsLine(params.HISTO_BINS), SlopeLine(params.MAX_SLOPE)});
-    ConfiguredStageReport::Dump(L"%02d_clahe.raw", pixels, width, height);
+    report.Dump(L"%02d_clahe.raw", pixels, width, height);
 }
 
 void RunClahe(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
               int32_t& dumpCounter, LogFile& log, const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     std::vector<uint16_t> before = AllocZeroed<uint16_t>(width, height);
     const size_t known = std::min(before.size(), static_cast<size_t>(std::max(pixelCount, 0)));
     std::copy_n(pixels, known, before.begin());
     ClaheFrame(pixels, width, height, maxValue, settings.BLOCK_SIZE, settings.HISTO_BINS, settings.MAX_SLOPE);
-    FixedStageReport::DumpBeside(L"%02d_clahe_00.raw", before.data(), width, height, dumpCounter);
-    FixedStageReport::DumpBeside(L"%02d_clahe_01.raw", pixels, width, height, dumpCounter);
+    report.DumpBeside(L"%02d_clahe_00.raw", before.data(), width, height);
+    report.DumpBeside(L"%02d_clahe_01.raw", pixels, width, height);
     if (settings.CORRECTVAL != 0) CorrectDarkArea(pixels, before.data(), width, height, maxValue);
     report.Log(
-        log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: CLAHE ( %d ms )\r\n",
+        L"#### %02d:%02d:%02d \t: CLAHE ( %d ms )\r\n",
         {BlockSizeLine(settings.BLOCK_SIZE), BinsLine(settings.HISTO_BINS), SlopeLine(settings.MAX_SLOPE)});
-    FixedStageReport::Dump(L"%02d_clahe.raw", pixels, width, height, dumpCounter);
+    report.Dump(L"%02d_clahe.raw", pixels, width, height);
 }
 
 }  // namespace vastrelline

@@ -37,24 +37,22 @@ void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, params.POST_GAMMA_RATIO);
     ApplyGammaCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, state.SaveImage,
                     state.WritePath, state.DumpNumber);
     // The curve file and this dump share one number.
-    ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
-    report.Log(log, L"#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n",
-               {FormatText(kGammaLine, {gamma})});
+    report.Dump(kDumpName, pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n", {FormatText(kGammaLine, {gamma})});
 }
 
 void RunFixedGamma(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
                    LogFile& log, const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, settings.POST_GAMMA_RATIO);
     ApplyGammaCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, 0, L"", 0);
-    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
-    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n",
-               {FormatText(kGammaLine, {gamma})});
+    report.Dump(kDumpName, pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n", {FormatText(kGammaLine, {gamma})});
 }
 
 }  // namespace vastrelline

@@ -15,11 +15,11 @@ void RunHdrStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixe
     constexpr int32_t kEdgeOffset = 1;
     const ConfiguredState& state = SharedConfiguredState();
     const HdrParams params = ReadHdrParams(state.IniPath, state.SectionName, position);
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     HdrFrame(pixels, width, height, maxValue, params.HDR_BLOCK_SIZE, params.HDR_HISTO_BINS,
              params.HDR_CLIp_LIMIT, kEdgeMax, kEdgeOffset, params.MAX_LAMBDA, params.WF_SLOPE,
              params.ALPHA_NORM, params.ALPHA_HE, params.LAYER);
-    report.Log(log, L"#### %02d:%02d:%02d \t: HDR ( %.03lf sec )\r\n",
+    report.Log(L"#### %02d:%02d:%02d \t: HDR ( %.03lf sec )\r\n",
                {FormatText(L"\t\t\t BlockSize       : %d\r\n", {params.HDR_BLOCK_SIZE}),
                 FormatText(L"\t\t\t HistogramBins   : %d\r\n", {params.HDR_HISTO_BINS}),
                 FormatText(L"\t\t\t CurveRatio      : %.2lf\r\n", {params.HDR_CLIp_LIMIT}),
@@ -30,7 +30,7 @@ void RunHdrStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixe
                 FormatText(L"\t\t\t Adjust slope of wf      : %.2lf\r\n", {params.WF_SLOPE}),
                 FormatText(L"\t\t\t Fraction of normal Image      : %.2lf\r\n", {params.ALPHA_NORM}),
                 FormatText(L"\t\t\t Fraction of hed Image      : %.2lf\r\n", {params.ALPHA_HE})});
-    ConfiguredStageReport::Dump(L"%02d_HDR.raw", pixels, width, height);
+    report.Dump(L"%02d_HDR.raw", pixels, width, height);
 }
 
 }  // namespace vastrelline

@@ -8,7 +8,7 @@
 #include "operators/curves/LookupTable.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
-#include "report/StageReport.h"
+#include "report/RunDumps.h"
 #include "stages/inversion/InvertPixels.h"
 #include "stages/inversion/LogCurve.h"
 
@@ -58,7 +58,7 @@ void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pix
             break;
     }
     // The curve file and this dump share one number.
-    ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
+    RunDumps::Configured().Dump(kDumpName, pixels, width, height);
 }
 
 void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/,
@@ -68,7 +68,7 @@ void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t 
     if (settings.INVERSE_INTENSITY == 2) {
         ApplyFixedLogCurve(pixels, width, height, settings.INVERSE_LOGRATIO, kOn);
     }
-    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
+    RunDumps::Fixed(dumpCounter).Dump(kDumpName, pixels, width, height);
 }
 
 void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,

@@ -43,7 +43,7 @@ void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t max
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     if (params.POST_LINEAR_MODE == kWindowMode) {
         const int32_t shift = params.POST_LINEAR_BRIGHTOPT;
         const int32_t centre = TruncateToInt32(maxValue / 2.0 + shift);
@@ -54,7 +54,7 @@ void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t max
         ApplyLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, params.POST_LINEAR_LIMITBIN,
                          params.POST_LINEAR_MODE, state.SaveImage, state.WritePath, state.DumpNumber);
     }
-    report.Log(log, L"#### %02d:%02d:%02d \t: Linear Curve ( %.03lf sec )\r\n",
+    report.Log(L"#### %02d:%02d:%02d \t: Linear Curve ( %.03lf sec )\r\n",
                {FormatText(L"\t\t\t Mode        : %d\r\n", {params.POST_LINEAR_MODE}),
                 FormatText(L"\t\t\t LimitBin    : %d\r\n", {params.POST_LINEAR_LIMITBIN}),
                 FormatText(L"\t\t\t BrightOpt   : %d\r\n", {params.POST_LINEAR_BRIGHTOPT})});

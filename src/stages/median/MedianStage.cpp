@@ -21,29 +21,29 @@ void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& lo
     const ConfiguredState& state = SharedConfiguredState();
     const MedianParams params = ReadMedianParams(state.IniPath, state.SectionName, position);
 
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     FilterMedianPasses(pixels, width, height, params);
-    ConfiguredStageReport::Dump(L"%02d_Median.raw", pixels, width, height);
-    report.Log(log, L"#### %02d:%02d:%02d \t: Median ( %.03lf sec )\r\n",
+    report.Dump(L"%02d_Median.raw", pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Median ( %.03lf sec )\r\n",
                {FormatMaskLine(params.MEDIAN_SIZE),
                 FormatText(L"\t\t\t RepaetCnt  : %d\r\n", {params.MEDIAN_REPEAT})});  // sic
 }
 
 void RunPreMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t& dumpCounter, LogFile& log,
                   const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     MedianSquare(pixels, width, height, settings.PRE_MEDIAN_SIZE);
-    FixedStageReport::Dump(L"%02d_PreMedian.raw", pixels, width, height, dumpCounter);
-    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Pre-Median ( %d ms )\r\n",
+    report.Dump(L"%02d_PreMedian.raw", pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Pre-Median ( %d ms )\r\n",
                {FormatMaskLine(settings.PRE_MEDIAN_SIZE)});
 }
 
 void RunPostMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t /*maxValue*/,
                    int32_t& dumpCounter, LogFile& log, const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     FilterMedianSquarePasses(pixels, width, height, settings.POST_MEDIAN_SIZE, settings.POST_MEDIAN_REPEAT);
-    FixedStageReport::Dump(L"%02d_Post_Median.raw", pixels, width, height, dumpCounter);
-    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Post-NoiseReduction ( %d ms )\r\n",
+    report.Dump(L"%02d_Post_Median.raw", pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Post-NoiseReduction ( %d ms )\r\n",
                {FormatMaskLine(settings.POST_MEDIAN_SIZE),
                 FormatText(L"\t\t\t RepeatCnt  : %d\r\n", {settings.POST_MEDIAN_REPEAT})});
 }

@@ -1,6 +1,5 @@
 #include "stages/pre_contrast/PreContrastStage.h"
 
-#include <string>
 #include <vector>
 
 #include "config/ConfiguredState.h"
@@ -14,19 +13,15 @@ namespace vastrelline {
 
 namespace {
 
-constexpr const wchar_t* kSmoothedName = L"%02d_PreContrastGaussian.raw";
-constexpr const wchar_t* kResultName = L"%02d_PreContrast.raw";
-
-std::wstring MaskLine(const PreContrastParams& params) {
-    return FormatText(L"\t\t\t MaskSize       : %.2lf\r\n", {params.PRECONTRAST_MASK});
-}
-
-std::wstring RatioLine(const PreContrastParams& params) {
-    return FormatText(L"\t\t\t CurveRatio     : %.2lf\r\n", {params.PRECONTRAST_RATIO});
-}
-
-std::wstring RescaleLine(const PreContrastParams& params) {
-    return FormatText(L"\t\t\t Rescale        : %d\r\n", {TruncateToInt32(params.PRECONTRAST_RESCALE)});
+void RaiseContrast(uint16_t* image, int32_t width, int32_t height, int32_t maxValue,
+                   const PreContrastParams& params, const StageReport& report, const wchar_t* stageLine) {
+    const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
+    report.DumpBeside(L"%02d_PreContrastGaussian.raw", smoothed.data(), width, height);
+    report.Dump(L"%02d_PreContrast.raw", image, width, height);
+    report.Log(stageLine, {FormatText(L"\t\t\t MaskSize       : %.2lf\r\n", {params.PRECONTRAST_MASK}),
+                           FormatText(L"\t\t\t CurveRatio     : %.2lf\r\n", {params.PRECONTRAST_RATIO}),
+                           FormatText(L"\t\t\t Rescale        : %d\r\n",
+                                      {TruncateToInt32(params.PRECONTRAST_RESCALE)})});
 }
 
 }  // namespace
@@ -37,24 +32,18 @@ void PreContrastStage(uint16_t* image, int32_t width, int32_t height, int32_t /*
     const PreContrastParams params = ReadPreContrastParams(state.IniPath, state.SectionName, position);
     if (params.PRECONTRAST_MASK == 0.0) return;
 
-    const ConfiguredStageReport report;
-    const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
-    ConfiguredStageReport::DumpBeside(kSmoothedName, smoothed.data(), width, height);
-    ConfiguredStageReport::Dump(kResultName, image, width, height);
-    report.Log(logFile, L"#### %02d:%02d:%02d \t: PreConstrast ( %.03lf sec )\r\n",  // sic
-               {MaskLine(params), RatioLine(params), RescaleLine(params)});
+    const StageReport report = StageReport::BeginConfigured(logFile);
+    RaiseContrast(image, width, height, maxValue, params, report,
+                  L"#### %02d:%02d:%02d \t: PreConstrast ( %.03lf sec )\r\n");  // sic
 }
 
 void PreContrastStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t /*pixelCount*/,
                            int32_t maxValue, int32_t& dumpCounter, LogFile& logFile,
                            const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(logFile, dumpCounter, settings);
     const PreContrastParams params = PreContrastParamsOf(settings);
-    const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
-    FixedStageReport::DumpBeside(kSmoothedName, smoothed.data(), width, height, dumpCounter);
-    FixedStageReport::Dump(kResultName, image, width, height, dumpCounter);
-    report.Log(logFile, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: PreConstrast ( %d ms )\r\n",  // sic
-               {MaskLine(params), RatioLine(params), RescaleLine(params)});
+    RaiseContrast(image, width, height, maxValue, params, report,
+                  L"#### %02d:%02d:%02d \t: PreConstrast ( %d ms )\r\n");  // sic
 }
 
 }  // namespace vastrelline

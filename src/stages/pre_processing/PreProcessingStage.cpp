@@ -1,7 +1,7 @@
 #include "stages/pre_processing/PreProcessingStage.h"
 
 #include "config/ConfiguredState.h"
-#include "report/StageReport.h"
+#include "report/RunDumps.h"
 #include "stages/pre_processing/PreProcessFrame.h"
 #include "stages/pre_processing/PreProcessingParams.h"
 
@@ -12,7 +12,7 @@ void PreProcessingStage(uint16_t* image, int32_t maxValue, int32_t width, int32_
     const ConfiguredState& state = SharedConfiguredState();
     const PreProcessingParams params = ReadPreProcessingParams(state.IniPath, state.SectionName, position);
     PreProcessFrame(image, width, height, maxValue, params);
-    ConfiguredStageReport::Dump(L"%02d_Preprocessing.raw", image, width, height);
+    RunDumps::Configured().Dump(L"%02d_Preprocessing.raw", image, width, height);
 }
 
 }  // namespace vastrelline

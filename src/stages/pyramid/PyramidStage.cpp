@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "config/ConfiguredState.h"
-#include "config/FixedState.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/RawDump.h"
+#include "report/RunDumps.h"
 #include "report/StageReport.h"
 #include "stages/pyramid/Pyramid.h"
 #include "stages/pyramid/PyramidParams.h"
@@ -39,10 +39,10 @@ private:
 };
 
 void Enhance(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, const PyramidParams& params,
-             const PyramidForm& form, int32_t saveImage, const std::wstring& writePath) {
-    DumpingObserver observer(writePath);
+             const PyramidForm& form, const RunDumps& dumps) {
+    DumpingObserver observer(dumps.WritePath());
     PyramidProcess(image, width, height, maxValue, BandCurve::Power, params, form,
-                   saveImage != 0 ? &observer : nullptr);
+                   dumps.AreOn() ? &observer : nullptr);
 }
 
 }  // namespace
@@ -51,10 +51,10 @@ void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxVal
                   int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const PyramidParams params = ReadPyramidParams(state.IniPath, state.SectionName, position);
-    const ConfiguredStageReport report;
-    Enhance(image, width, height, maxValue, params, kConfiguredForm, state.SaveImage, state.WritePath);
-    ConfiguredStageReport::Dump(L"%02d_Pyramid.raw", image, width, height);
-    report.Log(logFile, L"#### %02d:%02d:%02d \t: pyramid ( %.03lf sec )\r\n",
+    const StageReport report = StageReport::BeginConfigured(logFile);
+    Enhance(image, width, height, maxValue, params, kConfiguredForm, report);
+    report.Dump(L"%02d_Pyramid.raw", image, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %.03lf sec )\r\n",
                {FormatText(L"\t\t\t Layer          : %d\r\n", {params.PYRAMID_LAYER}),
                 FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {params.GAUSSIAN_SIZE}),
                 FormatText(L"\t\t\t EnhancedRatio : %.2lf\r\n", {params.ENHANCED_RATIO}),
@@ -63,12 +63,10 @@ void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxVal
 
 void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
                        LogFile& logFile, const FixedSettings& settings) {
-    const FixedStageReport report;
-    const FixedState& state = SharedFixedState();
-    Enhance(image, width, height, maxValue, PyramidParamsOf(settings), kFixedForm, state.SaveImage,
-            state.WritePath);
-    FixedStageReport::Dump(L"%02d_Pyramid.raw", image, width, height, dumpCounter);
-    report.Log(logFile, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
+    const StageReport report = StageReport::BeginFixed(logFile, dumpCounter, settings);
+    Enhance(image, width, height, maxValue, PyramidParamsOf(settings), kFixedForm, report);
+    report.Dump(L"%02d_Pyramid.raw", image, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
                {FormatText(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),
                 FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {settings.GAUSSIAN_SIZE}),
                 FormatText(L"\t\t\t dEnhancedRatio : %.2lf\r\n", {settings.ENHANCED_RATIO}),

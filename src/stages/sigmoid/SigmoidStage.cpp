@@ -42,30 +42,30 @@ void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     CommonSettings settings;
     ReadCommonSettings(state.IniPath, state.SectionName, settings);
 
-    const ConfiguredStageReport report;
+    const StageReport report = StageReport::BeginConfigured(log);
     maxValue = std::max(maxValue, MaxPixel(pixels, width, height));
     ApplySigmoidCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, params.POST_SIGMOID_RATIO,
                       kLimitBin, state.SaveImage, state.WritePath, state.DumpNumber);
     // The curve file and this dump share one number.
-    ConfiguredStageReport::Dump(kDumpName, pixels, width, height);
-    report.Log(log, L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %.03lf sec )\r\n",
+    report.Dump(kDumpName, pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %.03lf sec )\r\n",
                {FormatText(kRatioLine, {params.POST_SIGMOID_RATIO})});
 }
 
 void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
                      LogFile& log, const FixedSettings& settings) {
-    const FixedStageReport report;
+    const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     maxValue = std::max(maxValue, MaxPixel(pixels, width, height));
     if (settings.POST_SIGMOID_LUT == 0) {
         ApplyLookupTable(pixels, width, height,
                          BuildLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, 0, 0));
-        report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Linear Curve ( %d ms )\r\n", {});
+        report.Log(L"#### %02d:%02d:%02d \t: Linear Curve ( %d ms )\r\n", {});
         return;
     }
     ApplySigmoidCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, settings.POST_SIGMOID_RATIO,
                       kLimitBin, 0, L"", 0);
-    FixedStageReport::Dump(kDumpName, pixels, width, height, dumpCounter);
-    report.Log(log, settings.SAVE_LOG, L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %d ms )\r\n",
+    report.Dump(kDumpName, pixels, width, height);
+    report.Log(L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %d ms )\r\n",
                {FormatText(kRatioLine, {settings.POST_SIGMOID_RATIO})});
 }
 
