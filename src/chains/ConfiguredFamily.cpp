@@ -94,9 +94,10 @@ void ConfiguredFamily::RunStageList(std::span<const StageEntry> stages) {
 }
 
 void ConfiguredFamily::RunStageAt(std::span<const StageEntry> stages, StageId stage, int32_t position) {
-    RunStage(stages, static_cast<int32_t>(stage),
-             {call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height), maxValue_,
-              log_, position});
+    RunStage(
+        stages, static_cast<int32_t>(stage),
+        {{call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height), maxValue_, log_},
+         position});
 }
 
 void ConfiguredFamily::RestoreCorners() {

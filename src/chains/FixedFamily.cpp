@@ -56,9 +56,11 @@ void FixedFamily::RunStages(FixedChain chain) {
     // The frame that the stretch marks its dark tail in, and that the unsharp stage reads.
     std::vector<uint16_t> stretched;
     if (settings_.HISTOGRAM_STRETCH != 0) stretched = AllocZeroed<uint16_t>(call_.width, call_.height);
-    RunFixedStages(chain,
-                   {call_.output, stretched.empty() ? nullptr : stretched.data(), call_.width, call_.height,
-                    CountPixels(call_.width, call_.height), maxValue_, dumpCounter_, log_, settings_});
+    RunFixedStages(chain, {{call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height),
+                            maxValue_, log_},
+                           stretched.empty() ? nullptr : stretched.data(),
+                           dumpCounter_,
+                           settings_});
 }
 
 void FixedFamily::RestoreCorners() {

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "chains/StageFrame.h"
 #include "config/FixedSettings.h"
-#include "report/LogFile.h"
 
 namespace vastrelline {
 
@@ -13,16 +13,10 @@ enum class FixedChain : int32_t {
     Cr,  // of frames that arrive complete: without the pyramid
 };
 
-// What a stage of these chains works on.
-struct FixedStageCall {
-    uint16_t* frame;      // width * height pixels, changed in place
-    uint16_t* stretched;  // width * height zeroed pixels for the stretch's dark tail; null without a stretch
-    int32_t width;
-    int32_t height;
-    int32_t pixelCount;  // width * height
-    int32_t maxValue;    // the largest pixel value that a stage may write
-    int32_t& dumpCounter;
-    LogFile& log;
+// A call of a stage of these chains.
+struct FixedStageCall : StageFrame {
+    uint16_t* stretched;   // width * height zeroed pixels for the stretch's dark tail; null without a stretch
+    int32_t& dumpCounter;  // the run's next dump number
     const FixedSettings& settings;
 };
 

@@ -3,19 +3,13 @@
 #include <cstdint>
 #include <span>
 
+#include "chains/StageFrame.h"
 #include "config/StageId.h"
-#include "report/LogFile.h"
 
 namespace vastrelline {
 
-// What a stage of the configured chain works on.
-struct StageCall {
-    uint16_t* frame;  // width * height pixels, changed in place
-    int32_t width;
-    int32_t height;
-    int32_t pixelCount;  // width * height
-    int32_t maxValue;    // the largest pixel value that a stage may write
-    LogFile& log;
+// A call of a stage of the configured chain.
+struct StageCall : StageFrame {
     int32_t position;  // in the stage list, from 0; names the stage's keys
 };
 

@@ -28,7 +28,7 @@ constexpr std::array<StageEntry, 2> kTable = {{
 Frame RunOnZeroes(int32_t stageNumber, int32_t position) {
     Frame frame = Flat(2, 1, 0);
     LogFile log;
-    RunStage(kTable, stageNumber, {frame.Data(), 2, 1, 2, 4095, log, position});
+    RunStage(kTable, stageNumber, {{frame.Data(), 2, 1, 2, 4095, log}, position});
     return frame;
 }
 
@@ -53,7 +53,7 @@ TEST(StageTable, StageGetsEveryArgument) {
           }}}};
     Frame frame = Flat(2, 3, 0);
     LogFile log;
-    const StageCall call{frame.Data(), 2, 3, 6, 1023, log, 4};
+    const StageCall call{{frame.Data(), 2, 3, 6, 1023, log}, 4};
     expected = &call;
     RunStage(kChecking, 3, call);
     EXPECT_TRUE(isSame);
