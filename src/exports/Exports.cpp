@@ -24,18 +24,32 @@ using vastrelline::RunCrChain;
 using vastrelline::WidenThreadText;
 using vastrelline::WidenUtf8Text;
 
+namespace {
+
+// What all five processing exports are given. The geometry is the profile's, and the modes select the chains
+// that every export has: an export with more to choose from says so afterwards.
+//
+// widen   turns the caller's texts into wide ones
+ProcessCall MakeCall(std::wstring (*widen)(const char* text), uint16_t* input, int32_t width, int32_t height,
+                     const char* iniPath, const char* sectionName, uint8_t applyMapping,
+                     uint8_t applySpotCorrection) {
+    return {.input = input,
+            .width = width,
+            .height = height,
+            .iniPath = widen(iniPath),
+            .sectionName = widen(sectionName),
+            .isMappingOn = applyMapping != 0,
+            .isSpotCorrectionOn = applySpotCorrection != 0};
+}
+
+}  // namespace
+
 extern "C" int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                                    const char* iniPath, const char* sectionName, uint8_t applyMapping,
                                    uint8_t applySpotCorrection) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{.input = input,
-                               .width = width,
-                               .height = height,
-                               .iniPath = WidenThreadText(iniPath),
-                               .sectionName = WidenThreadText(sectionName),
-                               .isMappingOn = applyMapping != 0,
-                               .isSpotCorrectionOn = applySpotCorrection != 0,
-                               .geometry = nullptr};
+        const ProcessCall call = MakeCall(WidenThreadText, input, width, height, iniPath, sectionName,
+                                          applyMapping, applySpotCorrection);
         return ProcessFrame(call, output);
     });
 }
@@ -44,15 +58,10 @@ extern "C" int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int32_t w
                                     const char* iniPath, const char* sectionName, uint8_t applyMapping,
                                     uint8_t applySpotCorrection, const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{.input = input,
-                               .width = width,
-                               .height = height,
-                               .iniPath = WidenThreadText(iniPath),
-                               .sectionName = WidenThreadText(sectionName),
-                               .isMappingOn = applyMapping != 0,
-                               .isSpotCorrectionOn = applySpotCorrection != 0,
-                               .geometry = geometry,
-                               .mode3 = DecidingChain::LowExposure};
+        ProcessCall call = MakeCall(WidenThreadText, input, width, height, iniPath, sectionName, applyMapping,
+                                    applySpotCorrection);
+        call.geometry = geometry;
+        call.mode3 = DecidingChain::LowExposure;
         return ProcessFrame(call, output);
     });
 }
@@ -61,14 +70,8 @@ extern "C" int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t hei
                                      const char* sectionName, uint8_t applyMapping,
                                      uint8_t applySpotCorrection, const char* bitmapPath) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{.input = input,
-                               .width = width,
-                               .height = height,
-                               .iniPath = WidenThreadText(iniPath),
-                               .sectionName = WidenThreadText(sectionName),
-                               .isMappingOn = applyMapping != 0,
-                               .isSpotCorrectionOn = applySpotCorrection != 0,
-                               .geometry = nullptr};
+        const ProcessCall call = MakeCall(WidenThreadText, input, width, height, iniPath, sectionName,
+                                          applyMapping, applySpotCorrection);
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }
@@ -78,15 +81,10 @@ extern "C" int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32_t he
                                       uint8_t applySpotCorrection, const char* bitmapPath,
                                       const SensorGeometry* geometry) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{.input = input,
-                               .width = width,
-                               .height = height,
-                               .iniPath = WidenUtf8Text(iniPath),
-                               .sectionName = WidenUtf8Text(sectionName),
-                               .isMappingOn = applyMapping != 0,
-                               .isSpotCorrectionOn = applySpotCorrection != 0,
-                               .geometry = geometry,
-                               .mode3 = DecidingChain::LowExposure};
+        ProcessCall call = MakeCall(WidenUtf8Text, input, width, height, iniPath, sectionName, applyMapping,
+                                    applySpotCorrection);
+        call.geometry = geometry;
+        call.mode3 = DecidingChain::LowExposure;
         return ProcessFrameToBitmap(call, WidenUtf8Text(bitmapPath));
     });
 }
@@ -96,17 +94,11 @@ extern "C" int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t he
                                       uint8_t applySpotCorrection, const char* bitmapPath,
                                       const char* sensorFolder, int32_t sensorMode) {
     return GuardExport(kInternalFailure, [&] {
-        const ProcessCall call{.input = input,
-                               .width = width,
-                               .height = height,
-                               .iniPath = WidenThreadText(iniPath),
-                               .sectionName = WidenThreadText(sectionName),
-                               .isMappingOn = applyMapping != 0,
-                               .isSpotCorrectionOn = applySpotCorrection != 0,
-                               .geometry = nullptr,
-                               .mode2 = ListedChain::Extended,
-                               .sensorFolder = WidenThreadText(sensorFolder),
-                               .sensorMode = sensorMode};
+        ProcessCall call = MakeCall(WidenThreadText, input, width, height, iniPath, sectionName, applyMapping,
+                                    applySpotCorrection);
+        call.mode2 = ListedChain::Extended;
+        call.sensorFolder = WidenThreadText(sensorFolder);
+        call.sensorMode = sensorMode;
         return ProcessFrameToBitmap(call, WidenThreadText(bitmapPath));
     });
 }

@@ -21,9 +21,9 @@ struct ProcessCall {
     int32_t height;
     std::wstring iniPath;
     std::wstring sectionName;
-    bool isMappingOn;                // map the output afterwards
-    bool isSpotCorrectionOn;         // even out the input's brightness before anything else
-    const SensorGeometry* geometry;  // the caller's geometry of this frame, or null for the profile's
+    bool isMappingOn;                          // map the output afterwards
+    bool isSpotCorrectionOn;                   // even out the input's brightness before anything else
+    const SensorGeometry* geometry = nullptr;  // the caller's, of this frame; null: the profile's
     ListedChain mode2 = ListedChain::Configured;
     DecidingChain mode3 = DecidingChain::Fixed;
     std::wstring sensorFolder = {};  // for the extended chain
