@@ -45,7 +45,7 @@ Options TakeOptions(InputTail& tail) {
 }
 
 std::vector<uint16_t> Equalized(std::vector<uint16_t> pixels, const Options& options, InstructionSet set) {
-    LimitInstructionSet(set);
+    const ScopedInstructionSet limit(set);
     const int32_t code = ClaheFrame(pixels.data(), options.width, options.height, options.maxValue,
                                     options.blockSize, options.bins, options.maxSlope);
     Require(code == 1, "the answer is always 1");

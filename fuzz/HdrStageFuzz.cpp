@@ -63,8 +63,8 @@ std::vector<uint16_t> TakeFrame(const InputTail& tail, const Options& options) {
     return pixels;
 }
 
-std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& o, InstructionSet limit) {
-    LimitInstructionSet(limit);
+std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& o, InstructionSet set) {
+    const ScopedInstructionSet limit(set);
     HdrFrame(pixels.data(), o.width, o.height, o.maxValue, o.blockSize, o.bins, o.clipLimit, o.edgeMax,
              o.edgeOffset, o.maxLambda, o.wfSlope, o.alphaNorm, o.alphaHe, o.layerStep);
     return pixels;

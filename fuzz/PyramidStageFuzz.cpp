@@ -53,11 +53,10 @@ Options TakeOptions(InputTail& tail) {
     return options;
 }
 
-std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& options, InstructionSet limit) {
-    LimitInstructionSet(limit);
+std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& options, InstructionSet set) {
+    const ScopedInstructionSet limit(set);
     PyramidProcess(pixels.data(), options.width, options.height, options.maxValue, options.curve,
                    options.params, options.form, nullptr);
-    LimitInstructionSet(InstructionSet::Avx512);
     return pixels;
 }
 
@@ -68,9 +67,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Options options = TakeOptions(tail);
     const std::vector<uint16_t> pixels = tail.TakeFrame(options.width, options.height);
     const std::vector<uint16_t> plain = Process(pixels, options, InstructionSet::Reference);
-    for (const InstructionSet limit :
+    for (const InstructionSet set :
          {InstructionSet::Baseline, InstructionSet::Avx2, InstructionSet::Avx512}) {
-        Require(Process(pixels, options, limit) == plain, "every form gives the same bits");
+        Require(Process(pixels, options, set) == plain, "every form gives the same bits");
     }
     if (options.params.PYRAMID_LAYER < 2) {
         Require(plain == pixels, "without a band the frame stays");

@@ -14,13 +14,13 @@ struct BenchSet {
     InstructionSet set;
 };
 
-// The instruction sets that this machine can run, the reference first.
+// The instruction sets that this build and machine can run, the reference first.
 inline std::vector<BenchSet> BenchSets() {
     std::vector<BenchSet> sets;
     for (const BenchSet& set :
          {BenchSet{"scalar", InstructionSet::Reference}, BenchSet{"baseline", InstructionSet::Baseline},
           BenchSet{"avx2", InstructionSet::Avx2}, BenchSet{"avx512", InstructionSet::Avx512}}) {
-        if (set.set <= DetectInstructionSet()) sets.push_back(set);
+        if (set.set <= AllowedInstructionSet()) sets.push_back(set);
     }
     return sets;
 }
@@ -32,9 +32,8 @@ void RegisterForAllSets(const std::string& name, const std::string& form, Bench 
                         Arguments... arguments) {
     for (const BenchSet& set : BenchSets()) {
         const auto run = [set, bench, arguments...](benchmark::State& state) {
-            LimitInstructionSet(set.set);
+            const ScopedInstructionSet limit(set.set);
             bench(state, arguments...);
-            LimitInstructionSet(InstructionSet::Avx512);
         };
         benchmark::RegisterBenchmark((name + "/" + set.name + "/" + form).c_str(), run)
             ->Unit(benchmark::kMillisecond);

@@ -7,12 +7,14 @@ namespace vastrelline {
 
 namespace {
 
-std::atomic<InstructionSet>& Limit() {
 #if defined(VASTRELLINE_SCALAR_ONLY)
-    static std::atomic<InstructionSet> limit{InstructionSet::Reference};
+constexpr InstructionSet kMostOfBuild = InstructionSet::Reference;
 #else
-    static std::atomic<InstructionSet> limit{InstructionSet::Avx512};
+constexpr InstructionSet kMostOfBuild = InstructionSet::Avx512;
 #endif
+
+std::atomic<InstructionSet>& Limit() {
+    static std::atomic<InstructionSet> limit{kMostOfBuild};
     return limit;
 }
 
@@ -36,6 +38,10 @@ InstructionSet DetectInstructionSet() {
 
 InstructionSet AllowedInstructionSet() { return std::min(Limit().load(), DetectInstructionSet()); }
 
-void LimitInstructionSet(InstructionSet limit) { Limit() = limit; }
+ScopedInstructionSet::ScopedInstructionSet(InstructionSet limit) : before_(Limit().load()) {
+    Limit() = std::min(limit, before_);
+}
+
+ScopedInstructionSet::~ScopedInstructionSet() { Limit() = before_; }
 
 }  // namespace vastrelline

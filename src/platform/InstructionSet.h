@@ -17,11 +17,22 @@ enum class InstructionSet : int32_t {
 // The best set that this processor and operating system can run; Reference on other architectures.
 InstructionSet DetectInstructionSet();
 
-// The best set that kernels may use: what was detected, unless a test or the build asks for less.
+// The best set that kernels may use: what was detected, unless the build or a scope asks for less.
 InstructionSet AllowedInstructionSet();
 
-// Limits the kernels to a set, for tests and benchmarks. A set beyond the detected one acts as that.
-void LimitInstructionSet(InstructionSet limit);
+// Limits the kernels of all threads to a set as long as it lives, for tests, fuzz targets and benchmarks;
+// then the limit from before holds again. It takes away only: a set beyond the build's, the machine's or that
+// of a scope around it acts as theirs. Scopes lie one within the other, as they do on a stack.
+class ScopedInstructionSet {
+public:
+    explicit ScopedInstructionSet(InstructionSet limit);
+    ~ScopedInstructionSet();
+    ScopedInstructionSet(const ScopedInstructionSet&) = delete;
+    ScopedInstructionSet& operator=(const ScopedInstructionSet&) = delete;
+
+private:
+    InstructionSet before_;
+};
 
 // The forms of a kernel that may be used now.
 //

@@ -40,14 +40,12 @@ public:
         : configured_(SharedConfiguredState()),
           fixed_(SharedFixedState()),
           dose_(SharedDoseRecord()),
-          threads_(MedianThreadCount()),
-          set_(AllowedInstructionSet()) {}
+          threads_(MedianThreadCount()) {}
     ~ProcessState() {
         SharedConfiguredState() = configured_;
         SharedFixedState() = fixed_;
         SharedDoseRecord() = dose_;
         MedianThreadCount() = threads_;
-        LimitInstructionSet(set_);
     }
     ProcessState(const ProcessState&) = delete;
     ProcessState& operator=(const ProcessState&) = delete;
@@ -57,7 +55,6 @@ private:
     FixedState fixed_;
     DoseRecord dose_;
     int32_t threads_;
-    InstructionSet set_;
 };
 
 // The stages of the configured chain, all twelve of them, in an order that a sensor might have them in.
@@ -165,7 +162,7 @@ TEST_P(WholeChainTest, HasItsHashWithEverySetAndAnyNumberOfThreads) {
     }
     for (const InstructionSet set : {InstructionSet::Reference, InstructionSet::Baseline,
                                      InstructionSet::Avx2, InstructionSet::Avx512}) {
-        LimitInstructionSet(set);
+        const ScopedInstructionSet limit(set);
         if (AllowedInstructionSet() != set) continue;  // it would be one of the others once more
         EXPECT_TRUE(Process(GetParam()) == usual) << "set " << static_cast<int32_t>(set);
     }

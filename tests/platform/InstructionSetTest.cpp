@@ -1,32 +1,52 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "platform/InstructionSet.h"
 
 namespace vastrelline {
 namespace {
 
-class InstructionSetTest : public testing::Test {
-protected:
-    void TearDown() override { LimitInstructionSet(InstructionSet::Avx512); }
-};
-
-TEST_F(InstructionSetTest, LimitHolds) {
-    LimitInstructionSet(InstructionSet::Reference);
+TEST(ScopedInstructionSet, LimitsWhatIsAllowed) {
+    const InstructionSet before = AllowedInstructionSet();
+    const ScopedInstructionSet baseline(InstructionSet::Baseline);
+    EXPECT_EQ(std::min(InstructionSet::Baseline, before), AllowedInstructionSet());
+    const ScopedInstructionSet reference(InstructionSet::Reference);
     EXPECT_EQ(InstructionSet::Reference, AllowedInstructionSet());
-    LimitInstructionSet(InstructionSet::Baseline);
-    EXPECT_EQ(std::min(InstructionSet::Baseline, DetectInstructionSet()), AllowedInstructionSet());
 }
 
-TEST_F(InstructionSetTest, LimitBeyondTheMachineActsAsTheMachine) {
-    LimitInstructionSet(InstructionSet::Avx512);
-    EXPECT_EQ(DetectInstructionSet(), AllowedInstructionSet());
+TEST(ScopedInstructionSet, RestoresTheLimitBeforeIt) {
+    const ScopedInstructionSet outer(InstructionSet::Baseline);
+    const InstructionSet before = AllowedInstructionSet();
+    { const ScopedInstructionSet inner(InstructionSet::Reference); }
+    EXPECT_EQ(before, AllowedInstructionSet());
 }
 
-TEST_F(InstructionSetTest, DetectionDoesNotChange) {
-    EXPECT_EQ(DetectInstructionSet(), DetectInstructionSet());
+TEST(ScopedInstructionSet, RestoresTheLimitWhenLeftEarly) {
+    const InstructionSet before = AllowedInstructionSet();
+    try {
+        const ScopedInstructionSet limit(InstructionSet::Reference);
+        throw std::runtime_error("left early");
+    } catch (const std::runtime_error&) {
+        EXPECT_EQ(before, AllowedInstructionSet());
+    }
 }
+
+TEST(ScopedInstructionSet, LiftsNoLimit) {
+    const InstructionSet before = AllowedInstructionSet();
+    const ScopedInstructionSet best(InstructionSet::Avx512);
+    EXPECT_EQ(before, AllowedInstructionSet());
+    const ScopedInstructionSet reference(InstructionSet::Reference);
+    const ScopedInstructionSet lifted(InstructionSet::Avx512);
+    EXPECT_EQ(InstructionSet::Reference, AllowedInstructionSet());
+}
+
+TEST(InstructionSet, AllowedIsWhatTheMachineHasAtMost) {
+    EXPECT_LE(AllowedInstructionSet(), DetectInstructionSet());
+}
+
+TEST(InstructionSet, DetectionDoesNotChange) { EXPECT_EQ(DetectInstructionSet(), DetectInstructionSet()); }
 
 }  // namespace
 }  // namespace vastrelline

@@ -55,10 +55,8 @@ TEST(SpotPower, RaisesTheShareOfThePeak) {
 }
 
 TEST(SpotPower, LimitCutsTheListDownToTheReference) {
-    LimitInstructionSet(InstructionSet::Reference);
-    const size_t count = SpotPowerVariants().size();
-    LimitInstructionSet(InstructionSet::Avx512);
-    EXPECT_EQ(1U, count);
+    const ScopedInstructionSet limit(InstructionSet::Reference);
+    EXPECT_EQ(1U, SpotPowerVariants().size());
     EXPECT_EQ(InstructionSet::Reference, SpotPowerVariants().front().needs);
 }
 

@@ -18,14 +18,13 @@ struct ClaheSizes {
 
 // The whole of ClaheFrame, the search for the range included.
 void BenchClahe(benchmark::State& state, InstructionSet set, ClaheSizes sizes) {
-    LimitInstructionSet(set);
+    const ScopedInstructionSet limit(set);
     BenchFrame frame = MakeNoiseFrame();
     for (auto _ : state) {
         ClaheFrame(frame.pixels.data(), frame.width, frame.height, kBenchMaxValue, sizes.blockSize,
                    sizes.bins, 1.5);
         benchmark::ClobberMemory();
     }
-    LimitInstructionSet(InstructionSet::Avx512);
     ReportPixels(state, frame);
 }
 

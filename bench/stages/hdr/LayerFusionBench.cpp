@@ -29,9 +29,9 @@ BenchFrame MakeFrame(int32_t fewerColumns, int32_t fewerRows) {
     return frame;
 }
 
-void BenchHdr(benchmark::State& state, InstructionSet limit, int32_t fewerColumns, int32_t fewerRows) {
+void BenchHdr(benchmark::State& state, InstructionSet set, int32_t fewerColumns, int32_t fewerRows) {
     const BenchFrame original = MakeFrame(fewerColumns, fewerRows);
-    LimitInstructionSet(limit);
+    const ScopedInstructionSet limit(set);
     BenchFrame frame = original;
     for (auto _ : state) {
         state.PauseTiming();
@@ -41,15 +41,14 @@ void BenchHdr(benchmark::State& state, InstructionSet limit, int32_t fewerColumn
                  1, 0.9F, 0.005F, 0.3F, 0.3F, 20);
         benchmark::ClobberMemory();
     }
-    LimitInstructionSet(InstructionSet::Avx512);
     ReportPixels(state, frame);
 }
 
-void BenchFusion(benchmark::State& state, InstructionSet limit, int32_t fewerColumns, int32_t fewerRows) {
+void BenchFusion(benchmark::State& state, InstructionSet set, int32_t fewerColumns, int32_t fewerRows) {
     const BenchFrame original = MakeFrame(fewerColumns, fewerRows);
     BenchFrame hed = original;
     ClaheFrame(hed.pixels.data(), hed.width, hed.height, kBenchMaxValue, kBlockSize, kBins, kSlope);
-    LimitInstructionSet(limit);
+    const ScopedInstructionSet limit(set);
     BenchFrame frame = original;
     for (auto _ : state) {
         state.PauseTiming();
@@ -59,7 +58,6 @@ void BenchFusion(benchmark::State& state, InstructionSet limit, int32_t fewerCol
                    0.9F, 0.005F, 0.3F, 0.3F, 20);
         benchmark::ClobberMemory();
     }
-    LimitInstructionSet(InstructionSet::Avx512);
     ReportPixels(state, frame);
 }
 

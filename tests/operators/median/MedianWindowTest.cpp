@@ -185,9 +185,8 @@ TEST(MedianSquareToBuffer, ThreeByThreeIsItsMaskThree) {
 // Equal pixels are the slow case of sorting: with the plain forms asked for, such windows go to the
 // histogram.
 TEST(MedianWindow, PlainFormsDoNotHangOnLargeFlatWindows) {
-    LimitInstructionSet(InstructionSet::Reference);
+    const ScopedInstructionSet limit(InstructionSet::Reference);
     EXPECT_THAT(Square(Impulse(230, 230, 115, 115, 9, 5), 201), EqualsFrame(Flat(230, 230, 5)));
-    LimitInstructionSet(InstructionSet::Avx512);
 }
 
 TEST(WidenMedianMask, GivesOddMasksFromThreeOn) {

@@ -58,12 +58,11 @@ TEST(ClaheEqualize, RefusalHasItsStatusAndLeavesTheFrame) {
 void ExpectEqualized(const Frame& frame, const Arguments& a, const Frame& expected) {
     for (const ClaheVariant& variant : ClaheVariants()) {
         SCOPED_TRACE(variant.name);
-        LimitInstructionSet(variant.needs);
+        const ScopedInstructionSet limit(variant.needs);
         Frame equalized = frame;
         EXPECT_EQ(kClaheFinished, ClaheEqualize(equalized.Data(), static_cast<uint32_t>(frame.width),
                                                 static_cast<uint32_t>(frame.height), a.min, a.max, a.tilesX,
                                                 a.tilesY, a.bins, a.maxSlope, kTwelveBits));
-        LimitInstructionSet(InstructionSet::Avx512);
         EXPECT_THAT(equalized, EqualsFrame(expected));
     }
 }

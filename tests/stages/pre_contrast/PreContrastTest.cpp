@@ -175,10 +175,8 @@ TEST(AmplifyVariants, GiveTheReferenceBitsAndWriteNothingElse) {
 }
 
 TEST(AmplifyVariants, LimitCutsTheListDownToTheReference) {
-    LimitInstructionSet(InstructionSet::Reference);
-    const size_t count = AmplifyVariants().size();
-    LimitInstructionSet(InstructionSet::Avx512);
-    EXPECT_EQ(1U, count);
+    const ScopedInstructionSet limit(InstructionSet::Reference);
+    EXPECT_EQ(1U, AmplifyVariants().size());
 }
 
 }  // namespace

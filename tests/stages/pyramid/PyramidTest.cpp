@@ -130,12 +130,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(PyramidProcess, EveryInstructionSetGivesTheReferenceBits) {
     const Frame frame = Noise(83, 45, 4095, 3);
     for (const PyramidForm& form : {kConfigured, kFixed}) {
-        LimitInstructionSet(InstructionSet::Reference);
-        const Frame expected = Processed(frame, {}, form);
+        const auto processed = [&](InstructionSet set) {
+            const ScopedInstructionSet limit(set);
+            return Processed(frame, {}, form);
+        };
+        const Frame expected = processed(InstructionSet::Reference);
         for (const InstructionSet set :
              {InstructionSet::Baseline, InstructionSet::Avx2, InstructionSet::Avx512}) {
-            LimitInstructionSet(set);
-            EXPECT_THAT(Processed(frame, {}, form), EqualsFrame(expected)) << static_cast<int>(set);
+            EXPECT_THAT(processed(set), EqualsFrame(expected)) << static_cast<int>(set);
         }
     }
 }
