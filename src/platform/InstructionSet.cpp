@@ -7,21 +7,15 @@ namespace vastrelline {
 
 namespace {
 
-#if defined(VASTRELLINE_SCALAR_ONLY)
-constexpr InstructionSet kMostOfBuild = InstructionSet::Reference;
-#else
-constexpr InstructionSet kMostOfBuild = InstructionSet::Avx512;
-#endif
-
 std::atomic<InstructionSet>& Limit() {
-    static std::atomic<InstructionSet> limit{kMostOfBuild};
+    static std::atomic<InstructionSet> limit{InstructionSet::Avx512};
     return limit;
 }
 
 }  // namespace
 
 InstructionSet DetectInstructionSet() {
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     static const InstructionSet detected = [] {
         __builtin_cpu_init();
         if (__builtin_cpu_supports("avx2") == 0) return InstructionSet::Baseline;

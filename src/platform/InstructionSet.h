@@ -14,15 +14,16 @@ enum class InstructionSet : int32_t {
     Avx512,  // F, DQ, BW and VL
 };
 
-// The best set that this processor and operating system can run; Reference on other architectures.
+// The best set that this processor and operating system can run; Reference in a build without vector forms,
+// as on other architectures.
 InstructionSet DetectInstructionSet();
 
-// The best set that kernels may use: what was detected, unless the build or a scope asks for less.
+// The best set that kernels may use: what was detected, unless a scope asks for less.
 InstructionSet AllowedInstructionSet();
 
 // Limits the kernels of all threads to a set as long as it lives, for tests, fuzz targets and benchmarks;
-// then the limit from before holds again. It takes away only: a set beyond the build's, the machine's or that
-// of a scope around it acts as theirs. Scopes lie one within the other, as they do on a stack.
+// then the limit from before holds again. It takes away only: a set beyond what was detected or that of a
+// scope around it acts as theirs. Scopes lie one within the other, as they do on a stack.
 class ScopedInstructionSet {
 public:
     explicit ScopedInstructionSet(InstructionSet limit);
@@ -47,10 +48,17 @@ std::span<const Variant> AllowedVariants(const Variant (&all)[Count]) {
 
 }  // namespace vastrelline
 
+// Whether kernels have forms beside the plain ones. All that is built with the library sees the same answer,
+// tests included: VASTRELLINE_SCALAR_ONLY goes to everybody who links it.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(VASTRELLINE_SCALAR_ONLY)
+#define VASTRELLINE_VECTOR_FORMS 1
+#else
+#define VASTRELLINE_VECTOR_FORMS 0
+#endif
+
 // Marks one function for an instruction set. Without fused multiply-add: a fused one rounds once in place of
 // twice and changes results.
-#if defined(__x86_64__) && defined(__GNUC__)
-#define VASTRELLINE_X86 1
+#if VASTRELLINE_VECTOR_FORMS
 #define TARGET_BASELINE
 #define TARGET_AVX2 __attribute__((target("avx2,no-fma")))
 #if defined(__clang__)
@@ -60,6 +68,4 @@ std::span<const Variant> AllowedVariants(const Variant (&all)[Count]) {
 #else
 #define TARGET_AVX512 __attribute__((target("avx512f,avx512dq,avx512bw,avx512vl,no-fma")))
 #endif
-#else
-#define VASTRELLINE_X86 0
 #endif

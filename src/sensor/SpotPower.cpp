@@ -23,7 +23,7 @@ void RaiseScalar(const SpotPowerCall& call, const SpotPowerTables& tables) {
     }
 }
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 constexpr size_t kBlock = 512;
 
@@ -103,7 +103,7 @@ TARGET_AVX2 void RaiseAvx2(const SpotPowerCall& call, const SpotPowerTables& tab
 
 constexpr SpotPowerVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, RaiseScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, RaiseBaseline},
     {"avx2", InstructionSet::Avx2, RaiseAvx2},
 #endif

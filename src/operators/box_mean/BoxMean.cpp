@@ -9,7 +9,7 @@ namespace {
 
 constexpr BoxMeanVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, BoxMeanScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, BoxMeanBaseline},
     {"avx2", InstructionSet::Avx2, BoxMeanAvx2},
     {"avx512", InstructionSet::Avx512, BoxMeanAvx512},

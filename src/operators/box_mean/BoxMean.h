@@ -48,7 +48,7 @@ std::span<const BoxMeanVariant> BoxMeanVariants();
 // The definition.
 void BoxMeanScalar(const BoxMeanCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void BoxMeanBaseline(const BoxMeanCall& call);
 void BoxMeanAvx2(const BoxMeanCall& call);
 void BoxMeanAvx512(const BoxMeanCall& call);

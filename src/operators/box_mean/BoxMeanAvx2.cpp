@@ -1,6 +1,6 @@
 #include "operators/box_mean/BoxMeanSchedule.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #include <immintrin.h>
 

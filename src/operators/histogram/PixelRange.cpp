@@ -18,7 +18,7 @@ PixelRange FindScalar(const uint16_t* pixels, size_t count) {
     return range;
 }
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 // Becomes part of each function below, so that the compiler makes vectors of that function's width. With its
 // top bit inverted a pixel orders as a number with a sign, the only one that every x86-64 has vectors for.
@@ -45,7 +45,7 @@ TARGET_AVX512 PixelRange FindAvx512(const uint16_t* pixels, size_t count) {
 
 constexpr PixelRangeVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, FindScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, FindBaseline},
     {"avx2", InstructionSet::Avx2, FindAvx2},
     {"avx512", InstructionSet::Avx512, FindAvx512},

@@ -11,7 +11,7 @@ namespace {
 constexpr MedianVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, FilterMedianScalar},
     {"histogram", InstructionSet::Reference, FilterMedianHistogram},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, FilterMedianBaseline},
     {"avx2", InstructionSet::Avx2, FilterMedianAvx2},
     {"avx512", InstructionSet::Avx512, FilterMedianAvx512},

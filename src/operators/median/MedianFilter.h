@@ -45,7 +45,7 @@ void FilterMedianScalar(const MedianCall& call);
 // A histogram of the window that moves with it, for windows of any size.
 void FilterMedianHistogram(const MedianCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void FilterMedianBaseline(const MedianCall& call);
 void FilterMedianAvx2(const MedianCall& call);
 void FilterMedianAvx512(const MedianCall& call);

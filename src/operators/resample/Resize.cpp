@@ -17,7 +17,7 @@ namespace {
 
 constexpr ResizeVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, ResizeFrameScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, ResizeFrameBaseline},
     {"avx2", InstructionSet::Avx2, ResizeFrameAvx2},
 #endif

@@ -57,7 +57,7 @@ std::span<const ResizeVariant> ResizeVariants();
 // The definition.
 void ResizeFrameScalar(const ResizeCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void ResizeFrameBaseline(const ResizeCall& call);
 void ResizeFrameAvx2(const ResizeCall& call);
 #endif

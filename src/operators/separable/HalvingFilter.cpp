@@ -11,7 +11,7 @@ namespace {
 
 constexpr HalvingVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, FilterAndHalveScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, FilterAndHalveBaseline},
     {"avx2", InstructionSet::Avx2, FilterAndHalveAvx2},
     {"avx512", InstructionSet::Avx512, FilterAndHalveAvx512},

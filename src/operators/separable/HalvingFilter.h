@@ -44,7 +44,7 @@ std::span<const HalvingVariant> HalvingVariants();
 // The definition.
 void FilterAndHalveScalar(const HalvingCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void FilterAndHalveBaseline(const HalvingCall& call);
 void FilterAndHalveAvx2(const HalvingCall& call);
 void FilterAndHalveAvx512(const HalvingCall& call);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr RowFilterVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, FilterRowsScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, FilterRowsBaseline},
     {"avx2", InstructionSet::Avx2, FilterRowsAvx2},
     {"avx512", InstructionSet::Avx512, FilterRowsAvx512},

@@ -49,7 +49,7 @@ std::span<const RowFilterVariant> RowFilterVariants();
 // The definition.
 void FilterRowsScalar(const RowFilterCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void FilterRowsBaseline(const RowFilterCall& call);
 void FilterRowsAvx2(const RowFilterCall& call);
 void FilterRowsAvx512(const RowFilterCall& call);

@@ -15,7 +15,7 @@ void RunPlan(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
 
 constexpr FilterVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, FilterFrameScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, FilterFrameBaseline},
     {"avx2", InstructionSet::Avx2, FilterFrameAvx2},
     {"avx512", InstructionSet::Avx512, FilterFrameAvx512},

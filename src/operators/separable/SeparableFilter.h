@@ -65,7 +65,7 @@ std::span<const FilterVariant> FilterVariants();
 // The definition.
 void FilterFrameScalar(const FilterCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void FilterFrameBaseline(const FilterCall& call);
 void FilterFrameAvx2(const FilterCall& call);
 void FilterFrameAvx512(const FilterCall& call);

@@ -1,6 +1,6 @@
 #include "operators/separable/FilterSchedule.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #include <immintrin.h>
 

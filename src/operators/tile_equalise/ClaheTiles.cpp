@@ -12,7 +12,7 @@ namespace {
 
 constexpr ClaheVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, ClaheTilesScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, ClaheTilesBaseline},
     {"avx2", InstructionSet::Avx2, ClaheTilesAvx2},
 #endif

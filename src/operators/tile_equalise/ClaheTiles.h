@@ -46,7 +46,7 @@ int32_t RunClaheTiles(ClaheCall call, double maxSlope);
 // The definition.
 void ClaheTilesScalar(const ClaheCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void ClaheTilesBaseline(const ClaheCall& call);
 void ClaheTilesAvx2(const ClaheCall& call);
 #endif

@@ -2,7 +2,7 @@
 
 #include "operators/tile_equalise/ClaheSchedule.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #include <immintrin.h>
 

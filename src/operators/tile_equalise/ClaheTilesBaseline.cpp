@@ -2,7 +2,7 @@
 
 #include "operators/tile_equalise/ClaheSchedule.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #define TARGET TARGET_BASELINE
 

@@ -8,7 +8,7 @@ namespace {
 
 constexpr DeviationVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, QuantiseDeviationScalar, BlendByLevelScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, QuantiseDeviationBaseline, BlendByLevelBaseline},
     {"avx2", InstructionSet::Avx2, QuantiseDeviationAvx2, BlendByLevelAvx2},
 #endif

@@ -71,7 +71,7 @@ std::span<const DeviationVariant> DeviationVariants();
 void QuantiseDeviationScalar(const DeviationCall& call);
 void BlendByLevelScalar(const BlendCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void QuantiseDeviationBaseline(const DeviationCall& call);
 void BlendByLevelBaseline(const BlendCall& call);
 void QuantiseDeviationAvx2(const DeviationCall& call);

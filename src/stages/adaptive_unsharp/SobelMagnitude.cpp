@@ -12,7 +12,7 @@ namespace {
 
 constexpr SobelRowVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, SobelRowScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, SobelRowBaseline},
     {"avx2", InstructionSet::Avx2, SobelRowAvx2},
     {"avx512", InstructionSet::Avx512, SobelRowAvx512},

@@ -40,7 +40,7 @@ void SobelMagnitudeWith(const SobelRowVariant& variant, uint16_t* pixels, int32_
 // The definition.
 void SobelRowScalar(const SobelRowCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void SobelRowBaseline(const SobelRowCall& call);
 void SobelRowAvx2(const SobelRowCall& call);
 void SobelRowAvx512(const SobelRowCall& call);

@@ -8,7 +8,7 @@ namespace vastrelline {
 std::span<const FusionVariant> FusionVariants() {
     static const FusionVariant variants[] = {
         {"scalar", InstructionSet::Reference, &kFusionKernelsScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
         {"baseline", InstructionSet::Baseline, &kFusionKernelsBaseline},
         {"avx2", InstructionSet::Avx2, &kFusionKernelsAvx2},
         {"avx512", InstructionSet::Avx512, &kFusionKernelsAvx512},

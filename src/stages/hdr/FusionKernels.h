@@ -97,7 +97,7 @@ uint16_t StretchPixel(double sum, const FusionStretch& stretch);
 // The definition.
 extern const FusionKernels kFusionKernelsScalar;
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 extern const FusionKernels kFusionKernelsBaseline;
 extern const FusionKernels kFusionKernelsAvx2;
 extern const FusionKernels kFusionKernelsAvx512;

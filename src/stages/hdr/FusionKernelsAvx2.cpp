@@ -1,6 +1,6 @@
 #include "stages/hdr/FusionKernels.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #include <immintrin.h>
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr AmplifyVariant kVariants[] = {
     {"scalar", InstructionSet::Reference, AmplifyDifferenceScalar},
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, AmplifyDifferenceBaseline},
     {"avx2", InstructionSet::Avx2, AmplifyDifferenceAvx2},
     {"avx512", InstructionSet::Avx512, AmplifyDifferenceAvx512},

@@ -44,7 +44,7 @@ std::span<const AmplifyVariant> AmplifyVariants();
 // lowered to maxValue.
 void AmplifyDifferenceScalar(const AmplifyCall& call);
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 void AmplifyDifferenceBaseline(const AmplifyCall& call);
 void AmplifyDifferenceAvx2(const AmplifyCall& call);
 void AmplifyDifferenceAvx512(const AmplifyCall& call);

@@ -1,6 +1,6 @@
 #include "stages/pre_contrast/PreContrast.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #include <emmintrin.h>
 

@@ -7,7 +7,7 @@ namespace vastrelline {
 std::span<const BandKernels> BandVariants() {
     static const BandKernels variants[] = {
         ScalarBandKernels(),
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
         BaselineBandKernels(),
         Avx2BandKernels(),
 #endif

@@ -46,7 +46,7 @@ std::span<const BandKernels> BandVariants();
 // The definition.
 BandKernels ScalarBandKernels();
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 BandKernels BaselineBandKernels();
 BandKernels Avx2BandKernels();
 #endif

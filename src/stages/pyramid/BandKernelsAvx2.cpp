@@ -1,6 +1,6 @@
 #include "stages/pyramid/BandKernels.h"
 
-#if VASTRELLINE_X86
+#if VASTRELLINE_VECTOR_FORMS
 
 #define TARGET TARGET_AVX2
 
