@@ -57,7 +57,8 @@ void TestDeviation(std::vector<uint16_t> pixels, const Options& options) {
         {pixels.data(), options.width, options.height, kDeviationRadius, expected.data()});
     for (const DeviationVariant& variant : DeviationVariants()) {
         std::vector<uint16_t> levels(pixels.size());
-        variant.quantise({pixels.data(), options.width, options.height, kDeviationRadius, levels.data()});
+        variant.run->quantise(
+            {pixels.data(), options.width, options.height, kDeviationRadius, levels.data()});
         Require(levels == expected, "every variant gives the levels of the definition");
     }
     const std::vector<double> map =

@@ -118,7 +118,7 @@ void ApplySpotCorrection(uint16_t* frame, int32_t maskSize, int32_t width, int32
     // Half of them would be 0, and so would be the divisor of every exponent.
     if (peak <= 1) return;
     const SpotPowerTables tables = MakeSpotPowerTables(peak, BuildExponents(peak, maskSize));
-    const SpotPowerVariant& power = SpotPowerVariants().back();
+    const SpotPowerVariant& power = FastestOf(SpotPowerVariants());
     MovingSquare square(maskSize, width, height);
     const auto lineLength = static_cast<size_t>(width);
     std::vector<uint16_t> kept(static_cast<size_t>(square.SeenRows()) * lineLength);

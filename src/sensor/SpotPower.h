@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -28,11 +29,7 @@ struct SpotPowerCall {
 };
 
 // A form of it.
-struct SpotPowerVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const SpotPowerCall& call, const SpotPowerTables& tables);
-};
+using SpotPowerVariant = Variant<void (*)(const SpotPowerCall& call, const SpotPowerTables& tables)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const SpotPowerVariant> SpotPowerVariants();

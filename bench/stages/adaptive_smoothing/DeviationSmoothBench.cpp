@@ -16,7 +16,8 @@ void BenchQuantiseDeviation(benchmark::State& state, const DeviationVariant& var
     const BenchFrame frame = MakeNoiseFrame();
     std::vector<uint16_t> levels(frame.pixels.size());
     for (auto _ : state) {
-        variant.quantise({frame.pixels.data(), frame.width, frame.height, kDeviationRadius, levels.data()});
+        variant.run->quantise(
+            {frame.pixels.data(), frame.width, frame.height, kDeviationRadius, levels.data()});
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);
@@ -35,7 +36,7 @@ void BenchBlendByLevel(benchmark::State& state, const DeviationVariant& variant)
                    [](uint16_t pixel) { return static_cast<uint16_t>(pixel / 4); });
     const auto count = static_cast<int64_t>(frame.pixels.size());
     for (auto _ : state) {
-        variant.blend({frame.pixels.data(), smooth.data(), levels.data(), weights, count});
+        variant.run->blend({frame.pixels.data(), smooth.data(), levels.data(), weights, count});
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);

@@ -73,10 +73,10 @@ void BenchSubtractAndAdd(benchmark::State& state, const BandKernels& kernels) {
 }
 
 const bool kRegistered = [] {
-    for (const BandKernels& kernels : BandVariants()) {
-        const std::string name = std::string("Pyramid/") + kernels.name;
+    for (const BandVariant& variant : BandVariants()) {
+        const std::string name = std::string("Pyramid/") + variant.name;
         const auto add = [&](const char* what, void (*bench)(benchmark::State&, const BandKernels&)) {
-            benchmark::RegisterBenchmark((name + what).c_str(), bench, kernels)
+            benchmark::RegisterBenchmark((name + what).c_str(), bench, *variant.run)
                 ->Unit(benchmark::kMillisecond);
         };
         add("/FindRange", BenchFindRange);

@@ -26,12 +26,12 @@ void BoxMean(const uint16_t* source, uint16_t* destination, int32_t width, int32
         std::copy_n(source, static_cast<size_t>(width) * static_cast<size_t>(height), destination);
         return;
     }
-    BoxMeanVariants().back().run({source, destination, width, height, radius});
+    FastestOf(BoxMeanVariants()).run({source, destination, width, height, radius});
 }
 
 void BoxMeanInPlace(uint16_t* buffer, int32_t width, int32_t height, int32_t radius) {
     if (buffer == nullptr || width <= 0 || height <= 0 || radius <= 0) return;
-    BoxMeanVariants().back().run({buffer, buffer, width, height, radius});
+    FastestOf(BoxMeanVariants()).run({buffer, buffer, width, height, radius});
 }
 
 }  // namespace vastrelline

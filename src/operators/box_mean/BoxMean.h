@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -36,11 +37,7 @@ struct BoxMeanCall {
 };
 
 // A form of the box mean.
-struct BoxMeanVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const BoxMeanCall& call);
-};
+using BoxMeanVariant = Variant<void (*)(const BoxMeanCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const BoxMeanVariant> BoxMeanVariants();

@@ -58,7 +58,7 @@ std::span<const PixelRangeVariant> PixelRangeVariants() { return AllowedVariants
 
 PixelRange FindPixelRange(const uint16_t* pixels, int32_t width, int32_t height) {
     const FrameView frame(pixels, width, height);
-    return PixelRangeVariants().back().run(frame.begin(), frame.Count());
+    return FastestOf(PixelRangeVariants()).run(frame.begin(), frame.Count());
 }
 
 int32_t MaxPixel(const uint16_t* pixels, int32_t width, int32_t height) {

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -22,11 +23,7 @@ int32_t MaxPixel(const uint16_t* pixels, int32_t width, int32_t height);
 int32_t MinPixel(const uint16_t* pixels, int32_t width, int32_t height);
 
 // A form of the search.
-struct PixelRangeVariant {
-    const char* name;
-    InstructionSet needs;
-    PixelRange (*run)(const uint16_t* pixels, size_t count);
-};
+using PixelRangeVariant = Variant<PixelRange (*)(const uint16_t* pixels, size_t count)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const PixelRangeVariant> PixelRangeVariants();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 namespace vastrelline {
 
@@ -41,7 +40,7 @@ void FilterMedian(const MedianCall& call) {
     const bool isPlain = AllowedInstructionSet() == InstructionSet::Reference &&
                          DetectInstructionSet() != InstructionSet::Reference &&
                          int64_t{call.windowWidth} * call.windowHeight <= kMostPixelsSorted;
-    FilterMedianWith(isPlain ? MedianVariants().front() : MedianVariants().back(), call);
+    FilterMedianWith(isPlain ? MedianVariants().front() : FastestOf(MedianVariants()), call);
 }
 
 }  // namespace vastrelline

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -26,11 +27,7 @@ void FilterMedian(const MedianCall& call);
 
 // A form of FilterMedian. Each is run with rows that all have their windows inside the frame, and at least
 // one such row and column.
-struct MedianVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const MedianCall& call);
-};
+using MedianVariant = Variant<void (*)(const MedianCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last. From the baseline on they
 // have sorting networks for the usual windows and act as the histogram for all others.

@@ -52,8 +52,9 @@ void EnlargeInto(const FrameView<uint16_t>& buffer, const OwnedFrame& reduced, i
     const bool isExact = enlargedWidth == buffer.Width() && enlargedHeight == buffer.Height();
     const bool covers = enlargedWidth >= buffer.Width() && enlargedHeight >= buffer.Height();
     if (isExact || (factor != 2 && covers)) {
-        return ResizeVariants().back().run({reduced.pixels.data(), reduced.width, reduced.height, scale,
-                                            buffer.begin(), buffer.Width(), buffer.Height()});
+        return FastestOf(ResizeVariants())
+            .run({reduced.pixels.data(), reduced.width, reduced.height, scale, buffer.begin(), buffer.Width(),
+                  buffer.Height()});
     }
     const OwnedFrame enlarged = ResizeBilinear(reduced.pixels.data(), reduced.width, reduced.height, scale);
     // Where a reduced side was truncated, the enlarged frame does not cover all of the buffer.
@@ -71,8 +72,8 @@ OwnedFrame ResizeBilinear(const uint16_t* source, int32_t width, int32_t height,
     const int32_t resultHeight = TruncateToInt32(height * scale);
     OwnedFrame result{resultWidth, resultHeight, AllocZeroed<uint16_t>(resultWidth, resultHeight)};
     if (!result.pixels.empty()) {
-        ResizeVariants().back().run(
-            {source, width, height, scale, result.pixels.data(), resultWidth, resultHeight});
+        FastestOf(ResizeVariants())
+            .run({source, width, height, scale, result.pixels.data(), resultWidth, resultHeight});
     }
     return result;
 }

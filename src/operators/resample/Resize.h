@@ -5,6 +5,7 @@
 
 #include "pixels/OwnedFrame.h"
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -45,11 +46,7 @@ struct ResizeCall {
 };
 
 // A form of the resampling.
-struct ResizeVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const ResizeCall& call);
-};
+using ResizeVariant = Variant<void (*)(const ResizeCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const ResizeVariant> ResizeVariants();

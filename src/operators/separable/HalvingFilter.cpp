@@ -24,7 +24,7 @@ std::span<const HalvingVariant> HalvingVariants() { return AllowedVariants(kVari
 
 void FilterAndHalve(const HalvingCall& call) {
     if (call.width < 2 || call.height < 2 || call.kernel.empty()) return;
-    HalvingVariants().back().run(call);
+    FastestOf(HalvingVariants()).run(call);
 }
 
 void GaussHalveReplicate(const uint16_t* source, int32_t width, int32_t height, int32_t maxValue,

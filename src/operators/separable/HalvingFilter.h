@@ -5,6 +5,7 @@
 
 #include "operators/separable/SeparableFilter.h"
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -32,11 +33,7 @@ void GaussHalveReplicate(const uint16_t* source, int32_t width, int32_t height, 
                          double sigma, uint16_t* result);
 
 // A form of FilterAndHalve.
-struct HalvingVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const HalvingCall& call);
-};
+using HalvingVariant = Variant<void (*)(const HalvingCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const HalvingVariant> HalvingVariants();

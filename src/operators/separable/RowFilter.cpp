@@ -24,7 +24,7 @@ std::span<const RowFilterVariant> RowFilterVariants() { return AllowedVariants(k
 
 void FilterRows(const RowFilterCall& call) {
     if (call.width <= 0 || call.height <= 0 || call.kernel.empty()) return;
-    RowFilterVariants().back().run(call);
+    FastestOf(RowFilterVariants()).run(call);
 }
 
 void GaussRowsReplicate(int32_t width, int32_t height, int32_t maxValue, double sigma,

@@ -6,6 +6,7 @@
 
 #include "operators/separable/SeparableFilter.h"
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -37,11 +38,7 @@ void GaussRowsReplicate(int32_t width, int32_t height, int32_t maxValue, double 
                         const RowSource& sourceRow, const RowSink& takeRow);
 
 // A form of FilterRows.
-struct RowFilterVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const RowFilterCall& call);
-};
+using RowFilterVariant = Variant<void (*)(const RowFilterCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const RowFilterVariant> RowFilterVariants();

@@ -28,7 +28,7 @@ std::span<const FilterVariant> FilterVariants() { return AllowedVariants(kVarian
 
 void FilterFrame(const FilterCall& call) {
     if (call.width <= 0 || call.height <= 0 || call.kernel.empty()) return;
-    FilterVariants().back().run(call);
+    FastestOf(FilterVariants()).run(call);
 }
 
 void SeparableFilter(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, const double* kernel,

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -53,11 +54,7 @@ void GaussFilterWrap(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
 void GaussFilterReplicate(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double sigma);
 
 // A form of FilterFrame.
-struct FilterVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const FilterCall& call);
-};
+using FilterVariant = Variant<void (*)(const FilterCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const FilterVariant> FilterVariants();

@@ -37,12 +37,7 @@ uint32_t ClipLimit(uint32_t pixelsPerTile, uint32_t bins, double maxSlope) {
 
 }  // namespace
 
-std::span<const ClaheVariant> ClaheVariants() {
-    size_t count = 0;
-    const InstructionSet allowed = AllowedInstructionSet();
-    while (count < std::size(kVariants) && kVariants[count].needs <= allowed) ++count;
-    return std::span(kVariants).first(count);
-}
+std::span<const ClaheVariant> ClaheVariants() { return AllowedVariants(kVariants); }
 
 int32_t RunClaheTiles(ClaheCall call, double maxSlope) {
     constexpr uint32_t kDefaultBins = 128;
@@ -58,7 +53,7 @@ int32_t RunClaheTiles(ClaheCall call, double maxSlope) {
     const uint32_t tileHeight = (call.height + call.padBottom) / call.tilesY;
     call.clip = ClipLimit(tileWidth * tileHeight, call.bins, maxSlope);
     try {
-        ClaheVariants().back().run(call);
+        FastestOf(ClaheVariants()).run(call);
     } catch (const std::bad_alloc&) {
         return kClaheNoMemory;
     } catch (const std::length_error&) {

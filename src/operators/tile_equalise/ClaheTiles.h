@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -25,11 +26,7 @@ struct ClaheCall {
 };
 
 // A form of the equalisation.
-struct ClaheVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const ClaheCall& call);
-};
+using ClaheVariant = Variant<void (*)(const ClaheCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last. They change no pixel before
 // they hold the memory they need, a list of one tile's bins apart; without it they throw std::bad_alloc or

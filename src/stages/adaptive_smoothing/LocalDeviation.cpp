@@ -6,11 +6,17 @@ namespace vastrelline {
 
 namespace {
 
-constexpr DeviationVariant kVariants[] = {
-    {"scalar", InstructionSet::Reference, QuantiseDeviationScalar, BlendByLevelScalar},
+constexpr DeviationLoops kScalar = {QuantiseDeviationScalar, BlendByLevelScalar};
 #if VASTRELLINE_VECTOR_FORMS
-    {"baseline", InstructionSet::Baseline, QuantiseDeviationBaseline, BlendByLevelBaseline},
-    {"avx2", InstructionSet::Avx2, QuantiseDeviationAvx2, BlendByLevelAvx2},
+constexpr DeviationLoops kBaseline = {QuantiseDeviationBaseline, BlendByLevelBaseline};
+constexpr DeviationLoops kAvx2 = {QuantiseDeviationAvx2, BlendByLevelAvx2};
+#endif
+
+constexpr DeviationVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, &kScalar},
+#if VASTRELLINE_VECTOR_FORMS
+    {"baseline", InstructionSet::Baseline, &kBaseline},
+    {"avx2", InstructionSet::Avx2, &kAvx2},
 #endif
 };
 
@@ -20,12 +26,12 @@ std::span<const DeviationVariant> DeviationVariants() { return AllowedVariants(k
 
 void QuantiseDeviation(const DeviationCall& call) {
     if (call.radius == kDeviationRadius) {
-        DeviationVariants().back().quantise(call);
+        FastestOf(DeviationVariants()).run->quantise(call);
     } else {
         QuantiseDeviationScalar(call);
     }
 }
 
-void BlendByLevel(const BlendCall& call) { DeviationVariants().back().blend(call); }
+void BlendByLevel(const BlendCall& call) { FastestOf(DeviationVariants()).run->blend(call); }
 
 }  // namespace vastrelline

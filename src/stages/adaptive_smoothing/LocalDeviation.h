@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -54,14 +55,14 @@ struct BlendCall {
 // Rounding   toward zero, then the low 16 bits
 void BlendByLevel(const BlendCall& call);
 
-// A form of QuantiseDeviation, which but for the reference asks for radius kDeviationRadius, and one of
-// BlendByLevel.
-struct DeviationVariant {
-    const char* name;
-    InstructionSet needs;
+// QuantiseDeviation, which but for the reference asks for radius kDeviationRadius, and BlendByLevel.
+struct DeviationLoops {
     void (*quantise)(const DeviationCall& call);
     void (*blend)(const BlendCall& call);
 };
+
+// A form of both.
+using DeviationVariant = Variant<const DeviationLoops*>;
 
 // All forms that this machine can run, the reference first and the fastest last. Wider vectors than those of
 // AVX2 gain nothing: roots and divisions take the same time for each lane.

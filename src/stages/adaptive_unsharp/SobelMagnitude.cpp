@@ -46,7 +46,7 @@ void SobelMagnitudeWith(const SobelRowVariant& variant, uint16_t* pixels, int32_
 }
 
 void SobelMagnitudeInPlace(uint16_t* pixels, int32_t width, int32_t height) {
-    SobelMagnitudeWith(SobelRowVariants().back(), pixels, width, height);
+    SobelMagnitudeWith(FastestOf(SobelRowVariants()), pixels, width, height);
 }
 
 }  // namespace vastrelline

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -25,11 +26,7 @@ struct SobelRowCall {
 };
 
 // A form of the row.
-struct SobelRowVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const SobelRowCall& call);
-};
+using SobelRowVariant = Variant<void (*)(const SobelRowCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const SobelRowVariant> SobelRowVariants();

@@ -1,20 +1,20 @@
 #include "stages/hdr/FusionKernels.h"
 
-#include <cstddef>
-#include <iterator>
-
 namespace vastrelline {
 
-std::span<const FusionVariant> FusionVariants() {
-    static const FusionVariant variants[] = {
-        {"scalar", InstructionSet::Reference, &kFusionKernelsScalar},
+namespace {
+
+constexpr FusionVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, &kFusionKernelsScalar},
 #if VASTRELLINE_VECTOR_FORMS
-        {"baseline", InstructionSet::Baseline, &kFusionKernelsBaseline},
-        {"avx2", InstructionSet::Avx2, &kFusionKernelsAvx2},
-        {"avx512", InstructionSet::Avx512, &kFusionKernelsAvx512},
+    {"baseline", InstructionSet::Baseline, &kFusionKernelsBaseline},
+    {"avx2", InstructionSet::Avx2, &kFusionKernelsAvx2},
+    {"avx512", InstructionSet::Avx512, &kFusionKernelsAvx512},
 #endif
-    };
-    return AllowedVariants(variants);
-}
+};
+
+}  // namespace
+
+std::span<const FusionVariant> FusionVariants() { return AllowedVariants(kVariants); }
 
 }  // namespace vastrelline

@@ -5,6 +5,7 @@
 
 #include "pixels/Truncate.h"
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -76,11 +77,7 @@ struct FusionKernels {
 };
 
 // A form of the kernels.
-struct FusionVariant {
-    const char* name;
-    InstructionSet needs;
-    const FusionKernels* kernels;
-};
+using FusionVariant = Variant<const FusionKernels*>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const FusionVariant> FusionVariants();

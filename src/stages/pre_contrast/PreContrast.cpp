@@ -1,7 +1,5 @@
 #include "stages/pre_contrast/PreContrast.h"
 
-#include <iterator>
-
 #include "operators/resample/Resize.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/FrameView.h"
@@ -34,8 +32,8 @@ std::vector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t 
     } else {
         GaussFilterReplicate(smoothed.data(), width, height, maxValue, params.PRECONTRAST_MASK);
     }
-    AmplifyVariants().back().run(
-        {pixels, smoothed.data(), frame.Count(), maxValue, params.PRECONTRAST_RATIO});
+    FastestOf(AmplifyVariants())
+        .run({pixels, smoothed.data(), frame.Count(), maxValue, params.PRECONTRAST_RATIO});
     return smoothed;
 }
 

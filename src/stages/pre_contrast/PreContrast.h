@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 #include "stages/pre_contrast/PreContrastParams.h"
 
 namespace vastrelline {
@@ -31,11 +32,7 @@ struct AmplifyCall {
 };
 
 // A form of the amplification.
-struct AmplifyVariant {
-    const char* name;
-    InstructionSet needs;
-    void (*run)(const AmplifyCall& call);
-};
+using AmplifyVariant = Variant<void (*)(const AmplifyCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last.
 std::span<const AmplifyVariant> AmplifyVariants();

@@ -1,18 +1,19 @@
 #include "stages/pyramid/BandKernels.h"
 
-#include <iterator>
-
 namespace vastrelline {
 
-std::span<const BandKernels> BandVariants() {
-    static const BandKernels variants[] = {
-        ScalarBandKernels(),
+namespace {
+
+constexpr BandVariant kVariants[] = {
+    {"scalar", InstructionSet::Reference, &kBandKernelsScalar},
 #if VASTRELLINE_VECTOR_FORMS
-        BaselineBandKernels(),
-        Avx2BandKernels(),
+    {"baseline", InstructionSet::Baseline, &kBandKernelsBaseline},
+    {"avx2", InstructionSet::Avx2, &kBandKernelsAvx2},
 #endif
-    };
-    return AllowedVariants(variants);
-}
+};
+
+}  // namespace
+
+std::span<const BandVariant> BandVariants() { return AllowedVariants(kVariants); }
 
 }  // namespace vastrelline

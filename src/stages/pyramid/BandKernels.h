@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -19,9 +20,6 @@ struct BandRange {
 // unsigned pixels. It is made in the place of the finer level, and may be replaced there by what is rebuilt
 // from it.
 struct BandKernels {
-    const char* name;
-    InstructionSet needs;
-
     // level -= coarse; each difference keeps its low 16 bits.
     void (*subtract)(uint16_t* level, const uint16_t* coarse, size_t count);
 
@@ -40,15 +38,18 @@ struct BandKernels {
     void (*add)(const uint16_t* coarse, const int16_t* band, size_t count, int32_t maxValue, uint16_t* sums);
 };
 
+// A form of the kernels.
+using BandVariant = Variant<const BandKernels*>;
+
 // All forms that this machine can run, the reference first and the fastest last.
-std::span<const BandKernels> BandVariants();
+std::span<const BandVariant> BandVariants();
 
 // The definition.
-BandKernels ScalarBandKernels();
+extern const BandKernels kBandKernelsScalar;
 
 #if VASTRELLINE_VECTOR_FORMS
-BandKernels BaselineBandKernels();
-BandKernels Avx2BandKernels();
+extern const BandKernels kBandKernelsBaseline;
+extern const BandKernels kBandKernelsAvx2;
 #endif
 
 }  // namespace vastrelline

@@ -12,9 +12,7 @@ namespace {
 
 }  // namespace
 
-BandKernels Avx2BandKernels() {
-    return {"avx2", InstructionSet::Avx2, Subtract, FindRange, CountValues, Remap, Add};
-}
+const BandKernels kBandKernelsAvx2 = {Subtract, FindRange, CountValues, Remap, Add};
 
 }  // namespace vastrelline
 

@@ -12,9 +12,7 @@ namespace {
 
 }  // namespace
 
-BandKernels BaselineBandKernels() {
-    return {"baseline", InstructionSet::Baseline, Subtract, FindRange, CountValues, Remap, Add};
-}
+const BandKernels kBandKernelsBaseline = {Subtract, FindRange, CountValues, Remap, Add};
 
 }  // namespace vastrelline
 

@@ -39,8 +39,6 @@ void Add(const uint16_t* coarse, const int16_t* band, size_t count, int32_t maxV
 
 }  // namespace
 
-BandKernels ScalarBandKernels() {
-    return {"scalar", InstructionSet::Reference, Subtract, FindRange, CountValues, Remap, Add};
-}
+const BandKernels kBandKernelsScalar = {Subtract, FindRange, CountValues, Remap, Add};
 
 }  // namespace vastrelline

@@ -62,7 +62,7 @@ int32_t EnhanceBand(int16_t* band, int32_t width, int32_t height, int32_t maxVal
                            width, height);
     };
     showBand(L"Diff1_%d.raw");
-    const BandKernels& kernels = BandVariants().back();
+    const BandKernels& kernels = *FastestOf(BandVariants()).run;
     const size_t count = FrameView(band, width, height).Count();
     // No value of a band passes the top pixel, so a start beyond it is the same as one at it.
     const int32_t start = std::clamp(maxValue, 0, kTopPixel);

@@ -30,7 +30,9 @@ int16_t* BandOf(Level& level) { return reinterpret_cast<int16_t*>(level.pixels.d
 class DoubledRows {
 public:
     explicit DoubledRows(const Level& level)
-        : level_(level), pair_(4 * static_cast<size_t>(level.width)), double_(ResizeVariants().back().run) {}
+        : level_(level),
+          pair_(4 * static_cast<size_t>(level.width)),
+          double_(FastestOf(ResizeVariants()).run) {}
 
     const uint16_t* Row(int32_t y) {
         const int32_t width = 2 * level_.width;
@@ -164,7 +166,7 @@ private:
         observer_->SeeFrame(FormatText(nameFormat, numbers), pixels.data(), size.width, size.height);
     }
 
-    const BandKernels& kernels_ = BandVariants().back();
+    const BandKernels& kernels_ = *FastestOf(BandVariants()).run;
     int32_t maxValue_;
     BandCurve curve_;
     const PyramidParams& settings_;

@@ -32,7 +32,7 @@ std::vector<uint16_t> Quantise(const DeviationVariant& variant, const std::vecto
                                int32_t width, int32_t height) {
     std::vector<uint16_t> levels(image.size() + 2 * kGuards, kGuard);
     std::fill_n(levels.begin() + kGuards, image.size(), uint16_t{0});
-    variant.quantise({image.data(), width, height, kDeviationRadius, levels.data() + kGuards});
+    variant.run->quantise({image.data(), width, height, kDeviationRadius, levels.data() + kGuards});
     return levels;
 }
 
@@ -55,8 +55,8 @@ void ExpectAllVariantsEqual(std::mt19937& random, int32_t width, int32_t height)
 TEST(DeviationVariants, ReferenceComesFirst) {
     ASSERT_FALSE(DeviationVariants().empty());
     EXPECT_EQ(DeviationVariants().front().needs, InstructionSet::Reference);
-    EXPECT_EQ(DeviationVariants().front().quantise, QuantiseDeviationScalar);
-    EXPECT_EQ(DeviationVariants().front().blend, BlendByLevelScalar);
+    EXPECT_EQ(DeviationVariants().front().run->quantise, QuantiseDeviationScalar);
+    EXPECT_EQ(DeviationVariants().front().run->blend, BlendByLevelScalar);
 }
 
 TEST(DeviationVariants, EverySmallSizeGivesTheReferenceBits) {
@@ -88,7 +88,7 @@ TEST(DeviationVariants, BlendsAreEqual) {
             const std::vector<uint16_t> levels = MakePixels(random, count, content, kTopDeviationLevel);
             const auto run = [&](const DeviationVariant& variant) {
                 std::vector<uint16_t> result = pixels;
-                variant.blend(
+                variant.run->blend(
                     {result.data(), smooth.data(), levels.data(), weights, static_cast<int64_t>(count)});
                 return result;
             };

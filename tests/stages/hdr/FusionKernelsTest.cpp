@@ -115,9 +115,9 @@ TEST(FusionKernels, EveryVariantGivesTheReferenceBitsAndWritesNothingElse) {
     for (const int32_t count : {0, 1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 127, 129, 200}) {
         for (const bool extreme : {false, true}) {
             const KernelInput input = MakeInput(random, count, extreme);
-            const std::vector<uint8_t> expected = RunAll(*FusionVariants().front().kernels, input);
+            const std::vector<uint8_t> expected = RunAll(*FusionVariants().front().run, input);
             for (const FusionVariant& variant : FusionVariants())
-                EXPECT_EQ(RunAll(*variant.kernels, input), expected) << variant.name << ' ' << count;
+                EXPECT_EQ(RunAll(*variant.run, input), expected) << variant.name << ' ' << count;
         }
     }
 }
