@@ -5,9 +5,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/InstructionSet.h"
+#include "sensor/SpotCorrection.h"
 #include "sensor/SpotPower.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -54,10 +55,14 @@ TEST(SpotPower, RaisesTheShareOfThePeak) {
     }
 }
 
-TEST(SpotPower, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, SpotPowerVariants().size());
-    EXPECT_EQ(InstructionSet::Reference, SpotPowerVariants().front().needs);
+TEST(SpotPowerVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(SpotPowerVariants, {"scalar", "baseline", "avx2"});
+}
+
+TEST(SpotPowerVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, 4095, 5);
+    ExpectLastFormRuns(SpotPowerVariants, 1,
+                       [&] { ApplySpotCorrection(frame.Data(), 3, frame.width, frame.height, 1.5F); });
 }
 
 TEST(SpotPower, EveryLengthGivesTheReferenceBits) {

@@ -9,8 +9,8 @@
 
 #include "operators/box_mean/BoxMean.h"
 #include "operators/box_mean/BoxMeanSchedule.h"
-#include "platform/InstructionSet.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -45,10 +45,15 @@ Frame Extremes(int32_t width, int32_t height, uint16_t top) {
     return frame;
 }
 
-TEST(BoxMeanVariants, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, BoxMeanVariants().size());
-    EXPECT_EQ(InstructionSet::Reference, BoxMeanVariants().front().needs);
+TEST(BoxMeanVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(BoxMeanVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(BoxMeanVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, 4095, 5);
+    Frame means(9, 7);
+    ExpectLastFormRuns(BoxMeanVariants, 1, [&] { BoxMean(frame.Data(), means.Data(), 9, 7, 2); });
+    ExpectLastFormRuns(BoxMeanVariants, 1, [&] { BoxMeanInPlace(frame.Data(), 9, 7, 2); });
 }
 
 TEST(BoxMeanVariants, EverySmallSideGivesTheReferenceBits) {

@@ -7,6 +7,7 @@
 
 #include "operators/histogram/PixelRange.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -37,6 +38,15 @@ INSTANTIATE_TEST_SUITE_P(
                     RangeCase{"BothExtremes", FromRows({{0, 65535}}), 0, 65535},
                     RangeCase{"HighBitIsNoSign", FromRows({{0x7FFF, 0x8000}}), 0x7FFF, 0x8000}),
     [](const auto& test) { return std::string(test.param.name); });
+
+TEST(PixelRangeVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(PixelRangeVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(PixelRangeVariants, TheLastOneRuns) {
+    const Frame frame = Noise(9, 7, 4095, 5);
+    ExpectLastFormRuns(PixelRangeVariants, 1, [&] { FindPixelRange(frame.Data(), 9, 7); });
+}
 
 // From one pixel to past the widest step, and to one below and one above twice that.
 TEST(PixelRange, EveryVariantSeesAnExtremeAtEveryPlace) {

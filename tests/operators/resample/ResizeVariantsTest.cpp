@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "operators/resample/Resize.h"
-#include "platform/InstructionSet.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -44,10 +44,15 @@ Frame Extremes(int32_t width, int32_t height) {
     return frame;
 }
 
-TEST(ResizeVariants, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, ResizeVariants().size());
-    EXPECT_EQ(InstructionSet::Reference, ResizeVariants().front().needs);
+TEST(ResizeVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(ResizeVariants, {"scalar", "baseline", "avx2"});
+}
+
+TEST(ResizeVariants, TheLastOneRuns) {
+    Frame frame = Noise(12, 9, 4095, 5);
+    ExpectLastFormRuns(ResizeVariants, 1, [&] { ResizeBilinear(frame.Data(), 12, 9, 0.5); });
+    // Down and up again.
+    ExpectLastFormRuns(ResizeVariants, 2, [&] { ReducedScaleGaussian(frame.Data(), 12, 9, 4095, 3.0, 3); });
 }
 
 TEST(ResizeVariants, EverySmallSideGivesTheReferenceBits) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "operators/separable/SeparableFilter.h"
-#include "platform/InstructionSet.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -77,15 +77,14 @@ void ExpectAllVariantsEqual(std::mt19937& random, int32_t width, int32_t height,
     }
 }
 
-TEST(FilterVariants, ReferenceComesFirst) {
-    ASSERT_FALSE(FilterVariants().empty());
-    EXPECT_EQ(InstructionSet::Reference, FilterVariants().front().needs);
+TEST(FilterVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(FilterVariants, {"scalar", "baseline", "avx2", "avx512"});
 }
 
-TEST(FilterVariants, LimitCutsTheListDownToTheReference) {
-    EXPECT_EQ(AllowedInstructionSet(), FilterVariants().back().needs);
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, FilterVariants().size());
+TEST(FilterVariants, TheLastOneRuns) {
+    std::vector<uint16_t> pixels(9 * 7, 100);
+    ExpectLastFormRuns(FilterVariants, 1, [&] { GaussFilterWrap(pixels.data(), 9, 7, 4095, 1.0); });
+    ExpectLastFormRuns(FilterVariants, 1, [&] { GaussFilterReplicate(pixels.data(), 9, 7, 4095, 1.0); });
 }
 
 // Every width and height from 1 past the widest vector and its blocks.

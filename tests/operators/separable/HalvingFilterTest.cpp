@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "operators/separable/HalvingFilter.h"
-#include "platform/InstructionSet.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -66,10 +66,12 @@ Frame Halved(const Frame& frame, int32_t maxValue, double sigma) {
     return halved;
 }
 
-TEST(HalvingFilter, LimitCutsTheListDownToTheReference) {
-    EXPECT_EQ(AllowedInstructionSet(), HalvingVariants().back().needs);
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, HalvingVariants().size());
+TEST(HalvingVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(HalvingVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(HalvingVariants, TheLastOneRuns) {
+    ExpectLastFormRuns(HalvingVariants, 1, [] { Halved(Noise(9, 7, 4095, 5), 4095, 1.0); });
 }
 
 // Taps 1, 2, 4 along the rows and the columns of a frame with 1 at (2, 2): the result's (1, 1) sees it in the

@@ -7,9 +7,9 @@
 
 #include "operators/separable/RowFilter.h"
 #include "operators/separable/SeparableFilter.h"
-#include "platform/InstructionSet.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -68,10 +68,16 @@ void ExpectFilteredFrame(const Frame& frame, int32_t maxValue, int32_t size) {
     }
 }
 
-TEST(RowFilter, LimitCutsTheListDownToTheReference) {
-    EXPECT_EQ(AllowedInstructionSet(), RowFilterVariants().back().needs);
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, RowFilterVariants().size());
+TEST(RowFilterVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(RowFilterVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(RowFilterVariants, TheLastOneRuns) {
+    const Frame frame = Noise(9, 7, 4095, 5);
+    std::vector<uint16_t> place;
+    TakenRows rows(9, 7);
+    ExpectLastFormRuns(RowFilterVariants, 1,
+                       [&] { GaussRowsReplicate(9, 7, 4095, 1.0, SourceOf(frame, place), rows.Sink()); });
 }
 
 TEST(RowFilter, EveryVariantGivesTheFilteredFrame) {

@@ -4,8 +4,9 @@
 #include <random>
 #include <vector>
 
+#include "operators/tile_equalise/ClaheEqualize.h"
 #include "operators/tile_equalise/ClaheTiles.h"
-#include "platform/InstructionSet.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -66,9 +67,15 @@ ClaheCall MakeCall(uint32_t tileWidth, uint32_t tileHeight, uint32_t tilesX, uin
             .clip = 1 + 2 * tileWidth * tileHeight / bins};
 }
 
-TEST(ClaheVariants, ReferenceComesFirst) {
-    ASSERT_FALSE(ClaheVariants().empty());
-    EXPECT_EQ(InstructionSet::Reference, ClaheVariants().front().needs);
+TEST(ClaheVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(ClaheVariants, {"scalar", "baseline", "avx2"});
+}
+
+TEST(ClaheVariants, TheLastOneRuns) {
+    std::vector<uint16_t> pixels(16 * 16, 200);
+    ClaheCall call = MakeCall(8, 8, 2, 2, 0, 0, 16);
+    call.pixels = pixels.data();
+    ExpectLastFormRuns(ClaheVariants, 1, [&] { EXPECT_EQ(RunClaheTiles(call, 2.0), kClaheFinished); });
 }
 
 // Odd and even edges, from one pixel past two vectors, alike and not.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "stages/adaptive_smoothing/LocalDeviation.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -52,9 +53,24 @@ void ExpectAllVariantsEqual(std::mt19937& random, int32_t width, int32_t height)
     }
 }
 
+TEST(DeviationVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(DeviationVariants, {"scalar", "baseline", "avx2"});
+}
+
+TEST(DeviationVariants, TheLastOneRuns) {
+    std::vector<uint16_t> pixels(9 * 7, 100);
+    const std::vector<uint16_t> smooth(9 * 7, 90);
+    std::vector<uint16_t> levels(9 * 7);
+    const std::vector<double> weights(kTopDeviationLevel + 1, 0.5);
+    ExpectLastFormRuns(DeviationVariants, 1, [&] {
+        QuantiseDeviation({pixels.data(), 9, 7, kDeviationRadius, levels.data()});
+    });
+    ExpectLastFormRuns(DeviationVariants, 1, [&] {
+        BlendByLevel({pixels.data(), smooth.data(), levels.data(), weights, 9 * 7});
+    });
+}
+
 TEST(DeviationVariants, ReferenceComesFirst) {
-    ASSERT_FALSE(DeviationVariants().empty());
-    EXPECT_EQ(DeviationVariants().front().needs, InstructionSet::Reference);
     EXPECT_EQ(DeviationVariants().front().run->quantise, QuantiseDeviationScalar);
     EXPECT_EQ(DeviationVariants().front().run->blend, BlendByLevelScalar);
 }

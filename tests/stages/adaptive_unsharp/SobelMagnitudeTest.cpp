@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/InstructionSet.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -84,10 +84,14 @@ void ExpectAllVariantsEqual(const Frame& rows) {
     }
 }
 
-TEST(SobelRowVariants, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, SobelRowVariants().size());
-    EXPECT_EQ(InstructionSet::Reference, SobelRowVariants().front().needs);
+TEST(SobelRowVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(SobelRowVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(SobelRowVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, 4095, 5);
+    ExpectLastFormRuns(SobelRowVariants, 1,
+                       [&] { SobelMagnitudeInPlace(frame.Data(), frame.width, frame.height); });
 }
 
 // 16383 is the largest pixel that lanes of 16 bits hold. One pixel above it, wherever it stands, must be

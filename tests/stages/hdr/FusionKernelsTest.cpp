@@ -11,6 +11,7 @@
 #include "stages/hdr/LayerFusion.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -122,11 +123,16 @@ TEST(FusionKernels, EveryVariantGivesTheReferenceBitsAndWritesNothingElse) {
     }
 }
 
-TEST(FusionKernels, ReferenceComesFirst) {
-    EXPECT_EQ(FusionVariants().front().needs, InstructionSet::Reference);
-    EXPECT_EQ(FusionVariants().back().needs, AllowedInstructionSet());
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(FusionVariants().size(), 1U);
+TEST(FusionVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(FusionVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(FusionVariants, TheLastOneRuns) {
+    Frame normal = Noise(64, 75, 4095, 3);
+    const Frame hed = Noise(64, 75, 4095, 4);
+    ExpectLastFormRuns(FusionVariants, 1, [&] {
+        FuseLayers(normal.Data(), hed.Data(), 64, 75, 0, 4095, 1, 1, 0.9F, 1, 0.3F, 0.3F, 1);
+    });
 }
 
 TEST(FusionKernels, WholeFusionIsTheSameOnEveryInstructionSet) {

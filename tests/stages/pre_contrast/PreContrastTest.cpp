@@ -7,10 +7,10 @@
 #include <limits>
 #include <vector>
 
-#include "platform/InstructionSet.h"
 #include "stages/pre_contrast/PreContrast.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -174,9 +174,15 @@ TEST(AmplifyVariants, GiveTheReferenceBitsAndWriteNothingElse) {
     }
 }
 
-TEST(AmplifyVariants, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, AmplifyVariants().size());
+TEST(AmplifyVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(AmplifyVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(AmplifyVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, kTwelveBits, 5);
+    ExpectLastFormRuns(AmplifyVariants, 1, [&] {
+        ApplyPreContrast(frame.Data(), frame.width, frame.height, kTwelveBits, {15.0, 1.25, 1.0});
+    });
 }
 
 }  // namespace

@@ -6,9 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/InstructionSet.h"
 #include "stages/pyramid/BandKernels.h"
+#include "stages/pyramid/Pyramid.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -45,10 +46,17 @@ std::vector<std::vector<uint16_t>> MakeContents(int32_t count) {
             Noise(count, 1, 300, 3).pixels, Noise(count, 1, 65535, 4).pixels};
 }
 
-TEST(BandKernels, LimitCutsTheListDownToTheReference) {
-    const ScopedInstructionSet limit(InstructionSet::Reference);
-    EXPECT_EQ(1U, BandVariants().size());
-    EXPECT_EQ(InstructionSet::Reference, BandVariants().front().needs);
+TEST(BandVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(BandVariants, {"scalar", "baseline", "avx2"});
+}
+
+// One pick for the pyramid, one for each of two bands.
+TEST(BandVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, 4095, 5);
+    ExpectLastFormRuns(BandVariants, 3, [&] {
+        PyramidProcess(frame.Data(), frame.width, frame.height, 4095, BandCurve::Power, {},
+                       {TailMode::Pass, true}, nullptr);
+    });
 }
 
 TEST(BandKernels, SumsAndDifferencesAreThese) {
