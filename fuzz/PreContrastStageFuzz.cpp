@@ -1,5 +1,5 @@
-// The core of the pre-contrast stage on a small frame with parameters from anywhere, and each form of its
-// amplification against the definition. The input's head is the frame, its tail picks size and options.
+// The core of the pre-contrast stage on a small frame with parameters from anywhere. The input's head is the
+// frame, its tail picks size and options, so that a change of the options leaves the pixels where they are.
 
 #include <cmath>
 #include <cstddef>
@@ -53,11 +53,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Require(smoothed.size() == image.size(), "the smoothed frame has the size of the frame");
     for (const uint16_t pixel : result)
         Require(pixel <= options.maxValue, "no pixel passes the largest value");
-    for (const AmplifyVariant& variant : AmplifyVariants()) {
-        std::vector<uint16_t> pixels = image;
-        variant.run({pixels.data(), smoothed.data(), pixels.size(), options.maxValue,
-                     options.params.PRECONTRAST_RATIO});
-        Require(pixels == result, "every form gives the same bits");
-    }
     return 0;
 }

@@ -1,46 +1,13 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <string>
-#include <vector>
 
 #include "BenchFrames.h"
 #include "stages/adaptive_smoothing/DeviationSmooth.h"
-#include "stages/adaptive_smoothing/LocalDeviation.h"
 
 namespace vastrelline {
 namespace {
-
-void BenchQuantiseDeviation(benchmark::State& state, const DeviationVariant& variant) {
-    const BenchFrame frame = MakeNoiseFrame();
-    std::vector<uint16_t> levels(frame.pixels.size());
-    for (auto _ : state) {
-        variant.run->quantise(
-            {frame.pixels.data(), frame.width, frame.height, kDeviationRadius, levels.data()});
-        benchmark::ClobberMemory();
-    }
-    ReportPixels(state, frame);
-}
-
-void BenchBlendByLevel(benchmark::State& state, const DeviationVariant& variant) {
-    BenchFrame frame = MakeNoiseFrame();
-    const std::vector<uint16_t> smooth = frame.pixels;
-    std::vector<double> weights(kTopDeviationLevel + 1);
-    for (size_t level = 0; level < weights.size(); ++level) {
-        weights[level] = static_cast<double>(level) / kTopDeviationLevel;
-    }
-    // As levels serve those of a real map: neighbours differ, and most are small.
-    std::vector<uint16_t> levels(frame.pixels.size());
-    std::transform(frame.pixels.begin(), frame.pixels.end(), levels.begin(),
-                   [](uint16_t pixel) { return static_cast<uint16_t>(pixel / 4); });
-    const auto count = static_cast<int64_t>(frame.pixels.size());
-    for (auto _ : state) {
-        variant.run->blend({frame.pixels.data(), smooth.data(), levels.data(), weights, count});
-        benchmark::ClobberMemory();
-    }
-    ReportPixels(state, frame);
-}
 
 void BenchDeviationWeightedSmooth(benchmark::State& state, double sigma) {
     const BenchFrame noise = MakeNoiseFrame();
@@ -55,15 +22,6 @@ void BenchDeviationWeightedSmooth(benchmark::State& state, double sigma) {
 }
 
 const bool kRegistered = [] {
-    for (const DeviationVariant& variant : DeviationVariants()) {
-        const std::string suffix = variant.name;
-        benchmark::RegisterBenchmark(("DeviationSmooth/QuantiseDeviation/" + suffix).c_str(),
-                                     BenchQuantiseDeviation, variant)
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark(("DeviationSmooth/BlendByLevel/" + suffix).c_str(), BenchBlendByLevel,
-                                     variant)
-            ->Unit(benchmark::kMillisecond);
-    }
     for (const char* sigma : {"1", "3", "15"}) {
         benchmark::RegisterBenchmark((std::string("DeviationSmooth/whole/sigma") + sigma).c_str(),
                                      BenchDeviationWeightedSmooth, std::stod(sigma))
