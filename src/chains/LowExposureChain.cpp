@@ -10,6 +10,7 @@
 #include "config/DoseRecord.h"
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/OtsuThreshold.h"
+#include "pixels/FrameLimits.h"
 #include "platform/MessageDialog.h"
 #include "platform/TextFormat.h"
 #include "sensor/ExposureDecision.h"
@@ -29,7 +30,6 @@ constexpr std::array kLowSequence = {
 // Decides on the frame as it came, before anything else changes it.
 bool IsExposureLow(const DriverCall& call, const ConfiguredFamily& run) {
     // Frames of more bits are rescaled later only, but no pixel reaches past 16: the levels above are empty.
-    constexpr int32_t kTopPixel = 0xFFFF;
     const int32_t maxValue = std::min(run.MaxValue(), kTopPixel);
     const std::vector<uint32_t> histogram = BuildHistogram(call.output, call.width, call.height, maxValue);
     const int32_t threshold = ComputeOtsuThreshold(histogram, static_cast<double>(call.width) * call.height);

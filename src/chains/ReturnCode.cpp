@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "pixels/FrameLimits.h"
 #include "platform/Files.h"
 #include "vastrelline.h"
 
@@ -20,9 +21,8 @@ ReturnCode TestDriverArguments(const std::wstring& iniPath, const uint16_t* inpu
 }
 
 int32_t CountPixels(int32_t width, int32_t height) {
-    const int64_t count = static_cast<int64_t>(width) * height;
-    if (count >= kPixelCountLimit) throw std::length_error("CountPixels: frame too large");
-    return static_cast<int32_t>(count);
+    if (IsBeyondPixelLimit(width, height)) throw std::length_error("CountPixels: frame too large");
+    return static_cast<int32_t>(int64_t{width} * height);
 }
 
 bool HasPixels(int32_t width, int32_t height) {

@@ -19,12 +19,9 @@ enum ReturnCode : int32_t {
 // The argument tests of a driver, first hit first: profile not found, null input, null output.
 ReturnCode TestDriverArguments(const std::wstring& iniPath, const uint16_t* input, const uint16_t* output);
 
-// Frames of this many pixels or more are refused: a buffer of doubles for one would pass 32 bits in bytes.
-inline constexpr int64_t kPixelCountLimit = int64_t{1} << 29;
-
 // width * height of a frame whose sides are above 0.
 //
-// Errors   std::length_error from kPixelCountLimit on
+// Errors   std::length_error from kPixelCountLimit pixels on
 int32_t CountPixels(int32_t width, int32_t height);
 
 // Whether a frame has pixels; without any there is nothing to do.

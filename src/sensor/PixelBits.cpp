@@ -3,12 +3,12 @@
 #include "config/CommonSettings.h"
 #include "operators/curves/LinearCurve.h"
 #include "operators/curves/LookupTable.h"
+#include "pixels/FrameLimits.h"
 
 namespace vastrelline {
 
 int32_t RescaleToPixelBits(uint16_t* pixels, int32_t width, int32_t height, int32_t& bitsStored) {
     constexpr int32_t kPixelBits = 16;
-    constexpr int32_t kTopPixel = 0xFFFF;
     const int32_t maxValue = MaxValueOfBits(bitsStored);
     if (bitsStored <= kPixelBits) return maxValue;
     ApplyLookupTable(pixels, width, height,

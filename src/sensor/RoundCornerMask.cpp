@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "pixels/AllocZeroed.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "platform/MessageDialog.h"
 #include "sensor/MaskedPixels.h"
@@ -76,9 +77,7 @@ std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frame
         return std::nullopt;
     }
     // Beyond this no frame is processed.
-    constexpr int64_t kLargestFullFrame = int64_t{1} << 29;
-    const int64_t pixelCount = static_cast<int64_t>(frameWidth) * frameHeight;
-    if (frameWidth < 0 || frameHeight < 0 || pixelCount >= kLargestFullFrame) return std::nullopt;
+    if (frameWidth < 0 || frameHeight < 0 || IsBeyondPixelLimit(frameWidth, frameHeight)) return std::nullopt;
     return CornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
 }
 

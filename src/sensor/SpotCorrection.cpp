@@ -6,6 +6,7 @@
 
 #include "operators/box_mean/BoxMeanSchedule.h"
 #include "operators/histogram/PixelRange.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "sensor/SpotPower.h"
@@ -29,7 +30,7 @@ public:
         // Of a frame below 2^29 pixels a column of the square sums up to less than 2^32, of small squares the
         // whole does to less than 2^31, and the division by a product is exact.
         const int64_t side = int64_t{2} * reach_ + 1;
-        isSmall_ = hasPlace_ && maskSize > 1 && side * side * 0xFFFF < (int64_t{1} << 31);
+        isSmall_ = hasPlace_ && maskSize > 1 && side * side * kTopPixel < (int64_t{1} << 31);
         if (isSmall_) division_ = MakeWindowDivision(maskSize * maskSize);
     }
 
@@ -79,7 +80,7 @@ std::vector<float> BuildExponents(int32_t peak, int32_t maskSize) {
     constexpr float kBase = 1.5F;
     const int32_t half = peak / 2;
     // The square of an even mask has one side more than its divisor, so that a mean may pass the peak.
-    const int32_t top = maskSize >= 1 && maskSize % 2 == 0 ? 0xFFFF : peak;
+    const int32_t top = maskSize >= 1 && maskSize % 2 == 0 ? kTopPixel : peak;
     std::vector<float> exponents(static_cast<size_t>(top) + 1);
     for (int32_t mean = 0; mean <= top; ++mean) {
         const float e = static_cast<float>(half - mean) / static_cast<float>(half);

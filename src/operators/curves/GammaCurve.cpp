@@ -7,13 +7,12 @@
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/AllocZeroed.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
 
 namespace {
-
-constexpr int32_t kTopPixel = 0xFFFF;
 
 // The first level from `outputRange` down to 1 at which the running count of pixels passes `count`; 0 if
 // there is none.

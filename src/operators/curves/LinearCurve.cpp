@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
 
 namespace {
 
-constexpr int32_t kTopPixel = 0xFFFF;
 constexpr int32_t kFromPixelCount = 1;
 constexpr int32_t kFullRange = -1;
 

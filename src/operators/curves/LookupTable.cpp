@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 
 namespace vastrelline {
@@ -29,7 +30,7 @@ void ApplyLookupTable(uint16_t* pixels, int32_t width, int32_t height, std::span
     if (table.empty()) return;
     const FrameView<uint16_t> frame(pixels, width, height);
     constexpr size_t kBlock = 512;
-    const auto last = static_cast<uint16_t>(std::min<size_t>(table.size() - 1, 0xFFFF));
+    const auto last = static_cast<uint16_t>(std::min<size_t>(table.size() - 1, kTopPixel));
     // The compiler clamps whole vectors of pixels to the table. Vectors of table entries, gathered, take
     // longer than single ones.
     uint16_t indices[kBlock];

@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "operators/histogram/PixelRange.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 
 namespace vastrelline {
@@ -52,15 +53,13 @@ std::vector<uint32_t> CountLevels(const FrameView<const uint16_t>& frame, uint16
     return counts;
 }
 
-constexpr int32_t kTopLevel = 0xFFFF;
-
 }  // namespace
 
 std::vector<uint32_t> BuildUnclampedHistogram(const uint16_t* pixels, int32_t width, int32_t height,
                                               int32_t maxValue) {
     if (maxValue < 0) return {};
     // One more bin takes what is not to be counted.
-    const int32_t last = maxValue < kTopLevel ? maxValue + 1 : kTopLevel;
+    const int32_t last = maxValue < kTopPixel ? maxValue + 1 : kTopPixel;
     std::vector<uint32_t> counts = CountLevels({pixels, width, height}, static_cast<uint16_t>(last));
     counts.resize(static_cast<size_t>(maxValue) + 1);
     return counts;
@@ -70,7 +69,7 @@ std::vector<uint32_t> BuildHistogram(const uint16_t* pixels, int32_t width, int3
                                      int32_t maxValue) {
     if (maxValue < 0) return {};
     std::vector<uint32_t> counts =
-        CountLevels({pixels, width, height}, static_cast<uint16_t>(std::min(maxValue, kTopLevel)));
+        CountLevels({pixels, width, height}, static_cast<uint16_t>(std::min(maxValue, kTopPixel)));
     counts.resize(static_cast<size_t>(maxValue) + 1);
     return counts;
 }

@@ -5,11 +5,12 @@
 #include <vector>
 
 #include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
 
 namespace vastrelline {
 
 int32_t ComputeOtsuThreshold(const uint16_t* image, int32_t width, int32_t height, int32_t maxValue) {
-    return ComputeOtsuThreshold(BuildHistogram(image, width, height, std::min(maxValue, 0xFFFF)),
+    return ComputeOtsuThreshold(BuildHistogram(image, width, height, std::min(maxValue, kTopPixel)),
                                 static_cast<double>(width) * height);
 }
 

@@ -8,6 +8,7 @@
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/AllocZeroed.h"
 #include "pixels/Border.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
@@ -33,10 +34,9 @@ int32_t PadToMultiple(int32_t side, int32_t factor) {
 // The frame, extended to whole multiples of the factor and reduced by it; none if it would be too large.
 std::optional<OwnedFrame> ShrinkByFactor(const uint16_t* source, int32_t width, int32_t height,
                                          int32_t factor) {
-    constexpr int64_t kLargestExtended = int64_t{1} << 29;
     const int32_t padWidth = PadToMultiple(width, factor);
     const int32_t padHeight = PadToMultiple(height, factor);
-    if ((int64_t{width} + padWidth) * (int64_t{height} + padHeight) >= kLargestExtended) return std::nullopt;
+    if (IsBeyondPixelLimit(width, height, padWidth, padHeight)) return std::nullopt;
     if (padWidth == 0 && padHeight == 0) return ResizeBilinear(source, width, height, 1.0 / factor);
     const std::optional<std::vector<uint16_t>> padded =
         ExtendImage(source, width, height, padWidth, padHeight, BorderMode::BorderTrailing);

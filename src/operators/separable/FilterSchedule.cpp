@@ -5,6 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "pixels/FrameLimits.h"
+
 namespace vastrelline {
 
 namespace {
@@ -171,10 +173,7 @@ size_t FilteredRowStride(int32_t width, int32_t slack) {
     return (lines | 1) * kLine;
 }
 
-bool IsBeyondFastLoops(int32_t maxValue) {
-    constexpr int32_t kTopPixel = 0xFFFF;
-    return maxValue > kTopPixel;
-}
+bool IsBeyondFastLoops(int32_t maxValue) { return maxValue > kTopPixel; }
 
 void RunFilterSchedule(const FilterCall& call, const FilterKernels& kernels) {
     if (IsBeyondFastLoops(call.maxValue)) {

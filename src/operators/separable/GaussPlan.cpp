@@ -3,6 +3,7 @@
 #include <array>
 
 #include "operators/separable/GaussKernel.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -16,9 +17,8 @@ constexpr std::array<double, 5> kFixedKernel = {0.05000000074505806, 0.25, 0.400
 
 // A kernel so wide that the frame extended by its reach would pass 2^29 pixels is not run.
 bool IsTooWide(int32_t width, int32_t height, int32_t size) {
-    constexpr int64_t kLargestExtended = int64_t{1} << 29;
     const int64_t pad = int64_t{size} - 1;
-    return (width + pad) * (height + pad) >= kLargestExtended;
+    return IsBeyondPixelLimit(width, height, pad, pad);
 }
 
 std::optional<GaussPlan> PlanGauss(int32_t width, int32_t height, double sigma, EdgeRule edges) {

@@ -4,15 +4,9 @@
 
 #include "operators/histogram/PixelRange.h"
 #include "operators/tile_equalise/ClaheTiles.h"
+#include "pixels/FrameLimits.h"
 
 namespace vastrelline {
-
-namespace {
-
-// From here on the frame with its border counts as too large.
-constexpr uint64_t kPixelLimit = uint64_t{1} << 29;
-
-}  // namespace
 
 int32_t ClaheFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t blockSize,
                    int32_t bins, double maxSlope) {
@@ -21,10 +15,9 @@ int32_t ClaheFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
     // A border of 1 to blockSize pixels, never none: a frame of whole tiles gets a whole tile more.
     const int32_t tilesX = width / blockSize + 1;
     const int32_t tilesY = height / blockSize + 1;
-    // Both sides are below 2^32, so that their product fits into 64 bits.
-    const uint64_t paddedWidth = static_cast<uint64_t>(tilesX) * static_cast<uint64_t>(blockSize);
-    const uint64_t paddedHeight = static_cast<uint64_t>(tilesY) * static_cast<uint64_t>(blockSize);
-    if (paddedWidth * paddedHeight >= kPixelLimit) return kAlwaysOne;
+    const int64_t paddedWidth = int64_t{tilesX} * blockSize;
+    const int64_t paddedHeight = int64_t{tilesY} * blockSize;
+    if (IsBeyondPixelLimit(paddedWidth, paddedHeight)) return kAlwaysOne;
 
     const PixelRange range = FindPixelRange(pixels, width, height);
     const int32_t max = range.largest;

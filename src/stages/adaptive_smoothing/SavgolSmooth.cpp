@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/FrameLimits.h"
 #include "stages/adaptive_smoothing/SavgolKernel.h"
 
 namespace vastrelline {
@@ -16,9 +17,8 @@ constexpr int32_t kSmallestMask = 2;
 
 // The same bound as for Gaussians.
 bool IsTooWide(int32_t width, int32_t height, int32_t mask) {
-    constexpr int64_t kLargestExtended = int64_t{1} << 29;
     const int64_t pad = int64_t{mask} - 1;
-    return (width + pad) * (height + pad) >= kLargestExtended;
+    return IsBeyondPixelLimit(width, height, pad, pad);
 }
 
 // The least-squares taps under the taper, their sum divided out.

@@ -5,6 +5,7 @@
 
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
@@ -13,7 +14,7 @@ namespace vastrelline {
 void MinMaxPixels(const uint16_t* pixels, int32_t width, int32_t height, int32_t& outMin, int32_t& outMax) {
     const PixelRange range = FindPixelRange(pixels, width, height);
     const bool isEmpty = range.largest < range.smallest;
-    outMin = isEmpty ? 65535 : range.smallest;
+    outMin = isEmpty ? kTopPixel : range.smallest;
     outMax = isEmpty ? -32767 : range.largest;
 }
 

@@ -9,6 +9,7 @@
 #include "operators/histogram/SmoothedCopy.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/AllocZeroed.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
@@ -24,8 +25,7 @@ constexpr int32_t kMaskTop = 255;
 int32_t DarkThreshold(const FrameView<const uint16_t>& frame, int32_t maxValue) {
     constexpr int32_t kValleyCount = 50;  // a smoothed bin below this is a valley
     constexpr int32_t kWindow = 10;
-    constexpr int32_t kTopLevel = 65535;  // no pixel is above it, whatever maxValue says
-    const int32_t top = std::min(maxValue, kTopLevel);
+    const int32_t top = std::min(maxValue, kTopPixel);
     if (top < 1) return kBrightestDarkLevel;
     const std::vector<uint32_t> histogram = BuildHistogram(frame.begin(), frame.Width(), frame.Height(), top);
     const std::vector<int32_t> smoothed = SmoothedCopy(histogram, top + 1, kWindow);

@@ -5,6 +5,7 @@
 
 #include "operators/histogram/PixelRange.h"
 #include "operators/tile_equalise/ClaheFrame.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "stages/hdr/LayerFusion.h"
 
@@ -15,12 +16,10 @@ namespace {
 // Whether the frame, extended to whole tiles, is one that can be equalised. A side of whole tiles gets one
 // more tile, too.
 bool FitsInTiles(int32_t width, int32_t height, int32_t blockSize) {
-    constexpr int64_t kPaddedLimit = int64_t{1} << 29;
     if (blockSize <= 0) return false;
     const int64_t paddedWidth = (int64_t{width} / blockSize + 1) * blockSize;
     const int64_t paddedHeight = (int64_t{height} / blockSize + 1) * blockSize;
-    // Both are below 2^32, so that the product fits.
-    return static_cast<uint64_t>(paddedWidth) * static_cast<uint64_t>(paddedHeight) < kPaddedLimit;
+    return !IsBeyondPixelLimit(paddedWidth, paddedHeight);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "platform/TextFormat.h"
@@ -20,7 +21,6 @@ namespace {
 // A band of fewer steps has no histogram worth a curve.
 constexpr int32_t kFewestSteps = 20;
 constexpr int32_t kSmoothingWindow = 10;
-constexpr int32_t kTopPixel = 0xFFFF;
 
 // The magnitude that the histogram's bins above the cut reach on either side; none if no bin is above it.
 std::optional<int32_t> FindNoiseLimit(std::span<const uint32_t> histogram, int32_t min, double cutLimit) {

@@ -10,6 +10,7 @@
 #include "operators/separable/HalvingFilter.h"
 #include "operators/separable/RowFilter.h"
 #include "pixels/Border.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/OwnedFrame.h"
 #include "platform/TextFormat.h"
@@ -183,21 +184,18 @@ int64_t PadOf(int32_t side, int64_t multiple) { return multiple - side % multipl
 
 void PyramidProcess(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, BandCurve curve,
                     const PyramidParams& settings, const PyramidForm& form, PyramidObserver* observer) {
-    constexpr int64_t kLargestPadded = int64_t{1} << 29;
     constexpr int32_t kMostLayers = 14;  // more pad even a frame of one pixel past the limit
     if (width <= 0 || height <= 0) return;
     if (settings.PYRAMID_LAYER < 1 || settings.PYRAMID_LAYER > kMostLayers) return;
     const int64_t multiple = int64_t{1} << settings.PYRAMID_LAYER;
     const int64_t padWidth = PadOf(width, multiple);
     const int64_t padHeight = PadOf(height, multiple);
-    const int64_t paddedWidth = width + padWidth;
-    const int64_t paddedHeight = height + padHeight;
-    if (paddedWidth * paddedHeight >= kLargestPadded) return;
+    if (IsBeyondPixelLimit(width, height, padWidth, padHeight)) return;
     // Without a band nothing changes, and there is nothing to see but the padded frame.
     if (settings.PYRAMID_LAYER == 1 && observer == nullptr) return;
 
     Pyramid pyramid(maxValue, curve, settings, form, observer);
-    pyramid.Decompose({static_cast<int32_t>(paddedWidth), static_cast<int32_t>(paddedHeight),
+    pyramid.Decompose({static_cast<int32_t>(width + padWidth), static_cast<int32_t>(height + padHeight),
                        *ExtendImage(image, width, height, static_cast<int32_t>(padWidth),
                                     static_cast<int32_t>(padHeight), BorderMode::BorderTrailing)});
     pyramid.Rebuild({image, width, height});

@@ -6,13 +6,13 @@
 #include <span>
 
 #include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
 
 namespace {
 
-constexpr int32_t kTopPixel = 0xFFFF;
 constexpr int32_t kLowMargin = 100;  // levels by which the curve begins below the first occupied one
 constexpr int32_t kHeadroom = 1500;  // above the output's top, which only flattens the shoulder
 constexpr double kSlope = -4.0;

@@ -7,12 +7,11 @@
 
 #include "operators/curves/LookupTable.h"
 #include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
 
 namespace vastrelline {
 
 namespace {
-
-constexpr int32_t kTopPixel = 0xFFFF;
 
 uint16_t EntryOf(std::span<const uint16_t> table, size_t level) {
     return table[std::min(level, table.size() - 1)];
