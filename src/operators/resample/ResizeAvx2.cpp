@@ -35,7 +35,7 @@ TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(result + x), _mm_packus_epi32(low, high));
     }
     for (; x < blend.count; ++x) {
-        result[x] = BlendPixel(blend, x);
+        result[x] = BlendFourPixels(blend, x);
     }
 }
 

@@ -9,7 +9,7 @@ namespace vastrelline {
 namespace {
 
 TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
-    for (size_t x = 0; x < blend.count; ++x) result[x] = BlendPixel(blend, x);
+    for (size_t x = 0; x < blend.count; ++x) result[x] = BlendFourPixels(blend, x);
 }
 
 #include "operators/resample/ResizeVector.inl"

@@ -33,7 +33,7 @@ struct ResizeBlend {
 };
 
 // Place x of the row, in the definition's very operations. The weights are 0 to 1: every sum fits 16 bits.
-inline uint16_t BlendPixel(const ResizeBlend& blend, size_t x) {
+inline uint16_t BlendFourPixels(const ResizeBlend& blend, size_t x) {
     const double ax = blend.rests[x];
     const double ay = blend.rowRest;
     const double sum = (1 - ax) * (1 - ay) * blend.aboveLeft[x] + ax * (1 - ay) * blend.aboveRight[x] +

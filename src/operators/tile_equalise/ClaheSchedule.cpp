@@ -72,7 +72,7 @@ public:
             const Span rows = SpanAt(i, call_.tilesY, tileHeight_);
             for (uint32_t j = 0; j <= call_.tilesX; ++j) {
                 const Span columns = SpanAt(j, call_.tilesX, tileWidth_);
-                if (columns.edge != 0 && rows.edge != 0) MapBand(position, rows, columns);
+                if (columns.edge != 0 && rows.edge != 0) MapPatch(position, rows, columns);
                 position += columns.edge;
             }
             // With odd tile edges this is not the start of a row: it slips to the left by one pixel more
@@ -102,8 +102,8 @@ private:
     const Index* BinsOfRow(uint32_t y) const { return &bins_[(y & (binRows_ - 1)) * size_t{call_.width}]; }
     bool HasBinsOfRow(uint32_t y) const { return y < binnedRows_ && binnedRows_ - y <= binRows_; }
 
-    // Whole rows, which the processor fetches ahead. The last two rows of tiles stay: the bands between them
-    // are mapped next.
+    // Whole rows, which the processor fetches ahead. The last two rows of tiles stay: the patches between
+    // them are mapped next.
     void BinRowsUpTo(uint32_t end) {
         for (; binnedRows_ < std::min(end, call_.height); ++binnedRows_) {
             Index* const bins = &bins_[(binnedRows_ & (binRows_ - 1)) * size_t{call_.width}];
@@ -167,12 +167,12 @@ private:
         }
     }
 
-    // Maps the band whose first pixel stands at a position of the padded frame.
-    void MapBand(int64_t position, const Span& rows, const Span& columns) {
+    // Maps the patch whose first pixel stands at a position of the padded frame.
+    void MapPatch(int64_t position, const Span& rows, const Span& columns) {
         FillCorners(rows, columns);
         const uint32_t pixels = rows.edge * columns.edge;
         const uint32_t log = CeilLog2(pixels);
-        const BlendBand band = {
+        const BlendPatch patch = {
             .width = columns.edge,
             .height = rows.edge,
             .corners = corners_.data(),
@@ -180,19 +180,20 @@ private:
             .multiplier = static_cast<uint32_t>(((uint64_t{1} << (31 + log)) + pixels - 1) / pixels),
             .shift = 31 + log,
             .isPowerOfTwo = std::has_single_bit(pixels)};
-        // Only with tiles one pixel high and of odd width can a band start before the frame, and by one
+        // Only with tiles one pixel high and of odd width can a patch start before the frame, and by one
         // pixel.
         int64_t y = position < 0 ? -1 : position / paddedWidth_;
         const auto x = static_cast<uint32_t>(position - y * paddedWidth_);
         for (uint32_t r = 0; r < rows.edge; ++r, ++y) {
             const uint32_t untilEnd = std::min(columns.edge, paddedWidth_ - x);
-            MapPiece(band, r, 0, untilEnd, x, y);
-            if (untilEnd < columns.edge) MapPiece(band, r, untilEnd, columns.edge - untilEnd, 0, y + 1);
+            MapPiece(patch, r, 0, untilEnd, x, y);
+            if (untilEnd < columns.edge) MapPiece(patch, r, untilEnd, columns.edge - untilEnd, 0, y + 1);
         }
     }
 
-    // Maps `count` pixels of a band's row, from a column of it on, as far as they lie in the frame.
-    void MapPiece(const BlendBand& band, uint32_t r, uint32_t column, uint32_t count, uint32_t x, int64_t y) {
+    // Maps `count` pixels of a patch's row, from a column of it on, as far as they lie in the frame.
+    void MapPiece(const BlendPatch& patch, uint32_t r, uint32_t column, uint32_t count, uint32_t x,
+                  int64_t y) {
         if (y < 0 || y >= call_.height || x >= call_.width) return;
         count = std::min(count, call_.width - x);
         const auto row = static_cast<uint32_t>(y);
@@ -201,11 +202,11 @@ private:
         if (HasBinsOfRow(row)) {
             bins = BinsOfRow(row) + x;
         } else {
-            // In a narrow frame of odd tiles a band can slip by rows.
+            // In a narrow frame of odd tiles a patch can slip by rows.
             kernels_.binRow(pixels, count, rule_, pieceBins_.data());
             bins = pieceBins_.data();
         }
-        kernels_.blendRow(band, r, column, count, bins, pixels);
+        kernels_.blendRow(patch, r, column, count, bins, pixels);
     }
 
     const ClaheCall& call_;
@@ -233,7 +234,7 @@ void RunClaheSchedule(const ClaheCall& call, const ClaheKernels<uint8_t>& narrow
     constexpr uint32_t kNarrowBins = 256;
     const uint64_t tileWidth = (call.width + call.padRight) / call.tilesX;
     const uint64_t tileHeight = (call.height + call.padBottom) / call.tilesY;
-    if (tileWidth * tileHeight > kMaxBandPixels) {
+    if (tileWidth * tileHeight > kMaxPatchPixels) {
         ClaheTilesScalar(call);
     } else if (call.bins <= kNarrowBins) {
         Schedule<uint8_t>(call, narrow).Run();

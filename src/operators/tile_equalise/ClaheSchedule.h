@@ -17,9 +17,9 @@ struct BinRule {
     uint8_t secondShift;
 };
 
-// What the four tiles around a band make of one bin, side by side so that one load serves a pixel. Each level
-// is less by 32768, to fit a signed number; the weights of a pixel add up to the band's pixels, so 32768
-// times those brings the sum back.
+// What the four tiles around a patch make of one bin, side by side so that one load serves a pixel. Each
+// level is less by 32768, to fit a signed number; the weights of a pixel add up to the patch's pixels, so
+// 32768 times those brings the sum back.
 struct alignas(8) CornerLevels {
     int16_t leftUpper;
     int16_t rightUpper;
@@ -29,15 +29,15 @@ struct alignas(8) CornerLevels {
 inline constexpr int32_t kLevelBias = 32768;
 
 // Beyond this the weights of a pixel no longer fit a signed 16-bit number. Up to it no sum reaches 2^31.
-inline constexpr uint32_t kMaxBandPixels = 32767;
+inline constexpr uint32_t kMaxPatchPixels = 32767;
 
 // The columns' shares of a pixel's weights, for the left and the right tiles, in the order of CornerLevels.
 struct alignas(8) ColumnWeights {
     int16_t shares[4];
 };
 
-// A band: the rectangle between the centres of up to four tiles.
-struct BlendBand {
+// A patch: the rectangle between the centres of up to four tiles.
+struct BlendPatch {
     uint32_t width;
     uint32_t height;
     const CornerLevels* corners;   // by bin
@@ -55,30 +55,30 @@ struct ClaheKernels {
     // The bins of `count` levels.
     void (*binRow)(const uint16_t* levels, uint32_t count, const BinRule& rule, Index* bins);
 
-    // Maps `count` pixels in row `row` of a band, from its column `column` on.
-    void (*blendRow)(const BlendBand& band, uint32_t row, uint32_t column, uint32_t count, const Index* bins,
-                     uint16_t* pixels);
+    // Maps `count` pixels in row `row` of a patch, from its column `column` on.
+    void (*blendRow)(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count,
+                     const Index* bins, uint16_t* pixels);
 };
 
-// One pixel of a band, for the ends of vectors.
-inline uint16_t BlendPixel(const BlendBand& band, uint32_t row, uint32_t column, uint32_t bin) {
-    const CornerLevels& levels = band.corners[bin];
-    const auto left = static_cast<int32_t>(band.width - column);
+// One pixel of a patch, for the ends of vectors.
+inline uint16_t BlendFourCurves(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t bin) {
+    const CornerLevels& levels = patch.corners[bin];
+    const auto left = static_cast<int32_t>(patch.width - column);
     const auto right = static_cast<int32_t>(column);
-    const auto upper = static_cast<int32_t>(band.height - row);
+    const auto upper = static_cast<int32_t>(patch.height - row);
     const auto bottom = static_cast<int32_t>(row);
     const int32_t sum = upper * (left * levels.leftUpper + right * levels.rightUpper) +
                         bottom * (left * levels.leftBottom + right * levels.rightBottom) +
-                        static_cast<int32_t>(band.width * band.height) * kLevelBias;
-    return static_cast<uint16_t>((static_cast<uint64_t>(sum) * band.multiplier) >> band.shift);
+                        static_cast<int32_t>(patch.width * patch.height) * kLevelBias;
+    return static_cast<uint16_t>((static_cast<uint64_t>(sum) * patch.multiplier) >> patch.shift);
 }
 
-// The walk over tiles and bands that the fast forms share. It differs from the definition in what it keeps:
+// The walk over tiles and patches that the fast forms share. It differs from the definition in what it keeps:
 // no padded copy, since border pixels are counted as often as they would stand there and never mapped, and
-// no more curves than those of two rows of tiles. A band is mapped as soon as the tiles below it are counted;
-// it ends above the tiles that are still to be counted.
+// no more curves than those of two rows of tiles. A patch is mapped as soon as the tiles below it are
+// counted; it ends above the tiles that are still to be counted.
 //
-// Tiles of more than kMaxBandPixels go to the definition.
+// Tiles of more than kMaxPatchPixels go to the definition.
 void RunClaheSchedule(const ClaheCall& call, const ClaheKernels<uint8_t>& narrow,
                       const ClaheKernels<uint16_t>& wide);
 

@@ -13,9 +13,9 @@ namespace {
 #include "operators/tile_equalise/ClaheBinRow.inl"
 
 template <typename Index>
-void BlendRow(const BlendBand& band, uint32_t row, uint32_t column, uint32_t count, const Index* bins,
+void BlendRow(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count, const Index* bins,
               uint16_t* pixels) {
-    for (uint32_t x = 0; x < count; ++x) pixels[x] = BlendPixel(band, row, column + x, bins[x]);
+    for (uint32_t x = 0; x < count; ++x) pixels[x] = BlendFourCurves(patch, row, column + x, bins[x]);
 }
 
 template <typename Index>

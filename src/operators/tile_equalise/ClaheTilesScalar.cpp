@@ -10,7 +10,7 @@ namespace vastrelline {
 
 namespace {
 
-// The curves of the four tiles around a band, by bin.
+// The curves of the four tiles around a patch, by bin.
 struct Corners {
     const uint32_t* leftUpper;
     const uint32_t* rightUpper;
@@ -34,10 +34,10 @@ void CountTile(const Padded& padded, size_t x0, size_t y0, size_t tileWidth, siz
     }
 }
 
-// Maps the pixels of a band, whose first pixel stands at `position`. With odd tile edges rows run over the
-// left edge into the row above, and with tiles one pixel high the first band starts before the frame.
-void MapBand(Padded& padded, int64_t position, uint32_t subWidth, uint32_t subHeight,
-             const Corners& corners) {
+// Maps the pixels of a patch, whose first pixel stands at `position`. With odd tile edges rows run over the
+// left edge into the row above, and with tiles one pixel high the first patch starts before the frame.
+void MapPatch(Padded& padded, int64_t position, uint32_t subWidth, uint32_t subHeight,
+              const Corners& corners) {
     const uint32_t n = subWidth * subHeight;
     for (uint32_t r = 0; r < subHeight; ++r) {
         for (uint32_t c = 0; c < subWidth; ++c) {
@@ -54,14 +54,15 @@ void MapBand(Padded& padded, int64_t position, uint32_t subWidth, uint32_t subHe
     }
 }
 
-// A band before the first tile centre, between two, or after the last: its edge and the tiles on its sides.
-struct Band {
+// What lies before the first tile centre of an axis, between two, or after the last, and the tiles on its
+// sides.
+struct Span {
     uint32_t edge;
     size_t before;
     size_t after;
 };
 
-Band BandAt(uint32_t index, uint32_t tiles, uint32_t tileEdge) {
+Span SpanAt(uint32_t index, uint32_t tiles, uint32_t tileEdge) {
     if (index == 0) return {tileEdge >> 1, 0, 0};
     if (index == tiles) return {tileEdge >> 1, tiles - 1, tiles - 1};
     return {tileEdge, index - 1, index};
@@ -100,13 +101,13 @@ void ClaheTilesScalar(const ClaheCall& call) {
 
     int64_t position = 0;
     for (uint32_t i = 0; i <= call.tilesY; ++i) {
-        const Band rows = BandAt(i, call.tilesY, tileHeight);
+        const Span rows = SpanAt(i, call.tilesY, tileHeight);
         for (uint32_t j = 0; j <= call.tilesX; ++j) {
-            const Band columns = BandAt(j, call.tilesX, tileWidth);
+            const Span columns = SpanAt(j, call.tilesX, tileWidth);
             const Corners corners = {
                 block(columns.before, rows.before).data(), block(columns.after, rows.before).data(),
                 block(columns.before, rows.after).data(), block(columns.after, rows.after).data()};
-            MapBand(padded, position, columns.edge, rows.edge, corners);
+            MapPatch(padded, position, columns.edge, rows.edge, corners);
             position += columns.edge;
         }
         position += (int64_t{rows.edge} - 1) * static_cast<int64_t>(padded.width);

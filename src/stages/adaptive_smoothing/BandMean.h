@@ -4,7 +4,7 @@
 
 namespace vastrelline {
 
-// Mean over a square window of 2 * radius + 1 pixels, for the rows of a band, in doubles.
+// Mean over a square window of 2 * radius + 1 pixels, for a band of rows, in doubles.
 //
 // source        width * height elements, rows from the top, stride width
 // destination   as many; must not overlap; all of it is written, 0 outside the band

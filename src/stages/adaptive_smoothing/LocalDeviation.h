@@ -14,7 +14,7 @@ inline constexpr int32_t kTopDeviationLevel = 16383;
 // The window's reach for which the deviation has fast forms: the one that the smoothing uses.
 inline constexpr int32_t kDeviationRadius = 3;
 
-// Standard deviation in a square window of 2 * radius + 1 pixels, for the rows of a band.
+// Standard deviation in a square window of 2 * radius + 1 pixels, for a band of rows.
 //
 // image, squares   width * height pixels, and the square of each
 // output           as many; only rows `top` to `bottom` without `radius` columns at each side are written

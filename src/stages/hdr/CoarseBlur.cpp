@@ -33,21 +33,21 @@ std::vector<float> Transpose(const float* rows, int32_t width, int32_t height) {
 CoarseBlur::CoarseBlur(const float* image, int32_t width, int32_t height, double sigma,
                        const FusionKernels& kernels)
     : kernels_(kernels), width_(CountBlurredPlaces(width)) {
-    std::vector<RowBand> bands = MakeBlurBands(height, sigma);
-    const bool isDirect = bands.size() == 1;
+    std::vector<BlurStep> steps = MakeBlurSteps(height, sigma);
+    const bool isDirect = steps.size() == 1;
     std::vector<float> few;
-    if (!isDirect) few = ApplyBand(bands.front(), image, width, kernels);
-    const int32_t fewRows = isDirect ? height : bands.front().NewRows();
+    if (!isDirect) few = ApplyStep(steps.front(), image, width, kernels);
+    const int32_t fewRows = isDirect ? height : steps.front().NewRows();
     few = Transpose(isDirect ? image : few.data(), width, fewRows);
-    for (const RowBand& band : MakeBlurBands(width, sigma))
-        few = ApplyBand(band, few.data(), fewRows, kernels);
+    for (const BlurStep& step : MakeBlurSteps(width, sigma))
+        few = ApplyStep(step, few.data(), fewRows, kernels);
     rows_ = Transpose(few.data(), fewRows, width_);
-    for (size_t i = 1; i + 1 < bands.size(); ++i) rows_ = ApplyBand(bands[i], rows_.data(), width_, kernels);
-    lastBand_ = std::move(bands.back());
+    for (size_t i = 1; i + 1 < steps.size(); ++i) rows_ = ApplyStep(steps[i], rows_.data(), width_, kernels);
+    lastStep_ = std::move(steps.back());
 }
 
 void CoarseBlur::MakeRow(int32_t row, float* out) {
-    MakeBandRow(lastBand_, rows_.data(), width_, row, seen_, kernels_, out);
+    MakeStepRow(lastStep_, rows_.data(), width_, row, seen_, kernels_, out);
 }
 
 }  // namespace vastrelline

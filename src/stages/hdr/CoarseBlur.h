@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "stages/hdr/BlurStep.h"
 #include "stages/hdr/FusionKernels.h"
-#include "stages/hdr/RowBand.h"
 
 namespace vastrelline {
 
@@ -21,7 +21,7 @@ private:
     const FusionKernels& kernels_;
     int32_t width_;
     std::vector<float> rows_;  // blurred but for the last step along the columns
-    RowBand lastBand_;
+    BlurStep lastStep_;
     std::vector<const float*> seen_;
 };
 

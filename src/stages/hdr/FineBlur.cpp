@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "stages/hdr/RowBand.h"
+#include "stages/hdr/BlurStep.h"
 
 namespace vastrelline {
 

@@ -8,11 +8,11 @@
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "stages/hdr/BlurStep.h"
 #include "stages/hdr/CoarseBlur.h"
 #include "stages/hdr/FineBlur.h"
 #include "stages/hdr/FusionTables.h"
 #include "stages/hdr/FusionWeights.h"
-#include "stages/hdr/RowBand.h"
 #include "stages/hdr/SpectrumEdges.h"
 
 namespace vastrelline {

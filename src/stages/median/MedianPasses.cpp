@@ -14,7 +14,7 @@ namespace {
 
 enum MedianMode : int32_t { kRowsThenColumns = 1, kRowsOnly = 2, kColumnsOnly = 3 };
 
-void FilterBand(const RowBandJob& job) {
+void FilterRowBand(const RowBandJob& job) {
     const RowBandParameters& parameters = *job.parameters;
     MedianSquareRange(job.source, job.destination, parameters.width, parameters.height,
                       TruncateToInt32(parameters.mask), job.firstRow, job.lastRow);
@@ -26,7 +26,7 @@ void FilterSquareOnThreads(const FrameView<uint16_t>& frame, int32_t mask, std::
     // Half of the window that the threads work with: that of a mask of 0 or 1 would reach out of the frame.
     const int32_t half = WidenMedianMask(mask) / 2;
     before.assign(frame.begin(), frame.end());
-    RunOnRowBands(FilterBand, parameters, before.data(), frame.begin(), half, frame.Height() - half - 1);
+    RunOnRowBands(FilterRowBand, parameters, before.data(), frame.begin(), half, frame.Height() - half - 1);
 }
 
 }  // namespace

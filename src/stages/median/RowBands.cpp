@@ -46,11 +46,11 @@ void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters
                    uint16_t* destination, int32_t firstRow, int32_t lastRow) {
     if (firstRow > lastRow) return;
     const int32_t count = std::clamp(MedianThreadCount(), 1, kMostThreads);
-    const int32_t band = (lastRow - firstRow + 1) / count;
+    const int32_t rowsEach = (lastRow - firstRow + 1) / count;
     std::array<Worker, kMostThreads> workers;
     for (int32_t i = 0; i < count; ++i) {
-        const int32_t first = firstRow + i * band;
-        const int32_t last = i == count - 1 ? lastRow : first + band - 1;
+        const int32_t first = firstRow + i * rowsEach;
+        const int32_t last = i == count - 1 ? lastRow : first + rowsEach - 1;
         workers[static_cast<size_t>(i)].job = {i, first, last, &parameters, source, destination, job};
     }
     for (auto i = static_cast<size_t>(count); i-- > 0;) workers[i].Start();

@@ -83,9 +83,9 @@ TEST(ClaheEqualize, PixelsTakeTheWeightedMeanOfFourCurves) {
     ExpectEqualized(frame, {0, 3, 2, 2, 2, kNoClip}, expected);
 }
 
-// One bin maps every pixel to the top, so that a 0 shows a pixel that was not mapped. The bands of tiles of
-// 3 x 3 are 1, 3 and 1 wide; the second row of bands starts at the last pixel of row 0, the third at the last
-// but one of row 3.
+// One bin maps every pixel to the top, so that a 0 shows a pixel that was not mapped. The patches of tiles of
+// 3 x 3 are 1, 3 and 1 wide; the second row of patches starts at the last pixel of row 0, the third at the
+// last but one of row 3.
 TEST(ClaheEqualize, OddTilesLeaveGapsAndTheLastRow) {
     const Frame expected = FromRows({{9, 9, 9, 9, 9, 9},
                                      {9, 9, 9, 9, 0, 9},
@@ -96,13 +96,13 @@ TEST(ClaheEqualize, OddTilesLeaveGapsAndTheLastRow) {
     ExpectEqualized(Flat(6, 6, 0), {0, 9, 2, 2, 1, kNoClip}, expected);
 }
 
-// Bands of half a tile are empty, and the one row of bands begins one pixel before the frame.
+// Patches of half a tile are empty, and the one row of patches begins one pixel before the frame.
 TEST(ClaheEqualize, TilesOfOnePixelStartBeforeTheFrame) {
     ExpectEqualized(Flat(3, 2, 0), {0, 9, 3, 2, 1, kNoClip}, FromRows({{9, 0, 0}, {0, 0, 0}}));
 }
 
 // 2^17 pixels of 65535 add up to 2^33 - 2^17, of which 2^32 - 2^17 is left: 32767 times 2^17. The narrower
-// bands have half as many pixels, and nothing wraps.
+// patches have half as many pixels, and nothing wraps.
 TEST(ClaheEqualize, SumsOfLargeTilesWrap) {
     constexpr int32_t kTileWidth = 512;
     constexpr int32_t kTileHeight = 256;

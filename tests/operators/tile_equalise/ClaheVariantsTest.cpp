@@ -128,7 +128,7 @@ TEST(ClaheVariants, BothSidesOfTheLargestTileGiveTheReferenceBits) {
     }
 }
 
-// Rows of bands slip by more than the width of the frame.
+// Rows of patches slip by more than the width of the frame.
 TEST(ClaheVariants, LongNarrowFrameOfOddTilesGivesTheReferenceBits) {
     std::mt19937 random(20240506);
     ExpectAllVariantsEqual(random, MakeCall(3, 3, 2, 60, 2, 1, 9));

@@ -9,7 +9,7 @@ namespace vastrelline {
 
 // A linear step from rows to rows in which each new row is a weighted sum of `taps` neighbouring old ones.
 // Old rows go round in a circle.
-struct RowBand {
+struct BlurStep {
     int32_t oldRows;
     int32_t taps;
     std::vector<int32_t> firstRows;  // of each new row: the first old row, from anywhere on the circle
@@ -28,14 +28,14 @@ int32_t CountBlurredPlaces(int32_t count);
 
 // The steps that blur `count` rows with exp(-d * d / (2 * sigma * sigma)), where d runs over whole numbers
 // and a half, and pick the blurred places. Weights are not divided by their sum.
-std::vector<RowBand> MakeBlurBands(int32_t count, double sigma);
+std::vector<BlurStep> MakeBlurSteps(int32_t count, double sigma);
 
-// Makes a new row. `rows` is scratch and comes back with the band's old rows.
-void MakeBandRow(const RowBand& band, const float* oldRows, int32_t width, int32_t newRow,
+// Makes a new row. `rows` is scratch and comes back with the step's old rows.
+void MakeStepRow(const BlurStep& step, const float* oldRows, int32_t width, int32_t newRow,
                  std::vector<const float*>& rows, const FusionKernels& kernels, float* out);
 
 // Makes all new rows.
-std::vector<float> ApplyBand(const RowBand& band, const float* oldRows, int32_t width,
+std::vector<float> ApplyStep(const BlurStep& step, const float* oldRows, int32_t width,
                              const FusionKernels& kernels);
 
 }  // namespace vastrelline

@@ -6,9 +6,9 @@
 #include <random>
 #include <vector>
 
+#include "stages/hdr/BlurStep.h"
 #include "stages/hdr/CoarseBlur.h"
 #include "stages/hdr/FineBlur.h"
-#include "stages/hdr/RowBand.h"
 #include "support/Frames.h"
 
 namespace vastrelline {
