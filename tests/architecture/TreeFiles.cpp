@@ -6,9 +6,9 @@
 
 namespace vastrelline {
 
-std::map<std::string, std::string> ReadTreeFiles(const std::filesystem::path& folder) {
+SourceTree ReadTreeFiles(const std::filesystem::path& folder) {
     static const std::set<std::filesystem::path> leftOut{".git", "build", "out"};
-    std::map<std::string, std::string> texts;
+    SourceTree texts;
     std::filesystem::recursive_directory_iterator entries(folder);
     for (auto entry = begin(entries); entry != end(entries); ++entry) {
         if (entry.depth() == 0 && leftOut.contains(entry->path().filename())) {

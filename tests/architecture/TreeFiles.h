@@ -6,8 +6,11 @@
 
 namespace vastrelline {
 
-// The text files of this project below one of its folders, by their path below it with '/' between folders.
+// Texts of files by their path below one folder, with '/' between folders.
+using SourceTree = std::map<std::string, std::string>;
+
+// The text files of this project below one of its folders.
 // Left out: what a build or a run leaves behind, what git keeps, and files that hold a zero byte.
-std::map<std::string, std::string> ReadTreeFiles(const std::filesystem::path& folder);
+SourceTree ReadTreeFiles(const std::filesystem::path& folder);
 
 }  // namespace vastrelline
