@@ -16,7 +16,8 @@ namespace vastrelline {
 
 namespace {
 
-// One row of the stage table.
+// One row of the stage table. What picks a row is a switch here and a number in the configured chain: they
+// have no more in common than what they run.
 struct FixedStageEntry {
     int32_t FixedSettings::*flag;  // not 0 runs the stage; null: it always runs
     bool isInCrChain;

@@ -13,11 +13,10 @@ namespace vastrelline {
 
 // In what the configured and the extended chain differ.
 struct StageListOptions {
-    std::span<const StageEntry> stages;  // that the list may name
-    const SensorGeometry* geometry =
-        nullptr;                     // the caller's geometry of this frame, or null for the profile's
-    std::wstring sensorFolder = {};  // as SyncSensorSettings
-    int32_t sensorMode = 0;          // as SyncSensorSettings
+    std::span<const StageEntry> stages;        // that the list may name
+    const SensorGeometry* geometry = nullptr;  // the caller's of this frame, or null for the profile's
+    std::wstring sensorFolder = {};            // as SyncSensorSettings
+    int32_t sensorMode = 0;                    // as SyncSensorSettings
 };
 
 // Runs the stages that a section of the profile lists, in that order, on a copy of the frame.

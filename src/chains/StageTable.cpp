@@ -20,7 +20,7 @@ namespace {
 
 using Call = StageCall;
 
-// By number. The last one, HDR, does not exist in the configured chain.
+// By number, but HDR last: the configured chain has all but the last.
 constexpr StageEntry kStages[] = {
     {StageId::PreContrastProc,
      [](const Call& c) {

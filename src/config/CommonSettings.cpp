@@ -9,6 +9,7 @@ namespace vastrelline {
 int32_t ReadCommonSettings(const std::wstring& iniPath, const std::wstring& section, CommonSettings& record) {
     const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
     if (profile.SectionHasEntries(section) == 0) return 0;
+    // With defaults of their own: what the record holds when made are the values of an empty section.
     record.CAPTION = profile.ReadProfileString(section, L"CAPTION", L"");
     record.VERSION = profile.ReadProfileString(section, L"VERSION", L"");
     record.PROCMODE = profile.ReadProfileInt(section, L"PROCMODE", 0);

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace vastrelline {
 
@@ -35,17 +33,6 @@ private:
     InstructionSet before_;
 };
 
-// The forms of a kernel that may be used now.
-//
-// all   ascending in what they need, each with a member `needs`; the first needs the reference only
-template <typename Variant, size_t Count>
-std::span<const Variant> AllowedVariants(const Variant (&all)[Count]) {
-    const InstructionSet allowed = AllowedInstructionSet();
-    size_t count = 0;
-    while (count < Count && all[count].needs <= allowed) ++count;
-    return {all, count};
-}
-
 }  // namespace vastrelline
 
 // Whether kernels have forms beside the plain ones. All that is built with the library sees the same answer,
@@ -62,8 +49,8 @@ std::span<const Variant> AllowedVariants(const Variant (&all)[Count]) {
 #define TARGET_BASELINE
 #define TARGET_AVX2 __attribute__((target("avx2,no-fma")))
 #if defined(__clang__)
-// To Clang the foundation of AVX-512 holds FMA, so that without the one it drops the other. It has no need to
-// be told: with -ffp-contract=off it never fuses what stands apart.
+// To Clang the foundation of AVX-512 holds FMA, so that without the one it drops the other. It need not be
+// forbidden: with -ffp-contract=off it never fuses what stands apart.
 #define TARGET_AVX512 __attribute__((target("avx512f,avx512dq,avx512bw,avx512vl")))
 #else
 #define TARGET_AVX512 __attribute__((target("avx512f,avx512dq,avx512bw,avx512vl,no-fma")))

@@ -24,8 +24,7 @@ constexpr ResizeVariant kVariants[] = {
 #endif
 };
 
-// What must be added to a side so that it becomes a whole multiple of the
-// factor.
+// What must be added to a side so that it becomes a whole multiple of the factor.
 int32_t PadToMultiple(int32_t side, int32_t factor) {
     const int32_t rest = side % factor;
     return rest == 0 ? 0 : factor - rest;

@@ -1,6 +1,5 @@
 #include "stages/hdr/FineBlur.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 

@@ -11,6 +11,7 @@
 #include "stages/hdr/BlurStep.h"
 #include "stages/hdr/CoarseBlur.h"
 #include "stages/hdr/FineBlur.h"
+#include "stages/hdr/FusionKernels.h"
 #include "stages/hdr/FusionTables.h"
 #include "stages/hdr/FusionWeights.h"
 #include "stages/hdr/SpectrumEdges.h"

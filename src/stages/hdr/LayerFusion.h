@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-#include "stages/hdr/FusionKernels.h"
-
 namespace vastrelline {
 
 // Fuses a frame with its equalised version. In a fine layer the frame, in a coarse one a mix of both, is set

@@ -1,6 +1,5 @@
 #include "stages/hdr/LineTransform.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <numbers>

@@ -41,7 +41,7 @@ void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxVa
     const FrameView<uint16_t> frame(buffer, width, height);
     std::vector<uint16_t> smoothed(frame.begin(), frame.end());
     SmoothFrame(smoothed, width, height, maxValue, params.sigma, smoothing);
-    // The difference needs no image of its own: the map that would want one never runs.
+    // MapDetailPower would start from limits with which it does nothing, so the difference needs no image.
     size_t i = 0;
     for (uint16_t& pixel : frame) {
         const int32_t base = smoothed[i++];

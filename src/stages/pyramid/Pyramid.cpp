@@ -176,8 +176,8 @@ private:
     std::vector<Level> levels_;
 };
 
-// How far a side is padded. A side that is a multiple already gains a whole one: the
-// results along its end depend on it.
+// How far a side is padded. A side that is a multiple already gains a whole one: the results along its end
+// depend on it.
 int64_t PadOf(int32_t side, int64_t multiple) { return multiple - side % multiple; }
 
 }  // namespace

@@ -20,7 +20,13 @@ TEST(InvertPixels, WrapsAboveTheTop) {
     EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 65535, 11}})));
 }
 
-TEST(InvertPixels, FrameWithoutPixelsIsNoWork) { InvertPixels(nullptr, 0, 3, 4095); }
+TEST(InvertPixels, FrameWithoutPixelsIsNoWork) {
+    Frame frame = FromRows({{7}});
+    InvertPixels(frame.Data(), 0, 3, 4095);
+    InvertPixels(frame.Data(), 3, 0, 4095);
+    InvertPixels(nullptr, 0, 3, 4095);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{7}})));
+}
 
 }  // namespace
 }  // namespace vastrelline

@@ -161,6 +161,12 @@ TEST(ApplyLinearCurve, PixelsAboveTheTableTakeItsLastEntry) {
 TEST(ApplyLinearCurve, FrameWithoutPixelsIsNoWork) {
     ApplyLinearCurve(nullptr, 0, 7, 4095, 4095, 0, 0, 0, L"", 0);
     ApplyWindowCurve(nullptr, 0, 7, 4095, 2047, 4095, 0, L"", 0);
+    Frame frame = FromRows({{7}});
+    ApplyLinearCurve(frame.Data(), 0, 7, 4095, 4095, -1, 0, 0, L"", 0);
+    ApplyLinearCurve(frame.Data(), 7, 0, 4095, 4095, -1, 0, 0, L"", 0);
+    ApplyWindowCurve(frame.Data(), 0, 7, 4095, 2047, 4095, 0, L"", 0);
+    ApplyWindowCurve(frame.Data(), 7, 0, 4095, 2047, 4095, 0, L"", 0);
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{7}})));
 }
 
 TEST(ApplyLinearCurve, FileListsEveryLevelOfTheTable) {
