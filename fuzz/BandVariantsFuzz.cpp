@@ -39,9 +39,10 @@ void TestRangeAndCounts(const Input& input) {
         return Guarded<int32_t>({range.min, range.max});
     });
     if (count == 0) return;
-    const auto [min, max] = std::minmax_element(input.band.begin(), input.band.end());
+    const auto ends = std::minmax_element(input.band.begin(), input.band.end());
+    const BandRange range = {*ends.first, *ends.second};
     RequireEqualForms(BandVariants(), [&](const BandVariant& form) {
-        return Guarded<uint32_t>(form.run->countValues(input.band.data(), count, {*min, *max}));
+        return Guarded<uint32_t>(form.run->countValues(input.band.data(), count, range));
     });
 }
 
