@@ -8,6 +8,9 @@ constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
 constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
+// Where a wide character holds a unit of UTF-16 alone, the two of a pair stay apart.
+constexpr bool kJoinsPairs = sizeof(wchar_t) > sizeof(char16_t);
+
 constexpr uint32_t kFirstSupplementary = 0x10000;
 constexpr uint32_t kLastCharacter = 0x10FFFF;
 
@@ -33,7 +36,7 @@ std::wstring ProfileEncoding::Decode(std::string_view bytes) const {
     text.reserve(bytes.size() / 2);
     for (size_t offset = 0; offset + 1 < bytes.size(); offset += 2) {
         uint32_t value = UnitAt(bytes, offset);
-        if (IsHighSurrogate(value) && offset + 3 < bytes.size()) {
+        if (kJoinsPairs && IsHighSurrogate(value) && offset + 3 < bytes.size()) {
             const uint32_t next = UnitAt(bytes, offset + 2);
             if (IsLowSurrogate(next)) {
                 value = kFirstSupplementary + ((value - 0xD800) << 10U) + (next - 0xDC00);

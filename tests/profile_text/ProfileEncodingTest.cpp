@@ -36,8 +36,8 @@ TEST(ProfileEncoding, MarkTellsTheOrderOfBytes) {
     EXPECT_EQ(big.Decode("\x04\x16"sv), L"\u0416");
 }
 
-// U+1F9B7 is the pair D83E DDB7.
-TEST(ProfileEncoding, PairOfSurrogatesIsOneCharacter) {
+// U+1F9B7 is the pair D83E DDB7: one wide character, or two where they have 16 bits.
+TEST(ProfileEncoding, PairOfSurrogatesIsTheCharacterItStandsFor) {
     const ProfileEncoding encoding("\xFF\xFE"sv, kUtf8Codec);
     EXPECT_EQ(encoding.Decode("\x3E\xD8\xB7\xDD"sv), L"\U0001F9B7");
     EXPECT_EQ(encoding.Encode(L"\U0001F9B7"), "\x3E\xD8\xB7\xDD");
