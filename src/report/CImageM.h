@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace vastrelline {
 class CImageM {
 public:
     // Captions are without effect: nothing shows one.
-    explicit CImageM(std::wstring_view /*caption*/) {}
+    explicit CImageM(std::wstring_view caption) : m_caption(caption) {}
     CImageM(const void* pixels, int32_t width, int32_t height, int32_t bitsAllocated, int32_t bitsStored,
             int32_t windowCenter, int32_t windowWidth, int32_t invert, std::wstring_view caption,
             int32_t pixelType, int32_t curve, double scale);
@@ -77,6 +78,7 @@ private:
     int32_t m_invert = 1;
     int32_t m_curve = 0;
     int32_t m_equalize = 0;
+    std::wstring m_caption;  // stored and never read
     double m_scale = 1.0;
     int32_t m_pixelType = 0;
     int32_t m_bottomUp = 1;
