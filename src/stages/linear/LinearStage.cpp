@@ -30,7 +30,7 @@ void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t w
                       int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number) {
     const WindowCurve curve = BuildWindowCurve(pixels, width, height, windowWidth, centre, outputRange);
     if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.high, curve.table);
+        WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.highEdge, curve.table);
     }
     ApplyLookupTable(pixels, width, height, curve.table);
 }

@@ -8,7 +8,7 @@ namespace vastrelline {
 // A ramp around a centre: from 0 at half a window below it to the top of the output at half a window above,
 // flat outside.
 struct WindowCurve {
-    int32_t high;                 // the level at which the ramp ends; it can lie outside the table
+    int32_t highEdge;             // the level at which the ramp ends; it can lie outside the table
     std::vector<uint16_t> table;  // one entry for each level from 0 to the frame's highest
 };
 

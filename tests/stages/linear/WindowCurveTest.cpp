@@ -62,10 +62,10 @@ TEST(WindowCurve, TableEndsWithTheFrameAndTheRampWhereItMay) {
     const Frame frame = FromRows({{3, 0, 6}});
     // 0 to 4, then 4 to 8.
     const WindowCurve within = BuildWindowCurve(frame.Data(), 3, 1, 4, 2, 100);
-    EXPECT_EQ(within.high, 4);
+    EXPECT_EQ(within.highEdge, 4);
     EXPECT_EQ(within.table, (std::vector<uint16_t>{0, 25, 50, 75, 100, 100, 100}));
     const WindowCurve beyond = BuildWindowCurve(frame.Data(), 3, 1, 4, 6, 100);
-    EXPECT_EQ(beyond.high, 8);
+    EXPECT_EQ(beyond.highEdge, 8);
     EXPECT_EQ(beyond.table, (std::vector<uint16_t>{0, 0, 0, 0, 0, 25, 50}));
 }
 
