@@ -6,10 +6,10 @@
 
 namespace vastrelline {
 
-int32_t ReadCommonSettings(const std::wstring& iniPath, const std::wstring& section, CommonSettings& record) {
-    const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
-    if (profile.SectionHasEntries(section) == 0) return 0;
-    // With defaults of their own: what the record holds when made are the values of an empty section.
+namespace {
+
+// With defaults of their own: what the record holds when made are the values of an empty section.
+void FillSettings(const CRegistryIO& profile, const std::wstring& section, CommonSettings& record) {
     record.CAPTION = profile.ReadProfileString(section, L"CAPTION", L"");
     record.VERSION = profile.ReadProfileString(section, L"VERSION", L"");
     record.PROCMODE = profile.ReadProfileInt(section, L"PROCMODE", 0);
@@ -30,7 +30,21 @@ int32_t ReadCommonSettings(const std::wstring& iniPath, const std::wstring& sect
     record.FunctionCount = profile.ReadProfileInt(section, L"FunctionCount", 0);
     record.SAVE_BACKUP = profile.ReadProfileInt(section, L"SAVE_BACKUP", 0);
     record.SAVE_BACKUPPATH = profile.ReadProfileString(section, L"SAVE_BACKUPPATH", L"");
+}
+
+}  // namespace
+
+int32_t ReadCommonSettings(const std::wstring& iniPath, const std::wstring& section, CommonSettings& record) {
+    const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
+    if (profile.SectionHasEntries(section) == 0) return 0;
+    FillSettings(profile, section, record);
     return 1;
+}
+
+CommonSettings ReadStageSettings(const std::wstring& iniPath, const std::wstring& section) {
+    CommonSettings settings;
+    FillSettings(CRegistryIO(nullptr, iniPath.c_str(), 1), section, settings);
+    return settings;
 }
 
 int32_t MaxValueOfBits(int32_t bitsStored) {

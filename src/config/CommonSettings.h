@@ -30,9 +30,13 @@ struct CommonSettings {
     std::wstring SAVE_BACKUPPATH;   // folder of the backup set
 };
 
-// Fills the record from a section of a profile, with the default of each missing key. Returns 1, or 0 if
-// the section holds no line; the record then stays as it is.
+// Fills a run's own record from a section of a profile, with the default of each missing key. Returns 1, or 0
+// if the section holds no line; the record then stays as it is.
 int32_t ReadCommonSettings(const std::wstring& iniPath, const std::wstring& section, CommonSettings& record);
+
+// The same for a stage that reads the section for itself: one without a line, or none at all, gives the
+// defaults there. An output range of 0 would make the frame black.
+CommonSettings ReadStageSettings(const std::wstring& iniPath, const std::wstring& section);
 
 // The largest pixel value of frames with so many significant bits: 2^bits - 1. Bits below 0 count as 0,
 // above 31 as 31.

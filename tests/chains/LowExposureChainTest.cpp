@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <regex>
 #include <string>
@@ -13,6 +14,7 @@
 #include "support/BackupNames.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/MadeFrame.h"
 #include "support/ProfileFolder.h"
 #include "support/StageNames.h"
 
@@ -157,11 +159,22 @@ TEST_F(LowExposureChainTest, LowSequenceTakesItsKeysByPositionFromItsOwnSection)
     EXPECT_EQ(SharedConfiguredState().SectionName, L"IP_LOWMODE");
 }
 
-// The stages' common settings are empty then, an output range of 0 among them.
-TEST_F(LowExposureChainTest, MissingLowSectionMeansDefaultsAndABlackFrame) {
-    Write(Profile("0.5"));
-    EXPECT_THAT(Run(MakeExposure(4, 6, 3)), EqualsFrame(Flat(4, 5, 0)));
+// Missing, without a line, or without a key that any stage knows: one and the same picture.
+TEST_F(LowExposureChainTest, MissingOrEmptyLowSectionMeansTheDefaults) {
+    const Frame input = MadeRadiograph(180, 150);
+    Write(Profile("-1"));  // the darkness of every frame passes it
+    const Frame missing = Run(input);
     EXPECT_THAT(Folder().Log(), HasSubstr("\t\t\t BlockSize       : 64\r\n"));
+    // The last curve spreads what is there over all of the output range.
+    EXPECT_EQ(*std::min_element(missing.pixels.begin(), missing.pixels.end()), 0);
+    EXPECT_EQ(*std::max_element(missing.pixels.begin(), missing.pixels.end()), 4095);
+    for (const bool hasKey : {false, true}) {
+        ProfileWriter writer = Profile("-1");
+        writer.Section("IP_LOWMODE");
+        if (hasKey) writer.Key("CAPTION", "x");
+        Write(writer);
+        EXPECT_THAT(Run(input), EqualsFrame(missing)) << hasKey;
+    }
 }
 
 TEST_F(LowExposureChainTest, LowRunDumpsEveryStageButTheLinearCurve) {

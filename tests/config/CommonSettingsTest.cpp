@@ -112,6 +112,26 @@ TEST_P(EmptySectionTest, ReturnsZeroAndFillsNothing) {
     EXPECT_EQ(settings.LITTLEENDIAN, 0);
 }
 
+TEST_P(EmptySectionTest, GivesAStageTheDefaults) {
+    WriteProfile(GetParam().text);
+    const CommonSettings settings = ReadStageSettings(ProfilePath(), L"General");
+    EXPECT_EQ(settings.BITSTORED, 12);
+    EXPECT_EQ(settings.OUTPUTRANGE, 4095);
+    EXPECT_EQ(settings.INVERSE_LOGRATIO, 0.2);
+    EXPECT_EQ(settings.WRITE_PATH, L"");
+}
+
+TEST_F(CommonSettingsTest, MissingFileGivesAStageTheDefaults) {
+    EXPECT_EQ(ReadStageSettings(ProfilePath(), L"General").OUTPUTRANGE, 4095);
+}
+
+TEST_F(CommonSettingsTest, StageReadsTheKeysOfItsSection) {
+    WriteProfile("[General]\r\nOUTPUTRANGE=1000\r\n");
+    const CommonSettings settings = ReadStageSettings(ProfilePath(), L"General");
+    EXPECT_EQ(settings.OUTPUTRANGE, 1000);
+    EXPECT_EQ(settings.SATURATION_VALUE, 4095);
+}
+
 INSTANTIATE_TEST_SUITE_P(Sections, EmptySectionTest,
                          testing::Values(EmptySectionCase{"EmptyFile", ""},
                                          EmptySectionCase{"NoSuchSection", "[Other]\r\nBITSTORED=9\r\n"},

@@ -34,8 +34,7 @@ void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
                    int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const GammaParams params = ReadGammaParams(state.IniPath, state.SectionName, position);
-    CommonSettings settings;
-    ReadCommonSettings(state.IniPath, state.SectionName, settings);
+    const CommonSettings settings = ReadStageSettings(state.IniPath, state.SectionName);
 
     const StageReport report = StageReport::BeginConfigured(log);
     const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, params.POST_GAMMA_RATIO);

@@ -40,8 +40,7 @@ void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t max
     constexpr int32_t kWindowMode = 2;
     const ConfiguredState& state = SharedConfiguredState();
     const LinearParams params = ReadLinearParams(state.IniPath, state.SectionName, position);
-    CommonSettings settings;
-    ReadCommonSettings(state.IniPath, state.SectionName, settings);
+    const CommonSettings settings = ReadStageSettings(state.IniPath, state.SectionName);
 
     const StageReport report = StageReport::BeginConfigured(log);
     if (params.POST_LINEAR_MODE == kWindowMode) {

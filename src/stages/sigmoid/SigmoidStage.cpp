@@ -39,8 +39,7 @@ void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
                      int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const SigmoidParams params = ReadSigmoidParams(state.IniPath, state.SectionName, position);
-    CommonSettings settings;
-    ReadCommonSettings(state.IniPath, state.SectionName, settings);
+    const CommonSettings settings = ReadStageSettings(state.IniPath, state.SectionName);
 
     const StageReport report = StageReport::BeginConfigured(log);
     maxValue = std::max(maxValue, MaxPixel(pixels, width, height));

@@ -57,6 +57,14 @@ TEST_F(GammaStageTest, RatioOfMinusTwoIsTheMirroredRoot) {
                 EqualsFrame(FromRows({{0, 13}, {29, 101}})));
 }
 
+// From the top down more than half of the three pixels are met at 2000, below half of the range: exponent 1.
+TEST_F(GammaStageTest, SectionWithoutALineMeansTheDefaults) {
+    for (const char* profile : {"", "[Other]\r\nOUTPUTRANGE=7\r\n[Molar]\r\n"}) {
+        EXPECT_THAT(Run(FromRows({{1000, 2000, 3000}}), profile), EqualsFrame(FromRows({{0, 2047, 4095}})))
+            << profile;
+    }
+}
+
 TEST_F(GammaStageTest, RatioBelowOneJudgesTheFrame) {
     // Half of four pixels: the third-brightest, 6 of 8, gives the exponent 1.5. x is 0, 0.625, 0.75, 1, so
     // 8 * x^1.5 is 0, 3.95, 5.20, 8.

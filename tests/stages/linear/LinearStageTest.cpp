@@ -62,6 +62,16 @@ TEST_F(LinearStageTest, MissingKeysGiveModeZeroLimitZeroAnd4095) {
                 EqualsFrame(FromRows({{1000, 3000}})));
 }
 
+// 1000 is a quarter of 4000: the ramp ends there, at 4095.
+TEST_F(LinearStageTest, SectionWithoutALineMeansTheDefaults) {
+    for (const char* profile : {"", "[Other]\r\nOUTPUTRANGE=7\r\n[Molar]\r\n"}) {
+        Frame frame = FromRows({{0, 1000, 4000}});
+        Run().WriteProfile(profile);
+        RunLinearStage(frame.Data(), 3, 1, 4000, Run().Log(), 7);
+        EXPECT_THAT(frame, EqualsFrame(FromRows({{0, 1023, 4095}}))) << profile;
+    }
+}
+
 struct WindowCase {
     const char* name;
     const char* brightOpt;

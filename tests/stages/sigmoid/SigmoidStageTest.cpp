@@ -60,6 +60,7 @@ TEST_F(SigmoidStageTest, MapsTheFrameByTheKeyOfItsPosition) {
 // 4095 * {0, 550, 1353, 1903} / 1903 of a curve whose top is 5595: S is 666, 1898, 3696, 4928.
 TEST_F(SigmoidStageTest, MissingOutputRangeIs4095) {
     EXPECT_THAT(Run(kFourLevels, "CAPTION=x\r\n"), EqualsFrame(Columns(0, 1183, 2911, 4095)));
+    EXPECT_THAT(Run(kFourLevels, ""), EqualsFrame(Columns(0, 1183, 2911, 4095)));  // a section without a line
 }
 
 // With a table that ended at 9, levels 10 to 30 would not be counted.
