@@ -4,8 +4,7 @@
 
 namespace vastrelline {
 
-// ClaheEqualize's outcome. A refusal leaves the frame as it was, but where memory for one tile's bins runs
-// out half-way; no caller in the chains asks.
+// ClaheEqualize's outcome. A refusal leaves the frame as it was; no caller in the chains asks.
 enum ClaheStatus : int32_t {
     kClaheFinished = 0,       // also for a slope of exactly 1.0, which leaves the frame as it was
     kClaheWidthUneven = -3,   // the width is not a multiple of tilesX
@@ -13,7 +12,7 @@ enum ClaheStatus : int32_t {
     // -5 was for a `max` beyond 16 bits, which its type rules out.
     kClaheNoRange = -6,      // `min` is not below `max`
     kClaheTooFewTiles = -7,  // fewer than two tiles on an axis
-    kClaheNoMemory = -8,     // the tiles' curves cannot be allocated
+    kClaheTooManyBins = -8,  // the tiles' curves would take more memory than a profile may ask for
 };
 
 // Contrast-limited adaptive histogram equalisation, in place. Each tile's clipped histogram becomes a curve,
@@ -23,7 +22,7 @@ enum ClaheStatus : int32_t {
 // min, max         the range of the pixels and of the result; a pixel outside counts as the nearer end
 // tilesX, tilesY   tiles on each axis, 2 or more
 // bins             bins of a tile's histogram; 0 means 128. So many that a tile's bins take more than 4 MiB,
-//                  or those of all tiles 4 GiB, give kClaheNoMemory
+//                  or those of all tiles 4 GiB, give kClaheTooManyBins
 // maxSlope         bins are clipped at this many times the mean of a tile's bins; 0 or below, or not a
 //                  number, clips at 16384; beyond 32 bits no bin is clipped
 // Edges            the outer half of the outer tiles knows one curve on that side
@@ -33,6 +32,7 @@ enum ClaheStatus : int32_t {
 // Arithmetic       unsigned 32-bit integers that wrap, divided by the tile's pixels, rounded down
 // maxValue         without effect
 // Returns          a ClaheStatus, the first that holds in the order of their list
+// Errors           std::bad_alloc; the frame may then be equalised in part
 int32_t ClaheEqualize(uint16_t* pixels, uint32_t width, uint32_t height, uint16_t min, uint16_t max,
                       uint32_t tilesX, uint32_t tilesY, uint32_t bins, double maxSlope, int32_t maxValue);
 

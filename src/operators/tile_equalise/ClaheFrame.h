@@ -11,7 +11,8 @@ namespace vastrelline {
 // blockSize   edge of a tile in pixels; 0 or less leaves the frame as it is, as does one that leaves room for
 //             one tile only or would bring the padded frame to 2^29 pixels
 // bins        as for ClaheEqualize; a negative number counts as its unsigned self and so is refused
-// Returns     1, whatever happened
+// Returns     1, whether it changed the frame or not
+// Errors      std::bad_alloc; the frame may then be equalised in part
 int32_t ClaheFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t blockSize,
                    int32_t bins, double maxSlope);
 

@@ -1,8 +1,5 @@
 #include "operators/tile_equalise/ClaheTiles.h"
 
-#include <new>
-#include <stdexcept>
-
 #include "operators/tile_equalise/ClaheEqualize.h"
 #include "pixels/Truncate.h"
 
@@ -22,10 +19,10 @@ constexpr ClaheVariant kVariants[] = {
 constexpr uint64_t kTileBytes = uint64_t{4} << 20;
 constexpr uint64_t kAllTilesBytes = uint64_t{4} << 30;
 
-bool FitsIntoMemory(uint64_t tilesX, uint64_t tilesY, uint64_t bins) {
+bool AreTooManyBins(uint64_t tilesX, uint64_t tilesY, uint64_t bins) {
     const uint64_t bytes = bins * sizeof(uint32_t);
     // Two factors of 32 bits each cannot wrap.
-    return bytes <= kTileBytes && tilesX * tilesY < (kAllTilesBytes + bytes - 1) / bytes;
+    return bytes > kTileBytes || tilesX * tilesY >= (kAllTilesBytes + bytes - 1) / bytes;
 }
 
 uint32_t ClipLimit(uint32_t pixelsPerTile, uint32_t bins, double maxSlope) {
@@ -47,18 +44,12 @@ int32_t RunClaheTiles(ClaheCall call, double maxSlope) {
     if (maxSlope == 1.0) return kClaheFinished;
     if (call.width == 0 || call.height == 0) return kClaheFinished;
     if (call.bins == 0) call.bins = kDefaultBins;
-    if (!FitsIntoMemory(call.tilesX, call.tilesY, call.bins)) return kClaheNoMemory;
+    if (AreTooManyBins(call.tilesX, call.tilesY, call.bins)) return kClaheTooManyBins;
 
     const uint32_t tileWidth = (call.width + call.padRight) / call.tilesX;
     const uint32_t tileHeight = (call.height + call.padBottom) / call.tilesY;
     call.clip = ClipLimit(tileWidth * tileHeight, call.bins, maxSlope);
-    try {
-        FastestOf(ClaheVariants()).run(call);
-    } catch (const std::bad_alloc&) {
-        return kClaheNoMemory;
-    } catch (const std::length_error&) {
-        return kClaheNoMemory;
-    }
+    FastestOf(ClaheVariants()).run(call);
     return kClaheFinished;
 }
 

@@ -29,15 +29,15 @@ struct ClaheCall {
 using ClaheVariant = Variant<void (*)(const ClaheCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last. They change no pixel before
-// they hold the memory they need, a list of one tile's bins apart; without it they throw std::bad_alloc or
-// std::length_error.
+// they hold the memory they need, a list of one tile's bins apart; without it they throw std::bad_alloc.
 std::span<const ClaheVariant> ClaheVariants();
 
-// Checks what is left to check (range, tiles, memory), works out the clip and runs the fastest form.
+// Checks what is left to check (range, tiles, bins), works out the clip and runs the fastest form.
 //
 // call       `bins` 0 means 128; `clip` is not read
 // maxSlope   as for ClaheEqualize
 // Returns    a ClaheStatus
+// Errors     std::bad_alloc
 int32_t RunClaheTiles(ClaheCall call, double maxSlope);
 
 // The definition.
