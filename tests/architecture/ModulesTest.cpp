@@ -42,7 +42,7 @@ const Coverings kCoveredElsewhere{
 };
 
 const Mirror kTests{"Test.cpp",
-                    {"architecture", "examples", "package", "public_header", "support", "tools"},
+                    {"architecture", "examples", "faults", "package", "public_header", "support", "tools"},
                     {"chains", "exports"}};
 const Mirror kBenches{"Bench.cpp", {"rival", "support"}, {"chains", "exports"}};
 
