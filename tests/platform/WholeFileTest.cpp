@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "platform/Files.h"
+#include "platform/NameBeside.h"
 #include "platform/WholeFile.h"
 #include "support/TemporaryFolder.h"
 
@@ -97,6 +97,147 @@ TEST_F(WholeFileTest, FileThatMayNotBeWrittenStays) {
     EXPECT_FALSE(SaveWholeFile(Wide(L"file"), "new"));
     EXPECT_EQ(ReadBytes(At("file")), "old");
     EXPECT_EQ(CountFiles(), 1);
+}
+
+constexpr size_t kNoLimit = size_t{1} << 30U;
+
+// What reading gives; the bytes if there are any, or else the kind of failure.
+std::string Read(const std::wstring& path, size_t largestSize = kNoLimit) {
+    WaitBudget wait;
+    std::string bytes;
+    switch (ReadWholeFile(path, largestSize, wait, bytes)) {
+        case ReadResult::Done:
+            return bytes;
+        case ReadResult::Missing:
+            return "missing";
+        case ReadResult::NoFile:
+            return "no file";
+        case ReadResult::Failed:
+            break;
+    }
+    return "failed";
+}
+
+TEST_F(WholeFileTest, ReadsAllBytes) {
+    const std::string bytes = "a\0\r\n\x1A\xFF"s;
+    WriteBytes(At("file"), bytes);
+    WriteBytes(At("empty"), "");
+    WriteBytes(At("large"), std::string(3000000, 'x'));
+    EXPECT_EQ(Read(Wide(L"file")), bytes);
+    EXPECT_EQ(Read(Wide(L"empty")), "");
+    EXPECT_EQ(Read(Wide(L"large")), std::string(3000000, 'x'));
+}
+
+TEST_F(WholeFileTest, WhatCannotBeThereIsMissing) {
+    WriteBytes(At("file"), "x");
+    EXPECT_EQ(Read(Wide(L"none")), "missing");
+    EXPECT_EQ(Read(Wide(L"none\\file")), "missing");
+    EXPECT_EQ(Read(Wide(L"file\\file")), "missing");
+    EXPECT_EQ(Read(Wide(std::wstring(300, L'x'))), "missing");
+    EXPECT_EQ(Read(L""), "missing");
+}
+
+TEST_F(WholeFileTest, AFolderIsNoFile) {
+    std::filesystem::create_directory(At("folder"));
+    EXPECT_EQ(Read(Wide(L"folder")), "no file");
+}
+
+TEST_F(WholeFileTest, LargerThanAllowedIsNoFile) {
+    WriteBytes(At("file"), "12345");
+    EXPECT_EQ(Read(Wide(L"file"), 5), "12345");
+    EXPECT_EQ(Read(Wide(L"file"), 4), "no file");
+}
+
+TEST_F(WholeFileTest, WithoutBudgetTheFreshFileCounts) {
+    WriteBytes(At("file"), "fresh");
+    WaitBudget none(std::chrono::milliseconds(0));
+    std::string bytes;
+    EXPECT_EQ(ReadWholeFile(Wide(L"file"), kNoLimit, none, bytes), ReadResult::Done);
+    EXPECT_EQ(bytes, "fresh");
+}
+
+// A budget for tests that no other program disturbs: spent only if the machine stands still.
+WaitBudget LongBudget() { return WaitBudget(std::chrono::minutes(1)); }
+
+TEST_F(WholeFileTest, ReplacesTheBytesThatWereRead) {
+    WriteBytes(At("file"), "old");
+    WaitBudget wait = LongBudget();
+    EXPECT_TRUE(ReplaceWholeFile(Wide(L"file"), "old", "new bytes", wait));
+    EXPECT_EQ(ReadBytes(At("file")), "new bytes");
+    EXPECT_TRUE(ReplaceWholeFile(Wide(L"file"), "new bytes", "", wait));
+    EXPECT_EQ(ReadBytes(At("file")), "");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(WholeFileTest, OtherBytesThanThoseReadStay) {
+    WaitBudget wait = LongBudget();
+    for (const char* const changed : {"", "ol", "olD", "older"}) {
+        WriteBytes(At("file"), changed);
+        EXPECT_FALSE(ReplaceWholeFile(Wide(L"file"), "old", "new", wait));
+        EXPECT_EQ(ReadBytes(At("file")), changed);
+    }
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(WholeFileTest, WhatCannotBeReplacedStays) {
+    std::filesystem::create_directory(At("folder"));
+    WriteBytes(At("file"), "old");
+    std::filesystem::permissions(At("file"), std::filesystem::perms::owner_read);
+    WaitBudget wait = LongBudget();
+    EXPECT_FALSE(ReplaceWholeFile(Wide(L"file"), "old", "new", wait));
+    EXPECT_FALSE(ReplaceWholeFile(Wide(L"none"), "", "new", wait));
+    EXPECT_FALSE(ReplaceWholeFile(Wide(L"none\\file"), "", "new", wait));
+    EXPECT_FALSE(ReplaceWholeFile(Wide(L"folder"), "", "new", wait));
+    EXPECT_FALSE(ReplaceWholeFile(L"", "", "new", wait));
+    EXPECT_EQ(ReadBytes(At("file")), "old");
+    EXPECT_TRUE(std::filesystem::is_empty(At("folder")));
+    EXPECT_EQ(CountFiles(), 2);
+}
+
+TEST_F(WholeFileTest, AFreshFileIsNotReplacedWithoutBudget) {
+    // On a busy machine one file may be old before it is looked at, but not all of them.
+    bool isKept = false;
+    for (int i = 0; i < 1000 && !isKept; ++i) {
+        WriteBytes(At("file"), "old");
+        WaitBudget none(std::chrono::milliseconds(0));
+        isKept = !ReplaceWholeFile(Wide(L"file"), "old", "new", none);
+    }
+    EXPECT_TRUE(isKept);
+    EXPECT_EQ(ReadBytes(At("file")), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(WholeFileTest, OwnVersionsNeedNoBudget) {
+    WriteBytes(At("file"), "0");
+    WaitBudget wait = LongBudget();
+    ASSERT_TRUE(ReplaceWholeFile(Wide(L"file"), "0", "1", wait));
+    for (int i = 1; i < 20; ++i) {
+        WaitBudget none(std::chrono::milliseconds(0));
+        EXPECT_TRUE(ReplaceWholeFile(Wide(L"file"), std::to_string(i), std::to_string(i + 1), none));
+    }
+    EXPECT_EQ(ReadBytes(At("file")), "20");
+}
+
+TEST_F(WholeFileTest, LeftoversGoWithTheNextSave) {
+    const auto wide = [](const std::string& name) { return std::wstring(name.begin(), name.end()); };
+    for (const std::string name : {"file", "Vastrelline.ini", "a longer name of a profile.ini"}) {
+        const std::string beside = NameBeside(HashName(name), name.size());
+        WriteBytes(At(name), "old");
+        WriteBytes(At(beside), "left");
+        RemoveLeftover(Wide(wide(name)));
+        EXPECT_EQ(CountFiles(), 1);
+        WriteBytes(At(beside), "left");
+        WaitBudget wait = LongBudget();
+        EXPECT_TRUE(ReplaceWholeFile(Wide(wide(name)), "old", "new", wait));
+        EXPECT_EQ(CountFiles(), 1);
+        WriteBytes(At(beside), "left");
+        EXPECT_TRUE(SaveWholeFile(Wide(wide(name)), "saved"));
+        EXPECT_EQ(ReadBytes(At(name)), "saved");
+        EXPECT_EQ(CountFiles(), 1);
+        std::filesystem::remove(At(name));
+    }
+    RemoveLeftover(Wide(L"none\\file"));
+    RemoveLeftover(L"");
 }
 
 }  // namespace

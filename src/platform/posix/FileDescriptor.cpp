@@ -23,12 +23,24 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
 
 int FileDescriptor::Release() { return std::exchange(descriptor_, -1); }
 
-FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode) {
+namespace {
+
+FileDescriptor OpenFrom(int folder, const std::string& path, int flags, mode_t mode) {
     int descriptor = -1;
     do {
-        descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
+        descriptor = openat(folder, path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
     } while (descriptor < 0 && errno == EINTR);
     return FileDescriptor(descriptor);
+}
+
+}  // namespace
+
+FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode) {
+    return OpenFrom(AT_FDCWD, path, flags, mode);
+}
+
+FileDescriptor OpenFileAt(const FileDescriptor& folder, const std::string& name, int flags, mode_t mode) {
+    return OpenFrom(folder.Get(), name, flags, mode);
 }
 
 bool WriteAll(int descriptor, const void* bytes, size_t count) {

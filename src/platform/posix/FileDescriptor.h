@@ -30,6 +30,9 @@ private:
 // errno tells why one is not open.
 FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0);
 
+// The same for a name in an open folder.
+FileDescriptor OpenFileAt(const FileDescriptor& folder, const std::string& name, int flags, mode_t mode = 0);
+
 // Writes all bytes, in as many steps as it takes. False if any of them could not be written.
 [[nodiscard]] bool WriteAll(int descriptor, const void* bytes, size_t count);
 

@@ -1,0 +1,42 @@
+#include "platform/posix/ReadLease.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace vastrelline {
+
+namespace {
+
+// The system tells the holder of a lease by a signal that somebody waits. Nobody here needs it: it goes to
+// this thread, which does not let it through, and it is one that does nothing unless the host wants it.
+constexpr int kSignal = SIGURG;
+
+bool DirectSignalsToThisThread(int descriptor) {
+    f_owner_ex owner{};
+    owner.type = F_OWNER_TID;
+    owner.pid = gettid();
+    return fcntl(descriptor, F_SETSIG, kSignal) == 0 && fcntl(descriptor, F_SETOWN_EX, &owner) == 0;
+}
+
+}  // namespace
+
+ReadLease::ReadLease(const FileDescriptor& file) : file_(file), silenced_({kSignal}) {
+    if (!DirectSignalsToThisThread(file_.Get())) return;
+    if (fcntl(file_.Get(), F_SETLEASE, F_RDLCK) == 0)
+        state_ = State::Taken;
+    else if (errno == EAGAIN)
+        state_ = State::HasWriters;
+}
+
+ReadLease::~ReadLease() {
+    if (state_ == State::Taken) static_cast<void>(fcntl(file_.Get(), F_SETLEASE, F_UNLCK));
+}
+
+bool ReadLease::IsAwaited() const {
+    return state_ == State::Taken && fcntl(file_.Get(), F_GETLEASE) != F_RDLCK;
+}
+
+}  // namespace vastrelline
