@@ -1,9 +1,11 @@
 #include "profile_text/ProfileEdit.h"
 
-#include <initializer_list>
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "profile_text/ProfileText.h"
 
@@ -50,22 +52,37 @@ ProfileEditResult Erase(std::string& bytes, ByteRange range) {
     return ProfileEditResult::Changed;
 }
 
-ProfileEditResult ReplaceValue(std::string& bytes, const ProfileText& profile, const ProfileLine& entry,
-                               std::wstring_view value) {
+// New bytes for a stretch of the old ones.
+struct Replacement {
+    ByteRange old;
+    std::string bytes;
+};
+
+// All replacements in one pass. No two of them overlap.
+std::string Replace(std::string_view bytes, std::vector<Replacement> replacements) {
+    std::stable_sort(
+        replacements.begin(), replacements.end(),
+        [](const Replacement& one, const Replacement& other) { return one.old.begin < other.old.begin; });
+    std::string result;
+    size_t position = 0;
+    for (const Replacement& replacement : replacements) {
+        result.append(bytes.substr(position, replacement.old.begin - position)).append(replacement.bytes);
+        position = replacement.old.end;
+    }
+    return result.append(bytes.substr(position));
+}
+
+Replacement ReplaceValue(const ProfileText& profile, const ProfileLine& entry, std::wstring_view value) {
     const ProfileEncoding& encoding = profile.Encoding();
-    const std::string newValue = encoding.Encode(value);
+    std::string newValue = encoding.Encode(value);
     // A value with blanks of its own takes the place of the old one and the blanks around it; in any other
     // place these would come on top with every write.
     const bool hasOwnBlanks = TrimName(value).size() != value.size();
     if (!entry.hasValue) {
         const size_t end = hasOwnBlanks ? entry.content.end : entry.name.end;
-        bytes.replace(entry.name.end, end - entry.name.end, encoding.Encode(L"=") + newValue);
-        return ProfileEditResult::Changed;
+        return {{entry.name.end, end}, encoding.Encode(L"=").append(newValue)};
     }
-    const ByteRange old = hasOwnBlanks ? entry.rawValue : entry.value;
-    if (bytes.compare(old.begin, old.Size(), newValue) == 0) return ProfileEditResult::Unchanged;
-    bytes.replace(old.begin, old.Size(), newValue);
-    return ProfileEditResult::Changed;
+    return {hasOwnBlanks ? entry.rawValue : entry.value, std::move(newValue)};
 }
 
 std::wstring FirstLineEnd(const ProfileText& profile) {
@@ -76,8 +93,8 @@ std::wstring FirstLineEnd(const ProfileText& profile) {
 }
 
 // Puts lines behind `previous`, or at the start of the text if there is no line before them.
-void InsertLines(std::string& bytes, const ProfileText& profile, const std::optional<ProfileLine>& previous,
-                 std::initializer_list<std::wstring> newLines) {
+Replacement InsertLines(const ProfileText& profile, const std::optional<ProfileLine>& previous,
+                        const std::vector<std::wstring>& newLines) {
     std::wstring lineEnd = FirstLineEnd(profile);
     std::wstring text;
     size_t position = profile.Encoding().MarkSize();
@@ -90,7 +107,7 @@ void InsertLines(std::string& bytes, const ProfileText& profile, const std::opti
             lineEnd = profile.Decode(previousLineEnd);
     }
     for (const std::wstring& line : newLines) text.append(line).append(lineEnd);
-    bytes.insert(position, profile.Encoding().Encode(text));
+    return {{position, position}, profile.Encoding().Encode(text)};
 }
 
 // The last line of a section that is not blank, its head included.
@@ -109,29 +126,54 @@ std::optional<ProfileLine> FindLastLineOfFile(const ProfileText& profile) {
     return last;
 }
 
+// Lines that a section lacks; a section that the profile lacks gets its head before them.
+Replacement AddLines(const ProfileText& profile, const std::optional<ProfileSection>& section,
+                     std::wstring_view sectionName, std::vector<std::wstring> newLines) {
+    if (section) return InsertLines(profile, FindLastLine(profile, *section), newLines);
+    newLines.insert(newLines.begin(), ComposeHead(sectionName));
+    return InsertLines(profile, FindLastLineOfFile(profile), newLines);
+}
+
 }  // namespace
 
 ProfileEditResult EditProfile(std::string& bytes, const wchar_t* section, const wchar_t* key,
                               const wchar_t* value, const ProfileCodec& codec) {
     if (section == nullptr) return ProfileEditResult::Impossible;
+    if (key != nullptr && value != nullptr) {
+        const ProfileValue one{key, value};
+        return SetProfileValues(bytes, section, {&one, 1}, codec);
+    }
+    const ProfileText profile(bytes, codec);
+    const std::optional<ProfileSection> found = profile.FindSection(TrimName(section));
+    if (!found) return ProfileEditResult::Unchanged;
+    if (key == nullptr) return Erase(bytes, found->whole);
+    const std::optional<ProfileLine> entry = profile.FindEntry(*found, TrimName(key));
+    return entry ? Erase(bytes, entry->whole) : ProfileEditResult::Unchanged;
+}
+
+ProfileEditResult SetProfileValues(std::string& bytes, std::wstring_view section,
+                                   std::span<const ProfileValue> values, const ProfileCodec& codec) {
     const ProfileText profile(bytes, codec);
     const std::wstring_view sectionName = TrimName(section);
     const std::optional<ProfileSection> found = profile.FindSection(sectionName);
-    if (key == nullptr) return found ? Erase(bytes, found->whole) : ProfileEditResult::Unchanged;
-
-    const std::wstring_view keyName = TrimName(key);
-    const std::optional<ProfileLine> entry = found ? profile.FindEntry(*found, keyName) : std::nullopt;
-    if (value == nullptr) return entry ? Erase(bytes, entry->whole) : ProfileEditResult::Unchanged;
-
-    if (!IsReadableEntry(keyName, value)) return ProfileEditResult::Impossible;
-    if (entry) return ReplaceValue(bytes, profile, *entry, value);
-    if (found) {
-        InsertLines(bytes, profile, FindLastLine(profile, *found), {ComposeEntry(keyName, value)});
-        return ProfileEditResult::Changed;
+    std::vector<Replacement> replacements;
+    std::vector<std::wstring> newLines;
+    for (const ProfileValue& wanted : values) {
+        const std::wstring_view key = TrimName(wanted.key);
+        if (!IsReadableEntry(key, wanted.value)) return ProfileEditResult::Impossible;
+        const std::optional<ProfileLine> entry = found ? profile.FindEntry(*found, key) : std::nullopt;
+        if (entry)
+            replacements.push_back(ReplaceValue(profile, *entry, wanted.value));
+        else
+            newLines.push_back(ComposeEntry(key, wanted.value));
     }
-    if (!IsReadableHead(sectionName)) return ProfileEditResult::Impossible;
-    InsertLines(bytes, profile, FindLastLineOfFile(profile),
-                {ComposeHead(sectionName), ComposeEntry(keyName, value)});
+    if (!newLines.empty()) {
+        if (!found && !IsReadableHead(sectionName)) return ProfileEditResult::Impossible;
+        replacements.push_back(AddLines(profile, found, sectionName, std::move(newLines)));
+    }
+    std::string result = Replace(bytes, std::move(replacements));
+    if (result == bytes) return ProfileEditResult::Unchanged;
+    bytes = std::move(result);
     return ProfileEditResult::Changed;
 }
 

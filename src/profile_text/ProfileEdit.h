@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "profile_text/ProfileEncoding.h"
 
@@ -12,7 +14,7 @@ enum class ProfileEditResult {
     Impossible,  // such a line could not be read back, as with a line end in the value; nothing was done
 };
 
-// Sets one key in the contents of a profile, as PlatformWriteProfile does in a file.
+// Sets one key in the contents of a profile.
 //
 // key found      the value is replaced in its place; the key's spelling stays
 // key missing    a new line behind the section's last line that is not blank
@@ -21,5 +23,18 @@ enum class ProfileEditResult {
 // New lines end as the line before them does, in an empty file with CR LF.
 ProfileEditResult EditProfile(std::string& bytes, const wchar_t* section, const wchar_t* key,
                               const wchar_t* value, const ProfileCodec& codec = kUtf8Codec);
+
+struct ProfileValue {
+    std::wstring key;
+    std::wstring value;
+};
+
+// Sets several keys of a section in one pass: the same bytes as EditProfile for one after the other.
+//
+// values   of keys that differ from one another
+// Result   Impossible if it is so for any of them: then nothing was done
+ProfileEditResult SetProfileValues(std::string& bytes, std::wstring_view section,
+                                   std::span<const ProfileValue> values,
+                                   const ProfileCodec& codec = kUtf8Codec);
 
 }  // namespace vastrelline

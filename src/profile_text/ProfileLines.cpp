@@ -1,5 +1,7 @@
 #include "profile_text/ProfileLines.h"
 
+#include <algorithm>
+
 namespace vastrelline {
 
 bool IsProfileBlank(uint32_t unit) {
@@ -19,16 +21,25 @@ std::optional<ProfileLine> ProfileLineReader::Next() {
     ProfileLine line;
     line.whole.begin = position_;
     line.content.begin = position_;
-    while (position_ < end_) {
-        const uint32_t unit = encoding_.UnitAt(bytes_, position_);
-        if (unit == '\n' || unit == '\r') break;
-        position_ += encoding_.UnitSize();
-    }
+    position_ = FindLineEnd();
     line.content.end = position_;
     position_ = SkipLineEnd(position_);
     line.whole.end = position_;
     ReadParts(line);
     return line;
+}
+
+// Where the line that begins here ends. Looked for in short stretches, so that a text with line ends of one
+// kind is not searched to its end for the other kind with every line.
+size_t ProfileLineReader::FindLineEnd() const {
+    constexpr size_t kStretch = 256;  // whole units of either encoding
+    for (size_t begin = position_; begin < end_;) {
+        const size_t stretchEnd = std::min(begin + kStretch, end_);
+        const size_t found = Find({begin, Find({begin, stretchEnd}, '\n')}, '\r');
+        if (found < stretchEnd) return found;
+        begin = stretchEnd;
+    }
+    return end_;
 }
 
 size_t ProfileLineReader::SkipLineEnd(size_t offset) const {
@@ -48,6 +59,10 @@ ByteRange ProfileLineReader::Trim(ByteRange range) const {
 }
 
 size_t ProfileLineReader::Find(ByteRange range, uint32_t unit) const {
+    if (encoding_.UnitSize() == 1) {
+        const size_t found = bytes_.substr(0, range.end).find(static_cast<char>(unit), range.begin);
+        return std::min(found, range.end);
+    }
     size_t offset = range.begin;
     while (offset < range.end && encoding_.UnitAt(bytes_, offset) != unit) offset += encoding_.UnitSize();
     return offset;

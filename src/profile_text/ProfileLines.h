@@ -38,6 +38,7 @@ public:
     std::optional<ProfileLine> Next();
 
 private:
+    size_t FindLineEnd() const;
     size_t SkipLineEnd(size_t offset) const;
     ByteRange Trim(ByteRange range) const;
     size_t Find(ByteRange range, uint32_t unit) const;      // range.end if it is not there

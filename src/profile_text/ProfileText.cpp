@@ -9,6 +9,37 @@ namespace vastrelline {
 
 namespace {
 
+constexpr uint32_t kAsciiEnd = 0x80;
+
+// The same number for names that match but for the case of their letters.
+class NameHash {
+public:
+    void Add(wchar_t character) {
+        constexpr uint64_t kPrime = 0x100000001B3;
+        value_ = (value_ ^ static_cast<uint64_t>(Fold(character))) * kPrime;
+    }
+    // Multiplying moves what tells names apart upwards, and the lowest bits are what a table looks at first.
+    uint64_t Value() const { return value_ ^ (value_ >> 32U); }
+
+private:
+    // Most letters are of ASCII, where a look into a table is not needed.
+    static wchar_t Fold(wchar_t character) {
+        constexpr wchar_t kToLower = L'a' - L'A';
+        if (static_cast<uint32_t>(character) >= kAsciiEnd) return FoldCase(character);
+        return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character + kToLower)
+                                                      : character;
+    }
+
+    uint64_t value_ = 0xCBF29CE484222325;
+};
+
+// FNV-1a (Fowler, Noll and Vo 1991), a character at a time.
+uint64_t HashText(std::wstring_view text) {
+    NameHash hash;
+    for (const wchar_t character : text) hash.Add(character);
+    return hash.Value();
+}
+
 // A caller's text ends at its first zero, so what a file holds behind one cannot be handed over.
 std::wstring CutAtZero(std::wstring text) {
     text.resize(std::min(text.size(), text.find(L'\0')));
@@ -66,7 +97,6 @@ std::wstring ProfileText::Decode(ByteRange range) const {
 
 // Most names differ in their first letter already, and need not be decoded to see it.
 bool ProfileText::IsNamed(ByteRange nameInFile, std::wstring_view name) const {
-    constexpr uint32_t kAsciiEnd = 0x80;
     if (!nameInFile.IsEmpty() && !name.empty()) {
         const uint32_t inFile = encoding_.UnitAt(bytes_, nameInFile.begin);
         const uint32_t wanted = static_cast<char32_t>(name.front());
@@ -78,29 +108,76 @@ bool ProfileText::IsNamed(ByteRange nameInFile, std::wstring_view name) const {
 
 ProfileLineReader ProfileText::Lines(ByteRange range) const { return {bytes_, range, encoding_}; }
 
+uint64_t ProfileText::HashName(ByteRange nameInFile) const {
+    NameHash hash;
+    for (size_t offset = nameInFile.begin; offset < nameInFile.end; offset += encoding_.UnitSize()) {
+        const uint32_t unit = encoding_.UnitAt(bytes_, offset);
+        if (unit >= kAsciiEnd) return HashText(Decode(nameInFile));
+        hash.Add(static_cast<wchar_t>(unit));
+    }
+    return hash.Value();
+}
+
+bool ProfileText::HaveSameName(const ProfileLine& one, const ProfileLine& other) const {
+    const std::string_view bytes = bytes_;
+    return bytes.substr(one.name.begin, one.name.Size()) ==
+               bytes.substr(other.name.begin, other.name.Size()) ||
+           EqualFolded(Decode(one.name), Decode(other.name));
+}
+
+ProfileLine ProfileText::LineAt(size_t position) const {
+    return Lines({position, bytes_.size()}).Next().value_or(ProfileLine());
+}
+
+// The first line of each name among those of one kind.
+NameTable ProfileText::TabulateNames(ByteRange range, LineKind kind) const {
+    NameTable table;
+    ProfileLineReader lines = Lines(range);
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind != kind) continue;
+        table.Add(HashName(line->name), line->whole.begin,
+                  [&](size_t position) { return HaveSameName(LineAt(position), *line); });
+    }
+    return table;
+}
+
+std::optional<size_t> ProfileText::FindHead(std::wstring_view name) const {
+    if (!heads_) heads_ = TabulateNames({encoding_.MarkSize(), bytes_.size()}, LineKind::Head);
+    return heads_->Find(HashText(name),
+                        [&](size_t position) { return IsNamed(LineAt(position).name, name); });
+}
+
+// The section behind a head's line; of the lines before the first head, an empty range at their start.
+ProfileText::KnownSection& ProfileText::Know(ByteRange head) const {
+    const auto [place, isNew] = known_.try_emplace(head.end);
+    KnownSection& known = place->second;
+    if (!isNew) return known;
+    size_t end = head.end;
+    ProfileLineReader lines = Lines({head.end, bytes_.size()});
+    for (std::optional<ProfileLine> line = lines.Next(); line && line->kind != LineKind::Head;
+         line = lines.Next()) {
+        end = line->whole.end;
+    }
+    known.section = {{head.begin, end}, {head.end, end}};
+    return known;
+}
+
 std::optional<ProfileSection> ProfileText::FindSection(std::wstring_view name) const {
     const size_t textStart = encoding_.MarkSize();
-    std::optional<ProfileSection> found;
-    if (name.empty()) found = {{textStart, textStart}, {textStart, textStart}};
-    ProfileLineReader lines = Lines({textStart, bytes_.size()});
-    while (const std::optional<ProfileLine> line = lines.Next()) {
-        if (line->kind == LineKind::Head) {
-            if (found) break;
-            if (IsNamed(line->name, name)) found = {line->whole, {line->whole.end, line->whole.end}};
-        } else if (found) {
-            found->whole.end = line->whole.end;
-            found->lines.end = line->whole.end;
-        }
-    }
-    return found;
+    if (name.empty()) return Know({textStart, textStart}).section;
+    const std::optional<size_t> head = FindHead(name);
+    if (!head) return std::nullopt;
+    return Know(LineAt(*head).whole).section;
 }
 
 std::optional<ProfileLine> ProfileText::FindEntry(const ProfileSection& section,
                                                   std::wstring_view key) const {
-    ProfileLineReader lines = Lines(section.lines);
-    while (const std::optional<ProfileLine> line = lines.Next())
-        if (line->kind == LineKind::Entry && IsNamed(line->name, key)) return line;
-    return std::nullopt;
+    KnownSection& known = Know({section.whole.begin, section.lines.begin});
+    if (!known.keys) known.keys = TabulateNames(section.lines, LineKind::Entry);
+    const std::optional<size_t> entry =
+        known.keys->Find(HashText(key), [&](size_t position) { return IsNamed(LineAt(position).name, key); });
+    if (!entry) return std::nullopt;
+    return LineAt(*entry);
 }
 
 std::optional<std::wstring> ProfileText::FindValue(std::wstring_view section, std::wstring_view key) const {
@@ -135,6 +212,12 @@ std::vector<std::wstring> ProfileText::ListKeys(std::wstring_view section) const
     return keys;
 }
 
+std::wstring ProfileText::ComposeListEntry(const ProfileLine& line) const {
+    std::wstring entry = Decode(line.name);
+    if (line.hasValue) entry.append(L"=").append(Decode(line.value));
+    return CutAtZero(std::move(entry));
+}
+
 std::vector<std::wstring> ProfileText::ListEntries(std::wstring_view section) const {
     std::vector<std::wstring> entries;
     const std::optional<ProfileSection> found = FindSection(section);
@@ -142,12 +225,20 @@ std::vector<std::wstring> ProfileText::ListEntries(std::wstring_view section) co
     ProfileLineReader lines = Lines(found->lines);
     while (const std::optional<ProfileLine> line = lines.Next()) {
         if (line->kind != LineKind::Entry) continue;
-        std::wstring entry = Decode(line->name);
-        if (line->hasValue) entry.append(L"=").append(Decode(line->value));
-        entry = CutAtZero(std::move(entry));
+        std::wstring entry = ComposeListEntry(*line);
         if (!entry.empty()) entries.push_back(std::move(entry));
     }
     return entries;
+}
+
+bool ProfileText::HasEntries(std::wstring_view section) const {
+    const std::optional<ProfileSection> found = FindSection(section);
+    if (!found) return false;
+    ProfileLineReader lines = Lines(found->lines);
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind == LineKind::Entry && !ComposeListEntry(*line).empty()) return true;
+    }
+    return false;
 }
 
 std::wstring_view TrimName(std::wstring_view name) {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "profile_text/NameTable.h"
 #include "profile_text/ProfileLines.h"
 
 namespace vastrelline {
@@ -18,6 +20,11 @@ struct ProfileSection {
 
 // The contents of a profile, to be read without knowing of files. Names match without regard to case; the
 // lines before the first head are the section of the empty name.
+//
+// Cost   grows with the contents once: they are gone through for their heads with the first question, and
+// each
+//        section for its keys with the first question for one of them; further questions take no longer in a
+//        long profile than in a short one. What was found is kept without a lock: one thread asks at a time
 class ProfileText {
 public:
     explicit ProfileText(std::string bytes, const ProfileCodec& codec = kUtf8Codec);
@@ -38,9 +45,28 @@ public:
     std::vector<std::wstring> ListKeys(std::wstring_view section) const;
     std::vector<std::wstring> ListEntries(std::wstring_view section) const;
 
+    // Whether ListEntries would list any.
+    bool HasEntries(std::wstring_view section) const;
+
 private:
+    // A section that was asked for, with the keys in it once one of them was.
+    struct KnownSection {
+        ProfileSection section;
+        std::optional<NameTable> keys;
+    };
+
+    uint64_t HashName(ByteRange nameInFile) const;
+    bool HaveSameName(const ProfileLine& one, const ProfileLine& other) const;
+    ProfileLine LineAt(size_t position) const;
+    NameTable TabulateNames(ByteRange range, LineKind kind) const;
+    std::optional<size_t> FindHead(std::wstring_view name) const;
+    KnownSection& Know(ByteRange head) const;
+    std::wstring ComposeListEntry(const ProfileLine& line) const;
+
     std::string bytes_;
     ProfileEncoding encoding_;
+    mutable std::optional<NameTable> heads_;
+    mutable std::map<size_t, KnownSection> known_;  // by where their lines begin
 };
 
 // A section or key argument without the blanks around it.

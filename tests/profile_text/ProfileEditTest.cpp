@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "profile_text/ProfileEdit.h"
 
@@ -125,6 +126,61 @@ INSTANTIATE_TEST_SUITE_P(Names, EditProfileImpossibleTest,
                                          ImpossibleCase{"KeyAndValueLikeAHead", L"a", L"[n", L"1]"},
                                          ImpossibleCase{"LineEndInSection", L"b\nc", L"k", L"1"}),
                          [](const auto& test) { return test.param.name; });
+
+struct SetCase {
+    const char* name;
+    std::string before;
+    std::vector<ProfileValue> values;  // of section "a"
+    std::string after;
+};
+
+class SetProfileValuesTest : public testing::TestWithParam<SetCase> {};
+
+TEST_P(SetProfileValuesTest, GivesTheBytesOfOneEditAfterTheOther) {
+    std::string bytes = GetParam().before;
+    const bool isSame = bytes == GetParam().after;
+    EXPECT_EQ(SetProfileValues(bytes, L"a", GetParam().values),
+              isSame ? ProfileEditResult::Unchanged : ProfileEditResult::Changed);
+    EXPECT_EQ(bytes, GetParam().after);
+    std::string oneByOne = GetParam().before;
+    for (const ProfileValue& value : GetParam().values)
+        EditProfile(oneByOne, L"a", value.key.c_str(), value.value.c_str());
+    EXPECT_EQ(oneByOne, GetParam().after);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Profiles, SetProfileValuesTest,
+    testing::Values(
+        SetCase{"None", "[a]\nk=1\n", {}, "[a]\nk=1\n"},
+        SetCase{"ReplacedInTheOrderOfTheFile",
+                "[a]\nk=1\nm = 2 \nn=3\n[b]\nk=4\n",
+                {{L"N", L"33"}, {L"k", L"1111"}, {L"m", L""}},
+                "[a]\nk=1111\nm =  \nn=33\n[b]\nk=4\n"},
+        SetCase{"AddedInTheOrderOfTheValues",
+                "[a]\r\nk=1\r\n\r\n[b]\r\n",
+                {{L"z", L"1"}, {L"k", L"2"}, {L"y", L"3"}},
+                "[a]\r\nk=2\r\nz=1\r\ny=3\r\n\r\n[b]\r\n"},
+        SetCase{"LastLineWithoutEnd",
+                "x=1\n[a]\nk",
+                {{L"m", L"2"}, {L"k", L"1"}, {L"n", L"3"}},
+                "x=1\n[a]\nk=1\nm=2\nn=3\n"},
+        SetCase{"NewSection", "[b]\nx=1", {{L"k", L"1"}, {L"m", L"2"}}, "[b]\nx=1\n[a]\nk=1\nm=2\n"},
+        SetCase{"EmptyFile", "", {{L"k", L"1"}, {L"m", L"2"}}, "[a]\r\nk=1\r\nm=2\r\n"},
+        SetCase{"SameValues", "[a]\nk= 1\nm=2\n", {{L"m", L"2"}, {L"k", L"1"}}, "[a]\nk= 1\nm=2\n"},
+        SetCase{"Utf16",
+                "\xFF\xFE[\0a\0]\0\n\0k\0=\0v\0"s,
+                {{L"m", L"x"}, {L"k", L"yz"}},
+                "\xFF\xFE[\0a\0]\0\n\0k\0=\0y\0z\0\n\0m\0=\0x\0\n\0"s}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(SetProfileValues, OneImpossibleValueLeavesAllAsItIs) {
+    const std::string before = "[a]\nk=1\n";
+    std::string bytes = before;
+    const std::vector<ProfileValue> values = {{L"k", L"2"}, {L"m", L"1\n[b]"}, {L"n", L"3"}};
+    EXPECT_EQ(SetProfileValues(bytes, L"a", values), ProfileEditResult::Impossible);
+    EXPECT_EQ(SetProfileValues(bytes, L"b\nc", {values.data(), 1}), ProfileEditResult::Impossible);
+    EXPECT_EQ(bytes, before);
+}
 
 TEST(EditProfile, ACodePageThatLacksACharacterWritesWhatTheCodecGives) {
     const ProfileCodec questionMarks = {

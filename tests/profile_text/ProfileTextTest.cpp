@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
+#include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "profile_text/ProfileText.h"
+#include "profile_text/Utf8.h"
 
 namespace vastrelline {
 namespace {
@@ -184,6 +189,69 @@ TEST(ProfileText, LongLinesAndManyLinesAreRead) {
     const ProfileText profile(bytes);
     EXPECT_EQ(ReadProfileTextInt(profile, L"a", L"key99999", 0), 99999);
     EXPECT_EQ(ReadText(profile, L"a", L"long"), std::wstring(260, L'x'));
+}
+
+// The plain way to find a value: line by line, the first head and the first key that match.
+std::wstring FindLineByLine(const ProfileText& profile, std::wstring_view section, std::wstring_view key) {
+    bool isInside = section.empty();
+    ProfileLineReader lines = profile.Lines({profile.Encoding().MarkSize(), profile.Bytes().size()});
+    while (const std::optional<ProfileLine> line = lines.Next()) {
+        if (line->kind == LineKind::Head) {
+            if (isInside) break;
+            isInside = profile.IsNamed(line->name, section);
+        } else if (isInside && line->kind == LineKind::Entry && profile.IsNamed(line->name, key)) {
+            return line->hasValue ? profile.Decode(line->value) : L"none";
+        }
+    }
+    return L"none";
+}
+
+TEST(ProfileText, FindsWhatASearchLineByLineFinds) {
+    std::mt19937 random(7);
+    const auto pick = [&](const std::vector<std::string>& parts) { return parts[random() % parts.size()]; };
+    const std::vector<std::string> names = {"a",    "A", "b",  "\xC3\xA4", "\xC3\x84",
+                                            "\xFF", "",  "ab", "k1",       "K1"};
+    for (int i = 0; i < 300; ++i) {
+        std::string bytes;
+        for (int line = 0; line < 40; ++line) {
+            const bool isHead = random() % 4 == 0;
+            bytes += isHead
+                         ? "[" + pick(names) + "]"
+                         : pick({"", " ", ";"}) + pick(names) + pick({"=", " = ", ""}) + std::to_string(line);
+            bytes += pick({"\n", "\r\n", "\r", "\n\n"});
+        }
+        const ProfileText profile(bytes);
+        for (const std::string& section : names) {
+            for (const std::string& key : names) {
+                const std::wstring wideSection = DecodeUtf8(section);
+                const std::wstring wideKey = DecodeUtf8(key);
+                EXPECT_EQ(profile.FindValue(wideSection, wideKey).value_or(L"none"),
+                          FindLineByLine(profile, wideSection, wideKey))
+                    << bytes << "\n[" << section << "] " << key;
+            }
+        }
+    }
+}
+
+TEST(ProfileText, LinesLongerThanAStretchOfTheSearchEndWhereTheyEnd) {
+    for (const size_t length : {size_t{250}, size_t{255}, size_t{256}, size_t{257}, size_t{600}}) {
+        for (const std::string end : {"\n", "\r", "\r\n"}) {
+            const ProfileText profile("[a]" + end + "k=" + std::string(length, 'x') + end + "m=1");
+            EXPECT_EQ(profile.FindValue(L"a", L"k"), std::wstring(length, L'x'));
+            EXPECT_EQ(profile.FindValue(L"a", L"m"), L"1");
+        }
+    }
+}
+
+TEST(ProfileText, HasEntriesWhereItListsAny) {
+    const ProfileText profile("[a]\nk=1\n[b]\n;k=1\n[c]\n\0=1\n[d]\n\0=1\nm\n"s);
+    for (const wchar_t* section : {L"a", L"b", L"c", L"d", L"e", L""})
+        EXPECT_EQ(profile.HasEntries(section), !profile.ListEntries(section).empty()) << section;
+    EXPECT_TRUE(profile.HasEntries(L"a"));
+    EXPECT_FALSE(profile.HasEntries(L"b"));
+    EXPECT_FALSE(profile.HasEntries(L"c"));
+    EXPECT_TRUE(profile.HasEntries(L"d"));
+    EXPECT_FALSE(profile.HasEntries(L"e"));
 }
 
 }  // namespace
