@@ -11,11 +11,17 @@
  *           (ImageProcessing_NS: UTF-8); elsewhere UTF-8, where bytes that are no valid UTF-8 reach the
  *           file system as they are. On POSIX systems '/' and '\' both separate folders. A null pointer
  *           counts as the empty text.
- * Threads   the caller makes one processing call at a time: calls share process-wide values (the number of
- *           the next dump, the switches of the run) and there is no lock. A call returns when all its
- *           work is done; a square median of the configured chain shares its rows between two threads of its
- *           own, all else runs on the caller's thread. RotateImage keeps no state and may run at any time.
- * Failures  no call throws or ends the process; every processing call returns one of the codes below.
+ * Profile   each processing call reads the profile once, at its start, and all its stages see that version. A
+ *           file that was saved less than 20 ms before may be half written: the call waits until it is quiet.
+ *           What a call has to write there (the sensor's values, in one replacement) never undoes a save of
+ *           another program. For both, and for locks of others, a call waits 0.2 s at most in all.
+ * Threads   every function may be called from any thread. Processing calls of a process run one after the
+ *           other: a second one waits until the first is done. On the same thread it does not wait, so that a
+ *           host may call again while a message box of the library is open. Getdose_ImageInfo and RotateImage
+ *           never wait for a running call. A call returns when all its work is done; a square median of the
+ *           configured chain shares its rows between two threads of its own, all else runs on the caller's.
+ * Failures  no call throws or ends the process; every processing call returns one of the codes below. Logs,
+ *           dumps and curve files that cannot be written change neither code nor pixels.
  *
  * A whole call, from a frame in memory to the enhanced frame:
  *
@@ -47,9 +53,10 @@ extern "C" {
 
 /* Codes of the six processing functions. Tests of arguments are made in the order 1, 2, 3, 4. */
 #define VASTRELLINE_OK 0
-/* The profile file does not exist. Also with a null or empty iniPath. */
+/* The profile is no file that can be opened and read: missing, a folder, a pipe or a device, without
+ * permission, or of more than 64 MiB. Also with a null or empty iniPath. */
 #define VASTRELLINE_NO_PROFILE 1
-/* input is null. Nothing was touched. */
+/* input is null. Nothing was touched, whatever the size. */
 #define VASTRELLINE_NO_INPUT 2
 /* output is null. No mapping was applied. */
 #define VASTRELLINE_NO_OUTPUT 3
@@ -57,8 +64,9 @@ extern "C" {
 #define VASTRELLINE_NO_SECTION 4
 /* The frame was processed, but the bitmap could not be saved. */
 #define VASTRELLINE_NO_BITMAP 5
-/* Memory ran out, the frame has 2^29 pixels or more (looked at before the profile where input is there), or
- * another internal failure. The content of output is then undefined. */
+/* Memory ran out, the frame has 2^29 pixels or more (looked at before the codes above where input is there),
+ * the system failed to read the profile or the sensor's profile although it is there (a failing disk, no free
+ * file handle), or another internal failure. The content of output is then undefined. */
 #define VASTRELLINE_INTERNAL_FAILURE 6
 
 /* How the delivered frame lies on the sensor; a caller's own values in place of the profile's. All in
@@ -78,9 +86,9 @@ struct SensorGeometry {
 
 /* Processes one frame.
  *
- * input                 width * height pixels. Changed in place whatever the result but 6, unless it is
- *                       null: the exposure curve clips its highlights and lifts very dark frames. It is made
- *                       for 12 bits; larger pixels count as 4095
+ * input                 width * height pixels. Changed in place whatever the result, unless it is null (with
+ *                       6 it may be as it was): the exposure curve clips its highlights and lifts very dark
+ *                       frames. It is made for 12 bits; larger pixels count as 4095
  * output                width * height pixels, receives the enhanced frame; must not overlap input
  * width, height         in pixels; 0 or less: the arguments are tested, then nothing is done and the
  *                       result is 0
@@ -91,7 +99,8 @@ struct SensorGeometry {
  *                       its defaults
  * applyMapping          not 0: afterwards every pixel of output goes through the table
  *                       trunc((pixel + 3000) / 10000.0 * 4095), so that 0 becomes 1228 and 4095 becomes
- *                       2905; pixels above 4095 count as 4095. Runs on any code but 2, 3 and 6
+ *                       2905; pixels above 4095 count as 4095. Runs on any code but 6, as long as there are
+ *                       input and output
  * applySpotCorrection   not 0: evens out the brightness of input, in place, before anything else: dark
  *                       neighbourhoods are lifted, bright ones lowered
  *
@@ -166,7 +175,8 @@ VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int
  * be null, which leaves that figure out. Only ImageProcessingS and ImageProcessing_NS with a PROCMODE of 3
  * decide.
  *
- * objectMedian   grey level of the object's median
+ * objectMedian   grey level of the object's median; where no level passes it, half of objectTotal, which is a
+ *                number of pixels
  * objectTotal    pixels that belong to the object
  * lowSignal      those of them below level 100
  * lowRatio       lowSignal / objectTotal; not a number when there was no object

@@ -123,4 +123,6 @@ void ConfiguredFamily::SaveBackup() const {
                    call_.height, window);
 }
 
+void ConfiguredFamily::StoreSensorValues() const { StoreSensorSettings(call_.iniPath); }
+
 }  // namespace vastrelline

@@ -26,7 +26,8 @@ public:
     // The first argument test that fails: kNoProfile, kNoInput, kNoOutput, kNoSection.
     ReturnCode TestArguments() const;
 
-    // Brings the sensor's values into the profile, reads the settings, sets the process-wide state.
+    // Lets the sensor's values count in place of the profile's, reads the settings, sets the process-wide
+    // state.
     //
     // sensorFolder, sensorMode   as SyncSensorSettings
     void ReadSettings(const std::wstring& sensorFolder, int32_t sensorMode);
@@ -71,6 +72,9 @@ public:
 
     // If backups are on.
     void SaveBackup() const;
+
+    // Brings the sensor's values to the profile's file. Last, for it may have to wait for another program.
+    void StoreSensorValues() const;
 
 private:
     uint32_t startTick_;

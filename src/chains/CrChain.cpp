@@ -1,6 +1,7 @@
 #include "chains/CrChain.h"
 
 #include "chains/FixedFamily.h"
+#include "config/CRegistryIO.h"
 #include "report/BackupSet.h"
 
 namespace vastrelline {
@@ -18,8 +19,9 @@ ReturnCode RunCrChain(const DriverCall& call) {
     run.CloseLog();
     const FixedSettings& settings = run.Settings();
     if (settings.SAVE_BACKUP != 0) {
-        WriteCrBackupSet(settings.SAVE_BACKUPPATH, call.sectionName, call.iniPath, call.input, call.output,
-                         call.width, call.height);
+        const CRegistryIO profile(nullptr, call.iniPath.c_str(), 1);
+        WriteCrBackupSet(settings.SAVE_BACKUPPATH, call.sectionName, profile.FileBytes(), call.input,
+                         call.output, call.width, call.height);
     }
     return kSuccess;
 }

@@ -33,8 +33,11 @@ bool IsExposureLow(const DriverCall& call, const ConfiguredFamily& run) {
     const int32_t maxValue = std::min(run.MaxValue(), kTopPixel);
     const std::vector<uint32_t> histogram = BuildHistogram(call.output, call.width, call.height, maxValue);
     const int32_t threshold = ComputeOtsuThreshold(histogram, static_cast<double>(call.width) * call.height);
-    return ClassifyExposure(call.output, call.width, call.height, histogram, threshold,
-                            run.Settings().SETCLIPBIN, maxValue, SharedDoseRecord()) != 0;
+    DoseRecord record;
+    const int32_t isLow = ClassifyExposure(call.output, call.width, call.height, histogram, threshold,
+                                           run.Settings().SETCLIPBIN, maxValue, record);
+    SetSharedDoseRecord(record);
+    return isLow != 0;
 }
 
 void ShowDecision(bool isLow) {
@@ -44,7 +47,7 @@ void ShowDecision(bool isLow) {
     constexpr std::wstring_view kLowText =
         L"[Low Exposure Image] \nObject median value: %d \n\n\nLow signal histogram: %d \n"
         L"Total object histogram: %d \nLow_Thd: %.3f";
-    const DoseRecord& record = SharedDoseRecord();
+    const DoseRecord record = SharedDoseRecord();
     ShowMessage(FormatText(isLow ? kLowText : kNormalText,
                            {record.ObjectMedian, record.LowSignal, record.ObjectTotal, record.LowRatio}),
                 MessageIcon::None);
@@ -79,6 +82,7 @@ ReturnCode RunLowExposureChain(const DriverCall& call, const SensorGeometry* geo
     run.RestoreCorners();
     run.CloseLog(kLowExposureEndLine);
     run.SaveBackup();
+    run.StoreSensorValues();
     return kSuccess;
 }
 

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
+#include "config/CRegistryIO.h"
 #include "pixels/FrameLimits.h"
-#include "platform/Files.h"
 #include "vastrelline.h"
 
 namespace vastrelline {
@@ -14,7 +14,9 @@ static_assert(kSuccess == VASTRELLINE_OK && kNoProfile == VASTRELLINE_NO_PROFILE
               kInternalFailure == VASTRELLINE_INTERNAL_FAILURE);
 
 ReturnCode TestDriverArguments(const std::wstring& iniPath, const uint16_t* input, const uint16_t* output) {
-    if (!FileExists(iniPath)) return kNoProfile;
+    const ReadResult profile = CRegistryIO(nullptr, iniPath.c_str(), 1).State();
+    if (profile == ReadResult::Failed) return kInternalFailure;
+    if (profile != ReadResult::Done) return kNoProfile;
     if (input == nullptr) return kNoInput;
     if (output == nullptr) return kNoOutput;
     return kSuccess;

@@ -16,7 +16,9 @@ enum ReturnCode : int32_t {
     kInternalFailure = 6,
 };
 
-// The argument tests of a driver, first hit first: profile not found, null input, null output.
+// The argument tests of a driver, first hit first: no profile that can be opened and read, null input, null
+// output. A profile that the system fails to read now, though it is there, is an internal failure: its
+// defaults would give another chain's picture.
 ReturnCode TestDriverArguments(const std::wstring& iniPath, const uint16_t* input, const uint16_t* output);
 
 // width * height of a frame whose sides are above 0.

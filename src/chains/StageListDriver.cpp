@@ -20,6 +20,7 @@ ReturnCode DriveStageList(const DriverCall& call, const StageListOptions& option
     run.RestoreCorners();
     run.CloseLog(kConfiguredEndLine);
     run.SaveBackup();
+    run.StoreSensorValues();
     return kSuccess;
 }
 

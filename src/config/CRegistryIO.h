@@ -1,14 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "config/LoadedProfile.h"
+
 namespace vastrelline {
 
-// The one way to a profile file. Nothing is cached: every read opens the file as it is now, so that an edit
-// takes effect on the next frame. No operation reports a failure: a missing file, section or key gives the
-// default.
+// The one way to a profile file. What one object reads is one version of the file: within a processing call
+// the version that the call has read at its start (CallProfile), otherwise the file as it is when the object
+// is made; nothing is kept from call to call, so that an edit takes effect on the next frame. What is missing
+// gives the default.
 class CRegistryIO {
 public:
     // isFullPath   not 0: the path is `name` as it stands; 0: `folder`, a backslash and `name`. A null text
@@ -19,6 +23,12 @@ public:
     CRegistryIO& operator=(const CRegistryIO&) = default;
     CRegistryIO(CRegistryIO&&) = default;
     CRegistryIO& operator=(CRegistryIO&&) = default;
+
+    // How the reading of the file ended. Unless it is Done, all keys are missing.
+    ReadResult State() const;
+
+    // The bytes of the file as it was read.
+    const std::string& FileBytes() const;
 
     // The leading decimal digits of the value, with a leading minus sign, modulo 2^32; 0 if there are none.
     int32_t ReadProfileInt(const std::wstring& section, const std::wstring& key, int32_t defaultValue) const;
@@ -31,8 +41,12 @@ public:
     // through text with six decimal places: 0.0000001 comes back as 0.0.
     double ReadProfileDouble(const std::wstring& section, const std::wstring& key, double defaultValue) const;
 
-    // Returns whether the value stands in the file now; callers may ignore it.
-    bool WriteProfileInt(const std::wstring& section, const std::wstring& key, int32_t value) const;
+    // Sets a value for whoever reads this profile within the running call. StoreValues brings it to the file.
+    void WriteProfileInt(const std::wstring& section, const std::wstring& key, int32_t value) const;
+
+    // Brings all values that were written to the file, as LoadedProfile::Store. Returns whether it holds them
+    // now; callers may ignore it.
+    bool StoreValues() const;
 
     // 1 if the section holds at least one line "key=value", else 0.
     int32_t SectionHasEntries(const std::wstring& section) const;
@@ -43,6 +57,7 @@ public:
 private:
     std::wstring path_;
     [[maybe_unused]] int32_t reserved_ = 0;  // never read
+    std::shared_ptr<LoadedProfile> profile_;
 };
 
 }  // namespace vastrelline

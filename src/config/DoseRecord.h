@@ -4,7 +4,7 @@
 
 namespace vastrelline {
 
-// Figures of the last exposure decision; process-wide, zero at load, kept between calls, without a lock.
+// Figures of an exposure decision.
 struct DoseRecord {
     int32_t ObjectMedian = 0;  // grey level of the object's median
     int32_t ObjectTotal = 0;   // pixels below the threshold between object and background
@@ -13,6 +13,9 @@ struct DoseRecord {
     int32_t LowExposure = 0;   // 1 if LowRatio is greater than the profile's limit, else 0
 };
 
-DoseRecord& SharedDoseRecord();
+// The record of the last decision of the process; all zero at load. Both may run on any thread at any time:
+// who reads sees the figures of one decision.
+DoseRecord SharedDoseRecord();
+void SetSharedDoseRecord(const DoseRecord& record);
 
 }  // namespace vastrelline

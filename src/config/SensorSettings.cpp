@@ -1,5 +1,6 @@
 #include "config/SensorSettings.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "config/CRegistryIO.h"
@@ -20,12 +21,21 @@ std::wstring FolderProfile(const std::wstring& folder) {
     return SensorProfileRoot() + FormatText(L"\\MultiSensor\\%s\\Brindmap.ini", {folder});
 }
 
+// A sensor's profile. One that is missing gives the defaults; one that is there and cannot be read would give
+// them too, and with them corners that are not this sensor's.
+CRegistryIO OpenSensorProfile(const std::wstring& path) {
+    CRegistryIO profile(nullptr, path.c_str(), 1);
+    if (profile.State() != ReadResult::Done && profile.State() != ReadResult::Missing)
+        throw std::runtime_error("the sensor's profile cannot be read");
+    return profile;
+}
+
 // Where the connected sensor's profile lies.
 std::wstring FindSensorProfile(const std::wstring& sensorFolder) {
     if (!sensorFolder.empty()) return FolderProfile(sensorFolder);
     std::wstring plain = SensorProfileRoot() + L"\\Brindmap.ini";
     const std::wstring serialId =
-        CRegistryIO(nullptr, plain.c_str(), 1).ReadProfileString(kSensorSection, L"SerialId", L"");
+        OpenSensorProfile(plain).ReadProfileString(kSensorSection, L"SerialId", L"");
     return serialId.empty() ? plain : FolderProfile(serialId);
 }
 
@@ -81,7 +91,7 @@ void ReadTargetRange(const std::wstring& iniPath, const std::wstring& /*section*
 
 void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorFolder, int32_t sensorMode) {
     constexpr int32_t kDoubleResolution = 2;
-    const CRegistryIO sensor(nullptr, FindSensorProfile(sensorFolder).c_str(), 1);
+    const CRegistryIO sensor = OpenSensorProfile(FindSensorProfile(sensorFolder));
     SensorGeometry geometry{};
     for (const SensorKey& key : kSensorKeys) {
         geometry.*key.field = sensor.ReadProfileInt(kSensorSection, key.key, key.syncDefault);
@@ -96,6 +106,11 @@ void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorF
     for (const SensorKey& key : kSensorKeys) {
         processing.WriteProfileInt(kSensorSection, key.key, geometry.*key.field);
     }
+}
+
+void StoreSensorSettings(const std::wstring& iniPath) {
+    // The run has used the values; whether the file takes them too is no part of its result.
+    static_cast<void>(CRegistryIO(nullptr, iniPath.c_str(), 1).StoreValues());
 }
 
 }  // namespace vastrelline

@@ -32,15 +32,22 @@ void ReadSensorGeometry(const std::wstring& iniPath, const std::wstring& section
 // section   without effect
 void ReadTargetRange(const std::wstring& iniPath, const std::wstring& section, TargetRangeParams& params);
 
-// Brings the ten values of the sensor's own profile into the "Settings" section of the processing profile.
+// Brings the ten values of the sensor's own profile into the "Settings" section of the processing profile:
+// they count from now on for the running call. StoreSensorSettings brings them to the file.
 //
 // sensorFolder   the folder of the sensor's profile below "MultiSensor"; empty: named by "SerialId" in the
 //                plain sensor profile, or the plain profile itself if that names none
 // sensorMode     2: the frame has twice the resolution, so corners become 2 * value - 1 and the frame's
 //                sides double; any other value has no effect
-// Errors         none: a missing sensor profile gives the defaults (corners of 159, all else 0), which are
-//                written; a processing profile that cannot be written stays as it is
+// Errors         std::runtime_error for a sensor profile that is there and cannot be read. One that is
+// missing
+//                gives the defaults (corners of 159, all else 0)
 void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorFolder, int32_t sensorMode);
+
+// Writes the sensor's values of the running call to the processing profile, all in one replacement, if they
+// are not there yet. A profile that cannot be written, or that somebody has changed since the call began,
+// stays as it is: the next call tries again.
+void StoreSensorSettings(const std::wstring& iniPath);
 
 // The folder that holds the sensor's profiles: fixed when the library is built.
 const std::wstring& SensorProfileRoot();

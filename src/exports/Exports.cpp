@@ -5,12 +5,14 @@
 #include "chains/DriverCall.h"
 #include "chains/ReturnCode.h"
 #include "config/DoseRecord.h"
+#include "exports/CallScope.h"
 #include "exports/GuardExport.h"
 #include "exports/ProcessFrame.h"
 #include "platform/Text.h"
 #include "sensor/Rotation.h"
 #include "vastrelline.h"
 
+using vastrelline::CallScope;
 using vastrelline::CountPixels;
 using vastrelline::DecidingChain;
 using vastrelline::DriverCall;
@@ -108,13 +110,14 @@ extern "C" int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t 
     return GuardExport(kInternalFailure, [&] {
         const DriverCall call{
             input, output, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName)};
+        const CallScope scope(call.iniPath);
         return RunCrChain(call);
     });
 }
 
 extern "C" void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal, int32_t* lowSignal,
                                   double* lowRatio, int32_t* lowExposure) {
-    const vastrelline::DoseRecord& record = vastrelline::SharedDoseRecord();
+    const vastrelline::DoseRecord record = vastrelline::SharedDoseRecord();
     if (objectMedian != nullptr) *objectMedian = record.ObjectMedian;
     if (objectTotal != nullptr) *objectTotal = record.ObjectTotal;
     if (lowSignal != nullptr) *lowSignal = record.LowSignal;

@@ -8,6 +8,7 @@
 #include "chains/FixedChain.h"
 #include "chains/LowExposureChain.h"
 #include "config/CRegistryIO.h"
+#include "exports/CallScope.h"
 #include "exports/OutputMapping.h"
 #include "pixels/AllocZeroed.h"
 #include "report/Bitmap.h"
@@ -63,9 +64,8 @@ ReturnCode RunDriver(int32_t mode, const ProcessCall& call, uint16_t* output) {
     return RunFixedChain(driver);
 }
 
-}  // namespace
-
-ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
+// The steps of a call whose profile has been read.
+ReturnCode RunCall(const ProcessCall& call, uint16_t* output) {
     const int32_t mode = ReadProcessingMode(call);
     CorrectInput(call);
     const ReturnCode code = RunDriver(mode, call, output);
@@ -75,12 +75,25 @@ ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
     return code;
 }
 
+}  // namespace
+
+ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
+    const CallScope scope(call.iniPath);
+    // Without its profile nobody knows what the frame's picture is, and the frame stays as it came.
+    if (scope.ProfileState() == ReadResult::Failed) return kInternalFailure;
+    return RunCall(call, output);
+}
+
 ReturnCode ProcessFrameToBitmap(const ProcessCall& call, const std::wstring& bitmapPath) {
+    const CallScope scope(call.iniPath);
+    if (scope.ProfileState() == ReadResult::Failed) return kInternalFailure;
     const bool hasPixels = call.width > 0 && call.height > 0;
-    if (hasPixels) CountPixels(call.width, call.height);
+    // A call that ends with an argument's code asks for no frame, however large its sizes are.
+    const bool isFrameNeeded = hasPixels && call.input != nullptr;
+    if (isFrameNeeded) CountPixels(call.width, call.height);
     std::vector<uint16_t> scratch =
-        AllocZeroed<uint16_t>(hasPixels ? call.width : 1, hasPixels ? call.height : 1);
-    const ReturnCode code = ProcessFrame(call, scratch.data());
+        AllocZeroed<uint16_t>(isFrameNeeded ? call.width : 1, isFrameNeeded ? call.height : 1);
+    const ReturnCode code = RunCall(call, scratch.data());
     if (code != kSuccess || !hasPixels || bitmapPath.empty()) return code;
     const int32_t isSaved = SaveFrameBitmap(scratch.data(), call.width, call.height, bitmapPath);
     return isSaved != 0 ? kSuccess : kNoBitmap;

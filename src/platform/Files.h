@@ -39,7 +39,4 @@ private:
 // Makes the last level of a path. False if it could not be made, also because it is there already.
 bool CreateFolder(const std::wstring& path);
 
-// Copies a file's bytes as they are over `destination`, which is made or replaced. False on any failure.
-bool CopyFileOver(const std::wstring& source, const std::wstring& destination);
-
 }  // namespace vastrelline

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "profile_text/ProfileEncoding.h"
+
 namespace vastrelline {
 
 // Narrow text of a caller, in the code page of the calling thread, as wide text.
@@ -28,5 +30,9 @@ std::string NarrowLogText(std::wstring_view text);
 
 // The text with the letters A to Z in lower case and everything else as it was, in any locale.
 std::wstring LowerCaseAscii(std::wstring_view text);
+
+// How a profile without a byte order mark is encoded: on Windows in the code page of the system, elsewhere in
+// UTF-8, where bytes that are no valid UTF-8 come through unchanged.
+const ProfileCodec& NativeProfileCodec();
 
 }  // namespace vastrelline

@@ -75,11 +75,12 @@ void WriteBackupSet(const std::wstring& folder, const std::wstring& sectionName,
 }
 
 void WriteCrBackupSet(const std::wstring& folder, const std::wstring& sectionName,
-                      const std::wstring& iniPath, const uint16_t* input, const uint16_t* output,
+                      const std::string& profileBytes, const uint16_t* input, const uint16_t* output,
                       int32_t width, int32_t height) {
     const std::wstring stem = MakeStem(folder);
     WriteIfPossible([&] { SaveRaw(stem + L"_Calibrated.raw", input, width, height); });
-    WriteIfPossible([&] { CopyFileOver(iniPath, stem + L"_" + sectionName + L".ini"); });
+    WriteIfPossible(
+        [&] { static_cast<void>(SaveWholeFile(stem + L"_" + sectionName + L".ini", profileBytes)); });
     WriteIfPossible([&] { SaveRaw(stem + L"_Enhanced.raw", output, width, height); });
     WriteIfPossible([&] { SaveRendering(stem + L"_Enhanced.bmp", output, width, height, kTwelveBitWindow); });
 }

@@ -30,10 +30,10 @@ void WriteBackupSet(const std::wstring& folder, const std::wstring& sectionName,
                     const uint16_t* output, int32_t width, int32_t height, const BackupWindow& window);
 
 // Writes the backup set of the CR chain: input and output as raw files, "_Calibrated.raw" and
-// "_Enhanced.raw", the output as a bitmap through kTwelveBitWindow, "_Enhanced.bmp", and the bytes of the
-// profile as they are, an underscore and the section with ".ini". Names begin as those of WriteBackupSet.
+// "_Enhanced.raw", the output as a bitmap through kTwelveBitWindow, "_Enhanced.bmp", and the profile
+// as the run has read it, an underscore and the section with ".ini". Names begin as those of WriteBackupSet.
 void WriteCrBackupSet(const std::wstring& folder, const std::wstring& sectionName,
-                      const std::wstring& iniPath, const uint16_t* input, const uint16_t* output,
+                      const std::string& profileBytes, const uint16_t* input, const uint16_t* output,
                       int32_t width, int32_t height);
 
 }  // namespace vastrelline

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "chains/ConfiguredChain.h"
+#include "config/CallProfile.h"
 #include "config/ConfiguredState.h"
 #include "platform/Files.h"
 #include "support/FrameMatcher.h"
@@ -68,6 +69,7 @@ protected:
     }
 
     std::vector<uint16_t> Run(const std::vector<uint16_t>& input = kInput) const {
+        const CallProfile profile(folder_.WideProfile());
         std::vector<uint16_t> output(input.size());
         EXPECT_EQ(RunConfiguredChain({input.data(), output.data(), static_cast<int32_t>(input.size()), 1,
                                       folder_.WideProfile(), L"General"},

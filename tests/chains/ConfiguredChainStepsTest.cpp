@@ -7,6 +7,7 @@
 #include <string>
 
 #include "chains/ConfiguredChain.h"
+#include "config/CallProfile.h"
 #include "config/SensorSettings.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -29,6 +30,7 @@ protected:
 
     Frame Run(const Frame& input, const std::wstring& section = L"General",
               const SensorGeometry* geometry = nullptr) const {
+        const CallProfile profile(folder_.WideProfile());
         Frame output = Flat(input.width, input.height, 7);
         EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), input.width, input.height,
                                       folder_.WideProfile(), section},

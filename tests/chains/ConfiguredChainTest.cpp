@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chains/ConfiguredChain.h"
+#include "config/CallProfile.h"
 #include "config/ConfiguredState.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -26,6 +27,7 @@ protected:
     // Runs section "General" on a frame and returns the output, which began as all 7.
     Frame Run(const Frame& input, ReturnCode expectedCode = kSuccess,
               const std::wstring& section = L"General") const {
+        const CallProfile profile(folder_.WideProfile());
         Frame output = Flat(input.width, input.height, 7);
         EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), input.width, input.height,
                                       folder_.WideProfile(), section},

@@ -8,6 +8,7 @@
 #include "chains/ConfiguredChain.h"
 #include "chains/ExtendedChain.h"
 #include "config/CRegistryIO.h"
+#include "config/CallProfile.h"
 #include "config/DoseRecord.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -31,6 +32,7 @@ protected:
     }
 
     Frame Run(const Frame& input, const std::wstring& sensorFolder, int32_t sensorMode) const {
+        const CallProfile profile(folder_.WideProfile());
         Frame output = Flat(input.width, input.height, 7);
         EXPECT_EQ(RunExtendedChain({input.Data(), output.Data(), input.width, input.height,
                                     folder_.WideProfile(), L"General"},
@@ -85,6 +87,7 @@ TEST_F(ExtendedChainTest, ListMayHoldTheHdrStageUnlikeInTheConfiguredChain) {
     EXPECT_THAT(StageNamesIn(Folder().Log()), ElementsAre("HDR", "Gamma Curve"));
     std::filesystem::remove(Folder().At("ExtraOralLog.txt"));
     Frame output = Flat(40, 40, 7);
+    const CallProfile profile(Folder().WideProfile());
     EXPECT_EQ(RunConfiguredChain({input.Data(), output.Data(), 40, 40, Folder().WideProfile(), L"General"},
                                  nullptr),
               kSuccess);
@@ -94,10 +97,10 @@ TEST_F(ExtendedChainTest, ListMayHoldTheHdrStageUnlikeInTheConfiguredChain) {
 TEST_F(ExtendedChainTest, NothingIsDecidedAboutTheExposure) {
     Write(ProfileFolder::PlainSection());
     const DoseRecord before = SharedDoseRecord();
-    SharedDoseRecord().ObjectTotal = 12345;
+    SetSharedDoseRecord({.ObjectTotal = 12345});
     Run(Noise(8, 8, 4095, 1), L"", 0);
     EXPECT_EQ(SharedDoseRecord().ObjectTotal, 12345);
-    SharedDoseRecord() = before;
+    SetSharedDoseRecord(before);
 }
 
 TEST_F(ExtendedChainTest, SameListGivesTheSamePictureAsInTheConfiguredChain) {

@@ -9,6 +9,7 @@
 
 #include "chains/ConfiguredChain.h"
 #include "chains/LowExposureChain.h"
+#include "config/CallProfile.h"
 #include "config/ConfiguredState.h"
 #include "config/DoseRecord.h"
 #include "support/BackupNames.h"
@@ -42,7 +43,7 @@ protected:
     LowExposureChainTest() : stateBefore_(SharedConfiguredState()), recordBefore_(SharedDoseRecord()) {}
     ~LowExposureChainTest() override {
         SharedConfiguredState() = stateBefore_;
-        SharedDoseRecord() = recordBefore_;
+        SetSharedDoseRecord(recordBefore_);
     }
 
     // A section of three stages, with the log on.
@@ -55,6 +56,7 @@ protected:
     void Write(ProfileWriter writer) const { writer.WriteTo(folder_.At("profile.ini")); }
 
     Frame Run(const Frame& input) const {
+        const CallProfile profile(folder_.WideProfile());
         Frame output = Flat(input.width, input.height, 7);
         EXPECT_EQ(RunLowExposureChain({input.Data(), output.Data(), input.width, input.height,
                                        folder_.WideProfile(), L"General"},
@@ -75,7 +77,7 @@ private:
 TEST_F(LowExposureChainTest, DarkObjectIsLow) {
     Write(Profile("0.66"));
     Run(MakeExposure(4, 6, 3));
-    const DoseRecord& record = SharedDoseRecord();
+    const DoseRecord record = SharedDoseRecord();
     EXPECT_EQ(record.ObjectTotal, 9);
     EXPECT_EQ(record.LowSignal, 6);
     EXPECT_DOUBLE_EQ(record.LowRatio, 6.0 / 9.0);
@@ -279,7 +281,7 @@ TEST_F(LowExposureChainTest, BitsBeyondEveryPixelDecideLikeSixteen) {
         ProfileWriter writer = ProfileFolder::SettledProfile();
         writer.Section("General").Key("BITSTORED", bits).Key("SETCLIPBIN", "0.66").Key("INTRAORAL_MASK", "0");
         Write(writer);
-        SharedDoseRecord() = {};
+        SetSharedDoseRecord({});
         Run(MakeExposure(4, 6, 3));
         EXPECT_EQ(SharedDoseRecord().ObjectTotal, 9) << bits;
         EXPECT_EQ(SharedDoseRecord().LowExposure, 1) << bits;

@@ -40,9 +40,8 @@ TEST_F(DriverArgumentsTest, EmptyPathIsNoProfile) {
     EXPECT_EQ(TestDriverArguments(L"", Pixel(), Pixel()), kNoProfile);
 }
 
-// What is looked for is anything of that name.
-TEST_F(DriverArgumentsTest, FolderCountsAsFound) {
-    EXPECT_EQ(TestDriverArguments(Folder().Path().wstring(), Pixel(), Pixel()), kSuccess);
+TEST_F(DriverArgumentsTest, FolderIsNoProfile) {
+    EXPECT_EQ(TestDriverArguments(Folder().Path().wstring(), Pixel(), Pixel()), kNoProfile);
 }
 
 TEST(CountPixels, IsTheProductOfTheSides) {

@@ -44,7 +44,7 @@ public:
     ~ProcessState() {
         SharedConfiguredState() = configured_;
         SharedFixedState() = fixed_;
-        SharedDoseRecord() = dose_;
+        SetSharedDoseRecord(dose_);
         MedianThreadCount() = threads_;
     }
     ProcessState(const ProcessState&) = delete;

@@ -125,33 +125,85 @@ INSTANTIATE_TEST_SUITE_P(
                     DoubleCase{"TinyValueOfTheFileStays", "K=0.0000001", 0.5, 0.0000001}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST_F(CRegistryIOTest, NothingIsCached) {
-    const CRegistryIO profile = Profile();
-    EXPECT_EQ(profile.ReadProfileInt(L"S", L"K", -1), -1);
+TEST_F(CRegistryIOTest, AnObjectReadsOneVersionOfTheFileAndTheNextOneTheNext) {
+    const CRegistryIO none = Profile();
     WriteProfile("[S]\r\nK=1\r\n");
-    EXPECT_EQ(profile.ReadProfileInt(L"S", L"K", -1), 1);
+    const CRegistryIO first = Profile();
     WriteProfile("[S]\r\nK=2\r\n");
-    EXPECT_EQ(profile.ReadProfileInt(L"S", L"K", -1), 2);
+    EXPECT_EQ(none.ReadProfileInt(L"S", L"K", -1), -1);
+    EXPECT_EQ(first.ReadProfileInt(L"S", L"K", -1), 1);
+    EXPECT_EQ(Profile().ReadProfileInt(L"S", L"K", -1), 2);
+}
+
+TEST_F(CRegistryIOTest, TellsHowTheReadingEnded) {
+    EXPECT_EQ(Profile().State(), ReadResult::Missing);
+    WriteProfile("");
+    EXPECT_EQ(Profile().State(), ReadResult::Done);
+    WriteProfile("[S]\r\nK=1");
+    EXPECT_EQ(Profile().FileBytes(), "[S]\r\nK=1");
+    const std::wstring folderAsProfile = Folder().Path().wstring();
+    EXPECT_EQ(CRegistryIO(nullptr, folderAsProfile.c_str(), 1).State(), ReadResult::NoFile);
+}
+
+// Writes one value and brings it to the file.
+bool Store(const CRegistryIO& profile, const wchar_t* section, const wchar_t* key, int32_t value) {
+    profile.WriteProfileInt(section, key, value);
+    EXPECT_EQ(profile.ReadProfileInt(section, key, value - 1), value);
+    return profile.StoreValues();
 }
 
 TEST_F(CRegistryIOTest, WritingMakesFileSectionAndKey) {
-    EXPECT_TRUE(Profile().WriteProfileInt(L"S", L"K", 42));
+    EXPECT_TRUE(Store(Profile(), L"S", L"K", 42));
     EXPECT_EQ(ProfileBytes(), "[S]\r\nK=42\r\n");
-    EXPECT_TRUE(Profile().WriteProfileInt(L"S", L"L", INT32_MIN));
+    EXPECT_TRUE(Store(Profile(), L"S", L"L", INT32_MIN));
     EXPECT_EQ(ProfileBytes(), "[S]\r\nK=42\r\nL=-2147483648\r\n");
 }
 
 TEST_F(CRegistryIOTest, WritingReplacesTheValueInPlace) {
     WriteProfile("[A]\r\nK=1\r\n[S]\r\nJ=1\r\nK=1\r\nL=1\r\n[Z]\r\nK=1\r\n");
-    EXPECT_TRUE(Profile().WriteProfileInt(L"S", L"K", -5));
+    EXPECT_TRUE(Store(Profile(), L"S", L"K", -5));
     EXPECT_EQ(ProfileBytes(), "[A]\r\nK=1\r\n[S]\r\nJ=1\r\nK=-5\r\nL=1\r\n[Z]\r\nK=1\r\n");
+}
+
+TEST_F(CRegistryIOTest, ValuesReachTheFileTogetherAndNotBefore) {
+    WriteProfile("[S]\r\nK=1\r\n");
+    const CRegistryIO profile = Profile();
+    profile.WriteProfileInt(L"S", L"K", 2);
+    profile.WriteProfileInt(L"S", L"k", 3);  // the same key: the last value counts
+    profile.WriteProfileInt(L"T", L"K", 4);
+    profile.WriteProfileInt(L"S", L"L", 5);
+    EXPECT_EQ(profile.ReadProfileInt(L"S", L"K", -1), 3);
+    EXPECT_EQ(profile.ReadProfileInt(L"T", L"K", -1), 4);
+    EXPECT_EQ(profile.ReadProfileInt(L"S", L"L", -1), 5);
+    EXPECT_EQ(ProfileBytes(), "[S]\r\nK=1\r\n");
+    EXPECT_EQ(profile.FileBytes(), "[S]\r\nK=1\r\n");
+    EXPECT_TRUE(profile.StoreValues());
+    EXPECT_EQ(ProfileBytes(), "[S]\r\nK=3\r\nL=5\r\n[T]\r\nK=4\r\n");
+}
+
+TEST_F(CRegistryIOTest, NothingToStoreLeavesTheFileUntouched) {
+    WriteProfile("[S]\r\n K = 1 \r\n");
+    const auto before = std::filesystem::last_write_time(Folder().Path() / "p.ini");
+    EXPECT_TRUE(Profile().StoreValues());
+    EXPECT_TRUE(Store(Profile(), L"S", L"K", 1));
+    EXPECT_EQ(ProfileBytes(), "[S]\r\n K = 1 \r\n");
+    EXPECT_EQ(std::filesystem::last_write_time(Folder().Path() / "p.ini"), before);
+}
+
+TEST_F(CRegistryIOTest, FileThatSomebodyChangedKeepsHisVersion) {
+    WriteProfile("[S]\r\nK=1\r\n");
+    const CRegistryIO profile = Profile();
+    WriteProfile("[S]\r\nK=1\r\nEDITED=1\r\n");
+    EXPECT_FALSE(Store(profile, L"S", L"K", 2));
+    EXPECT_EQ(ProfileBytes(), "[S]\r\nK=1\r\nEDITED=1\r\n");
+    EXPECT_EQ(Profile().ReadProfileInt(L"S", L"K", -1), 1);
 }
 
 TEST_F(CRegistryIOTest, FailedWriteIsFalseAndNothingElse) {
     const std::wstring inMissingFolder = Folder().Wide(L"missing") + L"\\p.ini";
-    EXPECT_FALSE(CRegistryIO(nullptr, inMissingFolder.c_str(), 1).WriteProfileInt(L"S", L"K", 1));
+    EXPECT_FALSE(Store(CRegistryIO(nullptr, inMissingFolder.c_str(), 1), L"S", L"K", 1));
     const std::wstring folderAsProfile = Folder().Path().wstring();
-    EXPECT_FALSE(CRegistryIO(nullptr, folderAsProfile.c_str(), 1).WriteProfileInt(L"S", L"K", 1));
+    EXPECT_FALSE(Store(CRegistryIO(nullptr, folderAsProfile.c_str(), 1), L"S", L"K", 1));
     EXPECT_TRUE(std::filesystem::is_empty(Folder().Path()));
 }
 
@@ -160,9 +212,12 @@ TEST_F(CRegistryIOTest, ReadOnlyProfileIsReadAndNothingOfItIsLost) {
     std::filesystem::permissions(Folder().Path() / "p.ini", std::filesystem::perms::owner_read,
                                  std::filesystem::perm_options::replace);
     // A user with all rights may pass over the mark; then the value is there, and nothing else has changed.
-    const bool isWritten = Profile().WriteProfileInt(L"S", L"K", 7);
+    const bool isWritten = Store(Profile(), L"S", L"K", 7);
     EXPECT_EQ(ProfileBytes(), isWritten ? "[S]\r\nK=7\r\nL=2\r\n" : "[S]\r\nK=1\r\nL=2\r\n");
     EXPECT_EQ(Profile().ReadProfileInt(L"S", L"L", -1), 2);
+    // Whether the file took it or not, the next call finds what this one has set.
+    EXPECT_EQ(Profile().ReadProfileInt(L"S", L"K", -1), 7);
+    EXPECT_EQ(Profile().FileBytes(), ProfileBytes());
 }
 
 struct EntriesCase {

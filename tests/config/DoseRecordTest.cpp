@@ -16,16 +16,16 @@ TEST(DoseRecord, AllFiguresAreZeroAtLoad) {
     EXPECT_EQ(recordAtLoad.LowExposure, 0);
 }
 
-TEST(DoseRecord, IsOneObjectForTheWholeProcess) {
+TEST(DoseRecord, TheLastOneSetIsThatOfTheWholeProcess) {
     const DoseRecord before = SharedDoseRecord();
-    SharedDoseRecord() = {1200, 900, 30, 0.25, 1};
-    const DoseRecord& record = SharedDoseRecord();
+    SetSharedDoseRecord({1200, 900, 30, 0.25, 1});
+    const DoseRecord record = SharedDoseRecord();
     EXPECT_EQ(record.ObjectMedian, 1200);
     EXPECT_EQ(record.ObjectTotal, 900);
     EXPECT_EQ(record.LowSignal, 30);
     EXPECT_EQ(record.LowRatio, 0.25);
     EXPECT_EQ(record.LowExposure, 1);
-    SharedDoseRecord() = before;
+    SetSharedDoseRecord(before);
 }
 
 }  // namespace

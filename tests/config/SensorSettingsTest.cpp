@@ -3,8 +3,11 @@
 #include <array>
 #include <climits>
 #include <cstdint>
+#include <filesystem>
+#include <stdexcept>
 #include <string>
 
+#include "config/CallProfile.h"
 #include "config/SensorSettings.h"
 #include "support/ProfileNormalForm.h"
 #include "support/SensorRoot.h"
@@ -53,10 +56,16 @@ protected:
         ReadSensorGeometry(ProfilePath(), L"Molar", geometry);
         return ValuesOf(geometry);
     }
-    // What lands in the processing profile.
+    // What counts in the call, and lands in the processing profile.
     Values Synced(const std::wstring& sensorFolder, int32_t sensorMode) const {
+        const CallProfile call(ProfilePath());
         SyncSensorSettings(ProfilePath(), sensorFolder, sensorMode);
-        return Geometry();
+        const Values inTheCall = Geometry();
+        StoreSensorSettings(ProfilePath());
+        EXPECT_EQ(Geometry(), inTheCall);
+        const CallProfile next(ProfilePath());
+        EXPECT_EQ(Geometry(), inTheCall);
+        return inTheCall;
     }
     TargetRangeParams TargetRange() const {
         TargetRangeParams params{1, 1, 1.0F, 1.0F};
@@ -204,7 +213,7 @@ TEST_F(SensorSettingsTest, DoublingWrapsIn32Bits) {
 TEST_F(SensorSettingsTest, NewValuesAreWrittenInTheirOrder) {
     WriteProfile("[Molar]\r\nPROCMODE=2\r\n");
     Sensor().WritePlain(SensorProfile(300));
-    SyncSensorSettings(ProfilePath(), L"", 0);
+    Synced(L"", 0);
     EXPECT_EQ(ProfileNormalForm(ProfileBytes()),
               "[Molar]\r\nPROCMODE=2\r\n[Settings]\r\nImgCutLeft=307\r\nImgCutTop=308\r\nImgCutRight=309\r\n"
               "ImgCutBottom=310\r\nRotation=301\r\nFlip=302\r\nRCCutOff=303\r\nRCCutOffR=304\r\n"
@@ -214,8 +223,38 @@ TEST_F(SensorSettingsTest, NewValuesAreWrittenInTheirOrder) {
 TEST_F(SensorSettingsTest, MissingProcessingProfileIsMade) { EXPECT_EQ(Synced(L"", 0), kNoSensorProfile); }
 
 TEST_F(SensorSettingsTest, ProfileInAMissingFolderIsNoFailure) {
-    SyncSensorSettings(ProfilePath() + L"\\missing\\p.ini", L"", 0);
+    const std::wstring path = ProfilePath() + L"\\missing\\p.ini";
+    const CallProfile call(path);
+    SyncSensorSettings(path, L"", 0);
+    StoreSensorSettings(path);
     EXPECT_EQ(Geometry(), kUnknownGeometry);
+}
+
+TEST_F(SensorSettingsTest, ValuesCountInTheirCallBeforeTheFileHasThem) {
+    WriteProfile("[Molar]\r\n");
+    Sensor().WritePlain(SensorProfile(300));
+    {
+        const CallProfile call(ProfilePath());
+        SyncSensorSettings(ProfilePath(), L"", 0);
+        EXPECT_EQ(Geometry(), GeometryFrom(300));
+        EXPECT_EQ(ProfileBytes(), "[Molar]\r\n");
+    }
+    EXPECT_EQ(Geometry(), kUnknownGeometry);
+}
+
+// Its defaults would be the corners of another sensor.
+TEST_F(SensorSettingsTest, SensorProfileThatIsThereAndCannotBeReadThrows) {
+    WriteProfile("[Molar]\r\n");
+    const CallProfile call(ProfilePath());
+    Sensor().WritePlain(SensorProfile(300) + "SerialId=A7\r\n");
+    std::filesystem::create_directories(Sensor().SensorFile("A7"));
+    EXPECT_THROW(SyncSensorSettings(ProfilePath(), L"", 0), std::runtime_error);
+    EXPECT_THROW(SyncSensorSettings(ProfilePath(), L"A7", 0), std::runtime_error);
+    SyncSensorSettings(ProfilePath(), L"B8", 0);  // is missing, and has its defaults
+    EXPECT_EQ(Geometry(), kNoSensorProfile);
+    std::filesystem::remove(Sensor().PlainFile());
+    std::filesystem::create_directories(Sensor().PlainFile());
+    EXPECT_THROW(SyncSensorSettings(ProfilePath(), L"", 0), std::runtime_error);
 }
 
 TEST_F(SensorSettingsTest, ReplacedRootReturns) {

@@ -268,7 +268,7 @@ public:
     ~RestoredState() {
         SharedConfiguredState() = configured_;
         SharedFixedState() = fixed_;
-        SharedDoseRecord() = dose_;
+        SetSharedDoseRecord(dose_);
     }
     RestoredState(const RestoredState&) = delete;
     RestoredState& operator=(const RestoredState&) = delete;
@@ -294,7 +294,7 @@ public:
             place_.WriteProfile(mode);
             profile_ = ReadBytes(place_.Folder().At("profile.ini"));
         }
-        SharedDoseRecord() = {-1, -2, -3, -4.5, -5};
+        SetSharedDoseRecord({-1, -2, -3, -4.5, -5});
         dumpNumber_ = SharedConfiguredState().DumpNumber;
     }
 

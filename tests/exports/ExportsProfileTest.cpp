@@ -100,10 +100,16 @@ TEST_P(BadProfileTest, MissingProfileGivesCode1) {
     EXPECT_THAT(Folder().Files(), IsEmpty());
 }
 
-// It is found, and holds no section.
-TEST_P(BadProfileTest, FolderInThePlaceOfTheProfileRunsTheFixedChainOnDefaults) {
+// The defaults would be another chain's picture.
+TEST_P(BadProfileTest, FolderInThePlaceOfTheProfileGivesCode1) {
     std::filesystem::create_directory(Folder().At("folder.ini"));
-    ExpectOutput(Folder().Narrow("folder.ini"), OnDefaults());
+    EXPECT_EQ(Run(Folder().Narrow("folder.ini")), VASTRELLINE_NO_PROFILE);
+}
+
+TEST_P(BadProfileTest, ProfileOfMoreThan64MebibytesGivesCode1) {
+    WriteProfile(kSquare);
+    std::filesystem::resize_file(Folder().At("profile.ini"), (uintmax_t{64} << 20U) + 1);
+    EXPECT_EQ(Run(Folder().Profile()), VASTRELLINE_NO_PROFILE);
 }
 
 TEST_P(BadProfileTest, EmptyProfileRunsTheFixedChainOnDefaults) {

@@ -79,6 +79,17 @@ TEST_F(ProcessFrameTest, FrameOfHostileSizeIsRefusedBeforeAnyPixelIsTouched) {
     EXPECT_THAT(output, EqualsFrame(Flat(1, 1, 7)));
 }
 
+TEST_F(ProcessFrameTest, ArgumentsAreTestedBeforeAFrameForTheBitmapIsMade) {
+    Frame input = Flat(1, 1, 5);
+    ProcessCall call = Call(input, true);
+    call.width = INT32_MAX;
+    call.height = INT32_MAX;
+    call.input = nullptr;
+    EXPECT_EQ(ProcessFrameToBitmap(call, Folder().Wide(L"a.bmp")), kNoInput);
+    call.iniPath += L"x";
+    EXPECT_EQ(ProcessFrameToBitmap(call, Folder().Wide(L"a.bmp")), kNoProfile);
+}
+
 TEST_F(ProcessFrameTest, FrameForABitmapIsProcessedAndNothingSavedWithoutAPath) {
     Frame input = FromRows({{1, 2}});
     EXPECT_EQ(ProcessFrameToBitmap(Call(input, true), std::wstring()), kSuccess);

@@ -77,35 +77,5 @@ TEST(CreateFolder, MakesOneLevel) {
     EXPECT_FALSE(CreateFolder(folder.Wide(L"a")));  // there already
 }
 
-TEST(CopyFileOver, MakesOrReplacesTheDestination) {
-    const TemporaryFolder folder;
-    const std::string bytes = "a\0\r\n\xFFz"s;
-    WriteBytes(folder.Path() / "source", bytes);
-    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"new")));
-    EXPECT_EQ(ReadBytes(folder.Path() / "new"), bytes);
-    WriteBytes(folder.Path() / "old", "something that was longer");
-    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"old")));
-    EXPECT_EQ(ReadBytes(folder.Path() / "old"), bytes);
-}
-
-TEST(CopyFileOver, LargerThanOneStep) {
-    const TemporaryFolder folder;
-    std::string bytes(3'000'001, '\0');
-    for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i % 251);
-    WriteBytes(folder.Path() / "source", bytes);
-    EXPECT_TRUE(CopyFileOver(folder.Wide(L"source"), folder.Wide(L"copy")));
-    EXPECT_TRUE(ReadBytes(folder.Path() / "copy") == bytes);
-}
-
-TEST(CopyFileOver, FailuresLeaveWhatThereIs) {
-    const TemporaryFolder folder;
-    WriteBytes(folder.Path() / "file", "kept");
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"none"), folder.Wide(L"file")));
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"file"), folder.Wide(L"none\\file")));
-    EXPECT_FALSE(CopyFileOver(folder.Path().wstring(), folder.Wide(L"file")));
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"file"), folder.Wide(L"file")));
-    EXPECT_EQ(ReadBytes(folder.Path() / "file"), "kept");
-}
-
 }  // namespace
 }  // namespace vastrelline

@@ -20,13 +20,16 @@ public:
     SensorRoot& operator=(const SensorRoot&) = delete;
 
     // The profile for all sensors.
-    void WritePlain(std::string_view text) const { WriteBytes(folder_.Path() / "Brindmap.ini", text); }
+    std::filesystem::path PlainFile() const { return folder_.Path() / "Brindmap.ini"; }
+    void WritePlain(std::string_view text) const { WriteBytes(PlainFile(), text); }
 
     // The profile of one sensor.
+    std::filesystem::path SensorFile(std::string_view sensor) const {
+        return folder_.Path() / "MultiSensor" / sensor / "Brindmap.ini";
+    }
     void WriteSensor(std::string_view sensor, std::string_view text) const {
-        const std::filesystem::path folder = folder_.Path() / "MultiSensor" / sensor;
-        std::filesystem::create_directories(folder);
-        WriteBytes(folder / "Brindmap.ini", text);
+        std::filesystem::create_directories(SensorFile(sensor).parent_path());
+        WriteBytes(SensorFile(sensor), text);
     }
 
 private:

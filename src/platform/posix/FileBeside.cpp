@@ -135,7 +135,7 @@ bool FileBeside::Exchange() {
 #endif
 }
 
-void RemoveLeftover(const FilePlace& place) {
+void RemoveFileBeside(const FilePlace& place) {
     if (!place.folder.IsOpen() || place.name.empty()) return;
     static_cast<void>(RemoveAbandoned(place, NameBesideOf(place)));
 }

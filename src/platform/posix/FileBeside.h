@@ -58,6 +58,6 @@ private:
 };
 
 // Removes what a killed process left beside a file.
-void RemoveLeftover(const FilePlace& place);
+void RemoveFileBeside(const FilePlace& place);
 
 }  // namespace vastrelline

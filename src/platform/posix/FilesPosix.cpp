@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <utility>
-#include <vector>
 
 #include "platform/Files.h"
 #include "platform/posix/FileDescriptor.h"
@@ -22,23 +21,6 @@ bool DropContent(int descriptor) {
     struct stat status {};
     if (fstat(descriptor, &status) != 0) return false;
     return !S_ISREG(status.st_mode) || ftruncate(descriptor, 0) == 0;
-}
-
-bool IsSameFile(int one, int other) {
-    struct stat oneStatus {};
-    struct stat otherStatus {};
-    return fstat(one, &oneStatus) == 0 && fstat(other, &otherStatus) == 0 &&
-           oneStatus.st_dev == otherStatus.st_dev && oneStatus.st_ino == otherStatus.st_ino;
-}
-
-bool CopyBytes(int source, int destination) {
-    constexpr size_t kChunkSize = size_t{1} << 20U;
-    std::vector<char> chunk(kChunkSize);
-    for (;;) {
-        const ssize_t count = ReadSome(source, chunk.data(), chunk.size());
-        if (count <= 0) return count == 0;
-        if (!WriteAll(destination, chunk.data(), static_cast<size_t>(count))) return false;
-    }
 }
 
 }  // namespace
@@ -71,15 +53,5 @@ void OutputFile::Close() {
 }
 
 bool CreateFolder(const std::wstring& path) { return mkdir(NativePath(path).c_str(), kNewFolderMode) == 0; }
-
-bool CopyFileOver(const std::wstring& source, const std::wstring& destination) {
-    const FileDescriptor from = OpenFile(NativePath(source), O_RDONLY);
-    struct stat status {};
-    if (!from.IsOpen() || fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
-    // Not cut while it is opened: source and destination may be the same file under two names.
-    const FileDescriptor to = OpenFile(NativePath(destination), O_WRONLY | O_CREAT, kNewFileMode);
-    if (!to.IsOpen() || IsSameFile(from.Get(), to.Get())) return false;
-    return DropContent(to.Get()) && CopyBytes(from.Get(), to.Get());
-}
 
 }  // namespace vastrelline

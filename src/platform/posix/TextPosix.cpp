@@ -22,6 +22,8 @@ std::wstring WidenUtf8Text(const char* text) {
     return wide;
 }
 
+const ProfileCodec& NativeProfileCodec() { return kUtf8Codec; }
+
 std::string NarrowLogText(std::wstring_view text) {
     std::string narrow;
     narrow.reserve(text.size());

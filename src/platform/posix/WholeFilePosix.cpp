@@ -130,6 +130,6 @@ bool ReplaceWholeFile(const std::wstring& path, const std::string& oldBytes, con
     return !place.name.empty() && ReplaceVersion(place, oldBytes, newBytes, wait);
 }
 
-void RemoveLeftover(const std::wstring& path) { RemoveLeftover(FindPlace(NativePath(path))); }
+void RemoveLeftover(const std::wstring& path) { RemoveFileBeside(FindPlace(NativePath(path))); }
 
 }  // namespace vastrelline

@@ -60,9 +60,4 @@ void OutputFile::Close() {
 
 bool CreateFolder(const std::wstring& path) { return CreateDirectoryW(path.c_str(), nullptr) != 0; }
 
-bool CopyFileOver(const std::wstring& source, const std::wstring& destination) {
-    constexpr BOOL kReplace = FALSE;  // the argument is "fail if it exists"
-    return CopyFileW(source.c_str(), destination.c_str(), kReplace) != 0;
-}
-
 }  // namespace vastrelline

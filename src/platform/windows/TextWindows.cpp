@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -19,7 +20,31 @@ int ConvertibleLength(const char* text) {
     return length <= static_cast<size_t>(std::numeric_limits<int>::max()) ? static_cast<int>(length) : 0;
 }
 
+// The conversion functions count in int, and a profile is shorter than that. An empty text is an error to
+// them.
+std::wstring DecodeAnsi(std::string_view bytes) {
+    if (bytes.empty() || bytes.size() > static_cast<size_t>(std::numeric_limits<int>::max())) return {};
+    const int length = static_cast<int>(bytes.size());
+    const int needed = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
+    std::wstring text(static_cast<size_t>(std::max(needed, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), needed);
+    return text;
+}
+
+std::string EncodeAnsi(std::wstring_view text) {
+    if (text.empty() || text.size() > static_cast<size_t>(std::numeric_limits<int>::max())) return {};
+    const int length = static_cast<int>(text.size());
+    const int needed = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<size_t>(std::max(needed, 0)), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes.data(), needed, nullptr, nullptr);
+    return bytes;
+}
+
+constexpr ProfileCodec kAnsiCodec = {DecodeAnsi, EncodeAnsi};
+
 }  // namespace
+
+const ProfileCodec& NativeProfileCodec() { return kAnsiCodec; }
 
 std::wstring WidenThreadText(const char* text) {
     if (text == nullptr) return {};

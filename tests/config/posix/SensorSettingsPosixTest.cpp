@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "config/CallProfile.h"
 #include "config/SensorSettings.h"
 #include "support/SensorRoot.h"
 #include "support/TemporaryFolder.h"
@@ -36,7 +37,11 @@ protected:
 
     std::filesystem::path Profile() const { return folder_.Path() / "p.ini"; }
     void WriteProfile(const std::string& text) const { WriteBytes(Profile(), text); }
-    void Sync() const { SyncSensorSettings(folder_.Wide(L"p.ini"), L"", 0); }
+    void Sync() const {
+        const CallProfile call(folder_.Wide(L"p.ini"));
+        SyncSensorSettings(folder_.Wide(L"p.ini"), L"", 0);
+        StoreSensorSettings(folder_.Wide(L"p.ini"));
+    }
     const TemporaryFolder& Folder() const { return folder_; }
     const SensorRoot& Sensor() const { return sensor_; }
 
@@ -145,6 +150,7 @@ TEST_F(SensorSettingsPosixTest, FolderThatTakesNoFilesLeavesTheProfileAsItIs) {
 TEST_F(SensorSettingsPosixTest, FolderInThePlaceOfTheProfileIsNoFailure) {
     std::filesystem::create_directory(Profile());
     Sync();
+    EXPECT_TRUE(std::filesystem::is_directory(Profile()));
     EXPECT_TRUE(std::filesystem::is_empty(Profile()));
 }
 

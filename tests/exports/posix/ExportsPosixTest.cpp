@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -115,24 +114,6 @@ TEST_P(PosixExportTest, ProfilePathOf260CharactersWorks) {
     const bool isLimited = GetParam().name == "ImageProcessing_NS";
     EXPECT_EQ(GetParam().call({input.Data(), output.Data(), 3, 1, tooLong.c_str(), "General", 0, nullptr}),
               isLimited ? VASTRELLINE_NO_PROFILE : VASTRELLINE_OK);
-}
-
-TEST_P(PosixExportTest, PipeInThePlaceOfTheProfileDoesNotHoldUpTheCall) {
-    const std::string pipe = Folder().Narrow("pipe.ini");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    ExpectOutput(pipe, OnDefaults());
-}
-
-TEST_P(PosixExportTest, DeviceInThePlaceOfTheProfileIsEmpty) {
-    ExpectOutput("/dev/null", OnDefaults());
-    ExpectOutput("/dev/zero", OnDefaults());
-}
-
-TEST_P(PosixExportTest, ProfileWithoutTheRightToReadIsEmpty) {
-    if (geteuid() == 0) GTEST_SKIP() << "the user with all rights reads any file";
-    Square().WriteTo(Folder().At("profile.ini"));
-    std::filesystem::permissions(Folder().At("profile.ini"), std::filesystem::perms::none);
-    ExpectOutput(Folder().Profile(), OnDefaults());
 }
 
 TEST_P(PosixExportTest, LinkThatLeadsNowhereIsNoProfile) {

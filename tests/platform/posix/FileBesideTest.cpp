@@ -97,15 +97,15 @@ TEST_F(FileBesideTest, AnotherLiveWriterIsNotDisturbed) {
     const FileBeside second(Place(), 0600, some);
     EXPECT_FALSE(second.IsThere());
     EXPECT_FALSE(some.Wait(1ms));  // it was waited for
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_EQ(ReadBytes(Beside()), "first");
 }
 
 TEST_F(FileBesideTest, RemovesWhatIsLeftOnly) {
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     WriteBytes(At("file"), "file");
     WriteBytes(Beside(), "left");
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_FALSE(exists(Beside()));
     EXPECT_EQ(ReadBytes(At("file")), "file");
 }
@@ -114,15 +114,15 @@ TEST_F(FileBesideTest, WhatIsNoLeftoverStays) {
     // Two names, a link, a folder: nothing that a save makes.
     WriteBytes(At("kept"), "kept");
     std::filesystem::create_hard_link(At("kept"), Beside());
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_TRUE(exists(Beside()));
     std::filesystem::remove(Beside());
     std::filesystem::create_symlink("kept", Beside());
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_TRUE(is_symlink(Beside()));
     std::filesystem::remove(Beside());
     std::filesystem::create_directory(Beside());
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_TRUE(is_directory(Beside()));
     WaitBudget wait(0ms);
     EXPECT_FALSE(FileBeside(Place(), 0600, wait).IsThere());
@@ -133,11 +133,11 @@ TEST_F(FileBesideTest, LeftoversBelongToTheUserOrToTheFilesOwner) {
     if (geteuid() != 0) GTEST_SKIP() << "gives files away, which only root can";
     WriteBytes(Beside(), "left");
     ASSERT_EQ(chown(Beside().c_str(), 1234, 1234), 0);
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_TRUE(exists(Beside()));
     WriteBytes(At("file"), "file");
     ASSERT_EQ(chown(At("file").c_str(), 1234, 1234), 0);
-    RemoveLeftover(Place());
+    RemoveFileBeside(Place());
     EXPECT_FALSE(exists(Beside()));
 }
 

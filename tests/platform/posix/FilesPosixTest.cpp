@@ -64,17 +64,6 @@ TEST(FilesPosix, APipeWithoutReaderDoesNotHoldTheRun) {
     const TemporaryFolder folder;
     ASSERT_EQ(mkfifo(folder.Narrow("pipe").c_str(), 0600), 0);
     EXPECT_FALSE(OutputFile(folder.Wide(L"pipe"), OpenMode::AppendExclusive).IsOpen());
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"pipe"), folder.Wide(L"copy")));
-}
-
-TEST(FilesPosix, ACopyOntoItselfByAnotherNameFailsAndKeepsTheFile) {
-    const TemporaryFolder folder;
-    WriteBytes(folder.Path() / "file", "kept");
-    std::filesystem::create_hard_link(folder.Path() / "file", folder.Path() / "hard");
-    std::filesystem::create_symlink("file", folder.Path() / "soft");
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"file"), folder.Wide(L"hard")));
-    EXPECT_FALSE(CopyFileOver(folder.Wide(L"soft"), folder.Wide(L"file")));
-    EXPECT_EQ(ReadBytes(folder.Path() / "file"), "kept");
 }
 
 TEST(FilesPosix, OpenFilesDoNotPassToOtherPrograms) {

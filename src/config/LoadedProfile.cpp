@@ -1,0 +1,93 @@
+#include "config/LoadedProfile.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "platform/Text.h"
+#include "profile_text/CaseFolding.h"
+
+namespace vastrelline {
+
+namespace {
+
+// Far above any profile that people write.
+constexpr size_t kLargestProfile = size_t{64} << 20U;
+
+size_t HashBytes(const std::string& bytes) { return std::hash<std::string>()(bytes); }
+
+}  // namespace
+
+LoadedProfile::LoadedProfile(std::wstring path, WaitBudget& wait)
+    : path_(std::move(path)), text_({}, NativeProfileCodec()) {
+    std::string bytes;
+    state_ = ReadWholeFile(path_, kLargestProfile, wait, bytes);
+    if (state_ != ReadResult::Done) return;
+    text_ = ProfileText(std::move(bytes), NativeProfileCodec());
+    if (const std::optional<Unstored>& unstored = SharedUnstored(); unstored && IsOf(*unstored)) {
+        changes_ = unstored->changes;
+        areApplied_ = false;
+    }
+}
+
+const ProfileText& LoadedProfile::Text() {
+    if (!areApplied_) ApplyChanges();
+    return text_;
+}
+
+const std::string& LoadedProfile::FileBytes() const { return fileBytes_ ? *fileBytes_ : text_.Bytes(); }
+
+void LoadedProfile::Set(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
+    if (changes_.empty() || changes_.back().section != section) changes_.push_back({section, {}});
+    std::vector<ProfileValue>& values = changes_.back().values;
+    const auto same = std::find_if(values.begin(), values.end(),
+                                   [&](const ProfileValue& other) { return EqualFolded(other.key, key); });
+    if (same != values.end())
+        same->value = value;
+    else
+        values.push_back({key, value});
+    areApplied_ = false;
+}
+
+bool LoadedProfile::Store(WaitBudget& wait) {
+    const std::string& wanted = Text().Bytes();
+    bool isStored = wanted == FileBytes();
+    if (state_ == ReadResult::Done) RemoveLeftover(path_);
+    if (!isStored && state_ == ReadResult::Done)
+        isStored = ReplaceWholeFile(path_, FileBytes(), wanted, wait);
+    else if (!isStored && state_ == ReadResult::Missing)
+        isStored = SaveWholeFile(path_, wanted);
+    std::optional<Unstored>& unstored = SharedUnstored();
+    if (isStored) {
+        if (unstored && unstored->path == path_) unstored.reset();
+    } else {
+        unstored = {path_, FileBytes().size(), HashBytes(FileBytes()), changes_};
+    }
+    return isStored;
+}
+
+std::optional<LoadedProfile::Unstored>& LoadedProfile::SharedUnstored() {
+    static std::optional<Unstored> unstored;
+    return unstored;
+}
+
+bool LoadedProfile::IsOf(const Unstored& unstored) const {
+    return unstored.path == path_ && unstored.fileSize == text_.Bytes().size() &&
+           unstored.fileHash == HashBytes(text_.Bytes());
+}
+
+void LoadedProfile::ApplyChanges() {
+    areApplied_ = true;
+    std::string bytes = text_.Bytes();
+    bool isChanged = false;
+    for (const Change& change : changes_) {
+        const ProfileEditResult result =
+            SetProfileValues(bytes, change.section, change.values, NativeProfileCodec());
+        isChanged = isChanged || result == ProfileEditResult::Changed;
+    }
+    if (!isChanged) return;
+    if (!fileBytes_) fileBytes_ = text_.Bytes();
+    text_ = ProfileText(std::move(bytes), NativeProfileCodec());
+}
+
+}  // namespace vastrelline
