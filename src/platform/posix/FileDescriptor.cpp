@@ -1,12 +1,16 @@
 #include "platform/posix/FileDescriptor.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <utility>
+
+#include "platform/posix/SilencedSignals.h"
 
 namespace vastrelline {
 
@@ -24,6 +28,17 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
 int FileDescriptor::Release() { return std::exchange(descriptor_, -1); }
 
 namespace {
+
+// Files are open so that nothing waits for the other end of a pipe; a full one is waited for here.
+bool AwaitRoom(int descriptor) {
+    constexpr int kLongestWaitMs = 200;
+    pollfd room{descriptor, POLLOUT, 0};
+    int count = -1;
+    do {
+        count = poll(&room, 1, kLongestWaitMs);
+    } while (count < 0 && errno == EINTR);
+    return count > 0;
+}
 
 FileDescriptor OpenFrom(int folder, const std::string& path, int flags, mode_t mode) {
     int descriptor = -1;
@@ -45,10 +60,12 @@ FileDescriptor OpenFileAt(const FileDescriptor& folder, const std::string& name,
 
 bool WriteAll(int descriptor, const void* bytes, size_t count) {
     constexpr size_t kLargestWrite = size_t{1} << 30U;  // one call takes less than 2 GiB
+    const SilencedSignals silenced{SIGPIPE, SIGXFSZ};
     const char* rest = static_cast<const char*>(bytes);
     while (count > 0) {
         const ssize_t written = write(descriptor, rest, std::min(count, kLargestWrite));
         if (written < 0 && errno == EINTR) continue;
+        if (written < 0 && errno == EAGAIN && AwaitRoom(descriptor)) continue;
         if (written <= 0) return false;
         rest += written;
         count -= static_cast<size_t>(written);
