@@ -24,8 +24,11 @@ constexpr size_t kWidenUtf8Limit = 260;
 // Windows.
 std::wstring WidenUtf8Text(const char* text);
 
-// Wide text as the bytes of a log line: exactly text.size() bytes. What the narrow form has beyond that is
-// cut off between two characters, and the bytes left over are zero.
+// Wide text as the bytes of a log line.
+//
+// POSIX    UTF-8, all of it; what WidenThreadText made of an invalid byte is that byte again
+// Windows  the locale's bytes, exactly text.size() of them: what the narrow form has beyond that is cut off
+//          between two characters, and the bytes left over are zero
 std::string NarrowLogText(std::wstring_view text);
 
 // The text with the letters A to Z in lower case and everything else as it was, in any locale.

@@ -22,7 +22,7 @@ public:
     bool IsOpen() const;
     void Close();
 
-    // Writes one text behind the end of the file, as bytes, one for each character of the text.
+    // Writes one text behind the end of the file, in the bytes of NarrowLogText.
     void Write(std::wstring_view text);
 
 private:

@@ -24,16 +24,6 @@ std::wstring WidenUtf8Text(const char* text) {
 
 const ProfileCodec& NativeProfileCodec() { return kUtf8Codec; }
 
-std::string NarrowLogText(std::wstring_view text) {
-    std::string narrow;
-    narrow.reserve(text.size());
-    for (const wchar_t character : text) {
-        const std::string bytes = EncodeUtf8({&character, 1});
-        if (narrow.size() + bytes.size() > text.size()) break;
-        narrow += bytes;
-    }
-    narrow.resize(text.size());
-    return narrow;
-}
+std::string NarrowLogText(std::wstring_view text) { return EncodeUtf8(text); }
 
 }  // namespace vastrelline

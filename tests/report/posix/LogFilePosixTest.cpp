@@ -1,4 +1,9 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "report/LogFile.h"
 #include "support/TemporaryFolder.h"
@@ -21,16 +26,31 @@ TEST(LogFilePosix, FullDiskEndsTheLogAndNothingElse) {
     EXPECT_EQ(WriteLogText(&log, L"later"), 1);
 }
 
-// Each text has as many bytes as it has characters, so a text with a character of two bytes loses its last
-// byte, here the line feed. Elsewhere the narrow form depends on the machine's locale.
-TEST(LogFilePosix, TextHasAsManyBytesAsCharacters) {
+TEST(LogFilePosix, AReaderWhoLeavesEndsTheLogAndNothingElse) {
+    ASSERT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_DFL);  // which ends the process
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo(folder.Narrow("log.txt").c_str(), 0600), 0);
+    const int reader = open(folder.Narrow("log.txt").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    LogFile log;
+    log.Open(folder.Wide(L"log.txt"), OpenMode::AppendExclusive);
+    ASSERT_TRUE(log.IsOpen());
+    EXPECT_EQ(WriteLogText(&log, L"read\r\n"), 1);
+    EXPECT_TRUE(log.IsOpen());
+    close(reader);
+    EXPECT_EQ(WriteLogText(&log, L"lost\r\n"), 1);
+    EXPECT_FALSE(log.IsOpen());
+}
+
+// Elsewhere the narrow form depends on the machine's locale.
+TEST(LogFilePosix, TextIsWrittenWhole) {
     const TemporaryFolder folder;
     LogFile log;
     log.Open(folder.Wide(L"log.txt"), OpenMode::AppendExclusive);
     WriteLogText(&log, L"[\u00e9]\r\n");
     WriteLogText(&log, L"next\r\n");
     log.Close();
-    EXPECT_EQ(ReadBytes(folder.Path() / "log.txt"), "[\xc3\xa9]\rnext\r\n");
+    EXPECT_EQ(ReadBytes(folder.Path() / "log.txt"), "[\xc3\xa9]\r\nnext\r\n");
 }
 
 }  // namespace
