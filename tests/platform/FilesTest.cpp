@@ -8,8 +8,6 @@
 namespace vastrelline {
 namespace {
 
-using namespace std::string_literals;  // texts with zeros within
-
 TEST(FileExists, FilesAndFoldersAreFound) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "file", "x");

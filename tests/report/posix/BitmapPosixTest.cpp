@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -10,6 +11,7 @@
 
 #include "report/BackupSet.h"
 #include "report/Bitmap.h"
+#include "support/BackupNames.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
@@ -61,6 +63,20 @@ TEST(BitmapPosix, FullDiskLeavesNoHalfBackup) {
     }
     ASSERT_TRUE(std::filesystem::is_directory(folder.Path() / "Keep"));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path() / "Keep"));
+}
+
+TEST(BitmapPosix, FullDiskLeavesNoHalfCopyOfTheProfile) {
+    const TemporaryFolder folder;
+    const std::vector<uint16_t> frame(4, 1000);
+    {
+        const FileSizeLimit limit(2000);
+        WriteCrBackupSet(folder.Wide(L"Keep"), L"Molar", std::string(5000, 'p'), frame.data(), frame.data(),
+                         2, 2);
+    }
+    // Both raw files and the bitmap are smaller than that.
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path() / "Keep"), {}), 3);
+    EXPECT_THAT(MaskedNames(folder.Path() / "Keep"),
+                testing::ElementsAre("T_Keep_Enhanced.bmp", "T_keep_calibrated.raw", "T_keep_enhanced.raw"));
 }
 
 }  // namespace
