@@ -7,8 +7,11 @@
 namespace vastrelline {
 namespace {
 
-TEST(FindLastSeparator, BackslashSeparatesEverywhere) {
+TEST(FindLastSeparator, EitherSeparates) {
     EXPECT_EQ(FindLastSeparator(L"a\\bc\\d.ini"), 4U);
+    EXPECT_EQ(FindLastSeparator(L"a/bc/d.ini"), 4U);
+    EXPECT_EQ(FindLastSeparator(L"a/bc\\d.ini"), 4U);
+    EXPECT_EQ(FindLastSeparator(L"a\\bc/d.ini"), 4U);
     EXPECT_EQ(FindLastSeparator(L"d.ini"), std::wstring_view::npos);
     EXPECT_EQ(FindLastSeparator(L""), std::wstring_view::npos);
 }
@@ -16,9 +19,21 @@ TEST(FindLastSeparator, BackslashSeparatesEverywhere) {
 TEST(FolderOfPath, ThePartBeforeTheLastSeparator) {
     EXPECT_EQ(FolderOfPath(L"a\\b\\c.ini"), L"a\\b");
     EXPECT_EQ(FolderOfPath(L"a\\b\\"), L"a\\b");
+    EXPECT_EQ(FolderOfPath(L"a/b/c.ini"), L"a/b");
+    EXPECT_EQ(FolderOfPath(L"C:/set/c.ini"), L"C:/set");
+    EXPECT_EQ(FolderOfPath(L"C:set\\c.ini"), L"C:set");
 }
 
 TEST(FolderOfPath, APathWithoutSeparatorLiesInTheCurrentFolder) { EXPECT_EQ(FolderOfPath(L"b.ini"), L"."); }
+
+TEST(FolderOfName, ANameBehindADriveLiesInThatDrivesCurrentFolder) {
+    EXPECT_EQ(FolderOfName(L"b.ini"), L".");
+#ifdef _WIN32
+    EXPECT_EQ(FolderOfName(L"C:b.ini"), L"C:.");
+#else
+    EXPECT_EQ(FolderOfName(L"C:b.ini"), L".");  // a name like any other
+#endif
+}
 
 TEST(FolderOfPath, AFileInTheRootHasTheEmptyFolder) { EXPECT_EQ(FolderOfPath(L"\\b.ini"), L""); }
 

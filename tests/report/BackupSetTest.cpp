@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -147,6 +148,13 @@ TEST_F(BackupSetTest, SectionThatIsNoFileNameCostsTheBitmapOnly) {
 }
 
 // All that is needed to redo the frame.
+TEST_F(BackupSetTest, FolderWithSlashesGivesItsLastLevel) {
+    std::wstring folder = Wide(L"Keep");
+    std::replace(folder.begin(), folder.end(), L'\\', L'/');
+    Write(folder);
+    EXPECT_THAT(MaskedNames(At("Keep")), ElementsAre("T_KeepMolar.bmp", "T_keepcalibrated.raw"));
+}
+
 TEST_F(BackupSetTest, SetOfACompleteFrameHoldsTheProfileToo) {
     const std::string profile("[Molar]\r\nKEY=\xFF\x00 \n", 18);
     const Frame input = FromRows({{10, 256}, {65535, 0}});

@@ -38,6 +38,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(LogPathCase{"WholePath", L"C:\\set\\profile.ini", L"C:\\set\\ExtraOralLog.txt"},
                     LogPathCase{"DotInTheFolder", L"C:\\a.b\\c\\p.ini", L"C:\\a.b\\c\\ExtraOralLog.txt"},
                     LogPathCase{"RootOfADrive", L"C:\\p.ini", L"C:\\ExtraOralLog.txt"},
+                    LogPathCase{"Slashes", L"C:/set/profile.ini", L"C:/set\\ExtraOralLog.txt"},
+                    LogPathCase{"SlashBehindBackslash", L"C:\\a/p.ini", L"C:\\a\\ExtraOralLog.txt"},
                     LogPathCase{"OnlyASeparator", L"\\p.ini", L"\\ExtraOralLog.txt"},
                     LogPathCase{"NoSeparatorMeansTheCurrentFolder", L"profile.ini", L".\\ExtraOralLog.txt"}),
     [](const auto& test) { return std::string(test.param.name); });

@@ -3,7 +3,7 @@
 
 namespace vastrelline {
 
-size_t FindLastSeparator(std::wstring_view path) { return path.find_last_of(L"/\\"); }
+std::wstring FolderOfName(std::wstring_view /*name*/) { return L"."; }
 
 std::wstring LowerCaseFileName(std::wstring_view path) {
     const size_t separator = FindLastSeparator(path);
