@@ -33,11 +33,14 @@ enum class ReadResult {
                                        std::string& bytes);
 
 // Writes a file so that it appears under its name only when it is whole: a full disk or a crash leaves what
-// stood there before. An existing file is replaced.
+// stood there before. An existing file is replaced. Where nothing can take its place (a folder that takes no
+// new file, a viewer that holds it), or it has several names which have to stay one file, it is written as it
+// stands, and emptied if that fails half way.
 //
 // POSIX     the file keeps its mode and owner, and a symbolic link is followed
+// Devices   the null device, a terminal or a pipe with a reader takes the bytes
 // Returns   false, and what the name stood for is as it was: a missing folder, a folder as the path, a file
-//           that may not be written, a folder that takes no new file, no room
+//           that may not be written, no room, another run that writes the same file for too long
 [[nodiscard]] bool SaveWholeFile(const std::wstring& path, const std::string& bytes);
 
 // Puts new bytes in the place of those that a file holds, if these still are the ones that were read before.

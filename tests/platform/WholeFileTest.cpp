@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdio>
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 #include "platform/NameBeside.h"
 #include "platform/WholeFile.h"
@@ -97,6 +99,38 @@ TEST_F(WholeFileTest, FileThatMayNotBeWrittenStays) {
     EXPECT_FALSE(SaveWholeFile(Wide(L"file"), "new"));
     EXPECT_EQ(ReadBytes(At("file")), "old");
     EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(WholeFileTest, AFileThatAViewerHoldsIsWrittenAsItStands) {
+    for (const char* const bytes : {"new", "a longer one than before"}) {
+        WriteBytes(At("file"), "an old text");
+        // As a viewer has it open for reading.
+        std::FILE* const viewer = std::fopen(At("file").string().c_str(), "rb");
+        ASSERT_NE(viewer, nullptr);
+        EXPECT_TRUE(SaveWholeFile(Wide(L"file"), bytes));
+        std::fclose(viewer);
+        EXPECT_EQ(ReadBytes(At("file")), bytes);
+        EXPECT_EQ(CountFiles(), 1);
+    }
+}
+
+TEST_F(WholeFileTest, AllNamesOfAFileShowTheNewBytes) {
+    WriteBytes(At("file"), "an old text");
+    std::error_code error;
+    std::filesystem::create_hard_link(At("file"), At("other"), error);
+    if (error) GTEST_SKIP() << "no second names on this file system";
+    EXPECT_TRUE(SaveWholeFile(Wide(L"file"), "new"));
+    EXPECT_EQ(ReadBytes(At("file")), "new");
+    EXPECT_EQ(ReadBytes(At("other")), "new");
+    EXPECT_EQ(CountFiles(), 2);
+}
+
+TEST_F(WholeFileTest, TheNullDeviceTakesEverything) {
+#ifdef _WIN32
+    EXPECT_TRUE(SaveWholeFile(L"NUL", "gone"));
+#else
+    EXPECT_TRUE(SaveWholeFile(L"/dev/null", "gone"));
+#endif
 }
 
 constexpr size_t kNoLimit = size_t{1} << 30U;

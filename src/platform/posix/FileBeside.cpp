@@ -71,7 +71,9 @@ FileBeside::FileBeside(const FilePlace& place, mode_t mode, WaitBudget& wait)
     : place_(place), name_(NameBesideOf(place)) {
     while (!Make(mode)) {
         if (errno != EEXIST) return;
-        if (!RemoveAbandoned(place_, name_) && !wait.Wait(kWaitForOther)) return;
+        if (RemoveAbandoned(place_, name_) || wait.Wait(kWaitForOther)) continue;
+        errno = EBUSY;
+        return;
     }
 }
 

@@ -25,6 +25,7 @@ public:
     FileBeside(const FileBeside&) = delete;
     FileBeside& operator=(const FileBeside&) = delete;
 
+    // Asked at once, errno tells why it is not; EBUSY: its name is taken.
     bool IsThere() const { return isThere_; }
 
     // The mode and owner of a file that is to be replaced. Another owner within the same group is let pass:

@@ -9,14 +9,13 @@
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/FilePlace.h"
 #include "platform/posix/FileReplacement.h"
+#include "platform/posix/FileSaving.h"
 #include "platform/posix/FileVersion.h"
 #include "platform/posix/NativePath.h"
 
 namespace vastrelline {
 
 namespace {
-
-constexpr std::chrono::milliseconds kWaitForOther{2};
 
 ReadResult ResultOfOpening(int error) {
     switch (error) {
@@ -76,35 +75,6 @@ ReadVersion ReadOnce(const std::string& path, size_t largestSize, std::string& b
     return {ReadResult::Done, TimeUntilWhole(file, *after)};
 }
 
-// No such file yet. EEXIST in errno: now there is one.
-bool MakeFile(const FilePlace& place, const std::string& bytes, WaitBudget& wait) {
-    constexpr mode_t kNewFileMode = 0666;  // less what the process masks
-    FileBeside beside(place, kNewFileMode, wait);
-    if (!beside.IsThere() || !beside.Fill(bytes)) {
-        errno = 0;
-        return false;
-    }
-    return beside.TakeFreePlace();
-}
-
-bool ReplaceAnyway(const FilePlace& place, const struct stat& old, const std::string& bytes,
-                   WaitBudget& wait) {
-    if (!IsWritable(place, old)) return false;
-    constexpr mode_t kOwnerOnly = 0600;  // until it is what the old one was
-    FileBeside beside(place, kOwnerOnly, wait);
-    return beside.IsThere() && beside.TakeOver(old) && beside.Fill(bytes) && beside.Replace();
-}
-
-bool Save(const FilePlace& place, const std::string& bytes, WaitBudget& wait) {
-    for (;;) {
-        const std::optional<struct stat> old = StatusAt(place.folder, place.name);
-        if (old) return ReplaceAnyway(place, *old, bytes, wait);
-        if (errno != ENOENT) return false;
-        if (MakeFile(place, bytes, wait)) return true;
-        if (errno != EEXIST || !wait.Wait(kWaitForOther)) return false;
-    }
-}
-
 }  // namespace
 
 ReadResult ReadWholeFile(const std::wstring& path, size_t largestSize, WaitBudget& wait, std::string& bytes) {
@@ -117,11 +87,7 @@ ReadResult ReadWholeFile(const std::wstring& path, size_t largestSize, WaitBudge
 }
 
 bool SaveWholeFile(const std::wstring& path, const std::string& bytes) {
-    const FilePlace place = FindPlace(NativePath(path));
-    WaitBudget wait;
-    if (place.name.empty() || !Save(place, bytes, wait)) return false;
-    FlushFolder(place.folder);
-    return true;
+    return SaveFile(NativePath(path), bytes);
 }
 
 bool ReplaceWholeFile(const std::wstring& path, const std::string& oldBytes, const std::string& newBytes,

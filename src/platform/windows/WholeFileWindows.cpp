@@ -19,6 +19,7 @@ namespace {
 constexpr std::chrono::milliseconds kWaitForOther{2};
 constexpr DWORD kShareWithNobody = 0;
 constexpr DWORD kShareWithoutWriters = FILE_SHARE_READ | FILE_SHARE_DELETE;
+constexpr DWORD kShareWithAll = kShareWithoutWriters | FILE_SHARE_WRITE;
 
 class Handle {
 public:
@@ -127,6 +128,18 @@ Handle OpenWithoutWriters(const std::wstring& path, WaitBudget& wait) {
 
 bool IsDiskFile(const Handle& file) { return GetFileType(file.Get()) == FILE_TYPE_DISK; }
 
+bool WriteAll(const Handle& file, const std::string& bytes) {
+    constexpr size_t kLargestWrite = size_t{1} << 24;  // what a network drive takes at once
+    for (size_t position = 0; position < bytes.size();) {
+        const auto wanted = static_cast<DWORD>(std::min(bytes.size() - position, kLargestWrite));
+        DWORD written = 0;
+        if (WriteFile(file.Get(), bytes.data() + position, wanted, &written, nullptr) == 0 || written == 0)
+            return false;
+        position += written;
+    }
+    return true;
+}
+
 // Up to `size` bytes: their number, 0 at the end of the file. Nothing: it cannot be read.
 std::optional<size_t> ReadSome(const Handle& file, char* buffer, size_t size) {
     constexpr size_t kLargestRead = size_t{1} << 24;
@@ -172,8 +185,7 @@ struct ReadVersion {
 
 ReadVersion ReadOnce(const std::wstring& path, size_t largestSize, WaitBudget& wait, std::string& bytes) {
     Handle file = OpenWithoutWriters(path, wait);
-    if (!file.IsOpen() && GetLastError() == ERROR_SHARING_VIOLATION)
-        file = OpenToRead(path, kShareWithoutWriters | FILE_SHARE_WRITE);
+    if (!file.IsOpen() && GetLastError() == ERROR_SHARING_VIOLATION) file = OpenToRead(path, kShareWithAll);
     if (!file.IsOpen()) return {ResultOfOpening(GetLastError())};
     if (!IsDiskFile(file)) return {ReadResult::NoFile};
     const std::optional<FileVersion> before = VersionOf(file);
@@ -214,7 +226,9 @@ public:
             file_ = Handle(CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_DELETE, nullptr, CREATE_NEW,
                                        FILE_ATTRIBUTE_NORMAL, nullptr));
             if (file_.IsOpen() || !IsTaken(GetLastError())) return;
-            if (!RemoveAbandoned(path_) && !wait.Wait(kWaitForOther)) return;
+            if (RemoveAbandoned(path_) || wait.Wait(kWaitForOther)) continue;
+            SetLastError(ERROR_BUSY);
+            return;
         }
     }
     ~FileBeside() {
@@ -225,19 +239,12 @@ public:
     FileBeside(const FileBeside&) = delete;
     FileBeside& operator=(const FileBeside&) = delete;
 
+    // Asked at once, GetLastError tells why it is not; ERROR_BUSY: its name is taken.
+    bool IsThere() const { return file_.IsOpen(); }
+
     // Writes all its bytes, down to the disk: they have to be there before the name is.
     bool Fill(const std::string& bytes) {
-        if (!file_.IsOpen()) return false;
-        constexpr size_t kLargestWrite = size_t{1} << 24;  // what a network drive takes at once
-        for (size_t position = 0; position < bytes.size();) {
-            const auto wanted = static_cast<DWORD>(std::min(bytes.size() - position, kLargestWrite));
-            DWORD written = 0;
-            if (WriteFile(file_.Get(), bytes.data() + position, wanted, &written, nullptr) == 0 ||
-                written == 0)
-                return false;
-            position += written;
-        }
-        return FlushFileBuffers(file_.Get()) != 0;
+        return file_.IsOpen() && WriteAll(file_, bytes) && FlushFileBuffers(file_.Get()) != 0;
     }
 
     bool Replace(const std::wstring& path) {
@@ -261,6 +268,57 @@ private:
 bool IsReadOnly(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+enum class ExistingFile { None, Plain, HasOtherNames, Stream };
+
+// What stands at a path, without a claim on it that others would see.
+ExistingFile LookAt(const std::wstring& path) {
+    constexpr DWORD kNoAccess = 0;
+    const Handle file(CreateFileW(path.c_str(), kNoAccess, kShareWithAll, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.IsOpen()) return ExistingFile::None;
+    if (!IsDiskFile(file)) return ExistingFile::Stream;
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool hasOtherNames =
+        GetFileInformationByHandle(file.Get(), &information) != 0 && information.nNumberOfLinks > 1;
+    return hasOtherNames ? ExistingFile::HasOtherNames : ExistingFile::Plain;
+}
+
+Handle OpenToWrite(const std::wstring& path) {
+    return Handle(CreateFileW(path.c_str(), GENERIC_WRITE, kShareWithAll, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+// The null device, the console, a pipe: they take bytes, and that is all.
+bool WriteToStream(const std::wstring& path, const std::string& bytes) {
+    const Handle stream = OpenToWrite(path);
+    return stream.IsOpen() && WriteAll(stream, bytes);
+}
+
+bool CutBehind(const Handle& file, size_t size) {
+    LARGE_INTEGER end = {};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    return SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) != 0 && SetEndOfFile(file.Get()) != 0;
+}
+
+// A file that a viewer holds cannot be replaced, nor one in a folder that takes no new file, and one of
+// several names would become two; such a file is written as it stands. It is made as long as it has to be
+// first: without room nothing is touched.
+bool WriteInPlace(const std::wstring& path, const std::string& bytes) {
+    const Handle file = OpenToWrite(path);
+    if (!file.IsOpen() || !IsDiskFile(file)) return false;
+    const std::optional<FileVersion> old = VersionOf(file);
+    if (!old) return false;
+    if (bytes.size() > old->size && !CutBehind(file, bytes.size())) {
+        static_cast<void>(CutBehind(file, static_cast<size_t>(old->size)));
+        return false;
+    }
+    if (SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN) != 0 && WriteAll(file, bytes) &&
+        CutBehind(file, bytes.size()) && FlushFileBuffers(file.Get()) != 0)
+        return true;
+    static_cast<void>(CutBehind(file, 0));  // no half file that looks like a whole one
+    return false;
 }
 
 // Only what still holds the bytes that were put there is this process's own.
@@ -287,8 +345,19 @@ ReadResult ReadWholeFile(const std::wstring& path, size_t largestSize, WaitBudge
 bool SaveWholeFile(const std::wstring& path, const std::string& bytes) {
     if (path.empty() || IsReadOnly(path)) return false;
     WaitBudget wait;
-    FileBeside beside(path, wait);
-    return beside.Fill(bytes) && beside.Replace(path);
+    const ExistingFile existing = LookAt(path);
+    if (existing == ExistingFile::Stream) return WriteToStream(path, bytes);
+    if (existing == ExistingFile::HasOtherNames) return WriteInPlace(path, bytes);
+    {
+        FileBeside beside(path, wait);
+        if (beside.IsThere()) {
+            if (!beside.Fill(bytes)) return false;
+            if (beside.Replace(path)) return true;
+        } else if (GetLastError() != ERROR_ACCESS_DENIED) {
+            return false;
+        }
+    }
+    return WriteInPlace(path, bytes);
 }
 
 bool ReplaceWholeFile(const std::wstring& path, const std::string& oldBytes, const std::string& newBytes,
