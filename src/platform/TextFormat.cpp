@@ -162,9 +162,13 @@ std::optional<double> ParseUnsignedDouble(std::string text) {
 }  // namespace
 
 std::wstring FormatText(std::wstring_view format, std::initializer_list<FormatArgument> arguments) {
+    return FormatText(format, std::span<const FormatArgument>(arguments.begin(), arguments.size()));
+}
+
+std::wstring FormatText(std::wstring_view format, std::span<const FormatArgument> arguments) {
     std::wstring text;
     text.reserve(format.size());
-    const auto* argument = arguments.begin();
+    auto argument = arguments.begin();
     for (auto position = format.begin(); position != format.end();) {
         if (*position != L'%') {
             text.push_back(*position++);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -18,6 +19,7 @@ using FormatArgument = std::variant<int32_t, double, std::wstring_view>;
 // Errors       a conversion without its argument, with one of the wrong type, or unknown is ours and
 //              asserts; in a release build it gives no text
 std::wstring FormatText(std::wstring_view format, std::initializer_list<FormatArgument> arguments);
+std::wstring FormatText(std::wstring_view format, std::span<const FormatArgument> arguments);
 
 // The number at the start of a text, as the C library's wide string-to-double conversion reads it in the
 // "C" locale, correctly rounded: blanks, sign, decimal or hexadecimal digits, exponent, inf, nan.

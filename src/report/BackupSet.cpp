@@ -1,8 +1,6 @@
 #include "report/BackupSet.h"
 
 #include <cstddef>
-#include <exception>
-#include <functional>
 
 #include "platform/Clock.h"
 #include "platform/Files.h"
@@ -12,6 +10,7 @@
 #include "report/Bitmap.h"
 #include "report/CImageM.h"
 #include "report/RawDump.h"
+#include "report/TellIfPossible.h"
 
 namespace vastrelline {
 
@@ -42,15 +41,6 @@ void SaveRendering(const std::wstring& path, const uint16_t* pixels, int32_t wid
     SaveBitmap8(path, image.DisplayStride(), image.Width(), image.Height(), image.DisplayRow(0));
 }
 
-// Memory may run out in between. The run's result stands, and its code must not tell otherwise.
-void WriteIfPossible(const std::function<void()>& write) {
-    try {
-        write();
-    } catch (const std::exception&) {
-        // This file is left out.
-    }
-}
-
 // What the names of one set begin with: the stamp of the time and the folder's own name.
 std::wstring MakeStem(const std::wstring& folder) {
     const std::wstring prefix = MakeBackupPrefix(folder);
@@ -69,20 +59,25 @@ std::wstring MakeBackupPrefix(const std::wstring& folder) {
 
 void WriteBackupSet(const std::wstring& folder, const std::wstring& sectionName, const uint16_t* input,
                     const uint16_t* output, int32_t width, int32_t height, const BackupWindow& window) {
-    const std::wstring stem = MakeStem(folder);
-    WriteIfPossible([&] { SaveRaw(stem + L"Calibrated.raw", input, width, height); });
-    WriteIfPossible([&] { SaveRendering(stem + sectionName + L".bmp", output, width, height, window); });
+    TellIfPossible([&] {
+        const std::wstring stem = MakeStem(folder);
+        TellIfPossible([&] { SaveRaw(stem + L"Calibrated.raw", input, width, height); });
+        TellIfPossible([&] { SaveRendering(stem + sectionName + L".bmp", output, width, height, window); });
+    });
 }
 
 void WriteCrBackupSet(const std::wstring& folder, const std::wstring& sectionName,
                       const std::string& profileBytes, const uint16_t* input, const uint16_t* output,
                       int32_t width, int32_t height) {
-    const std::wstring stem = MakeStem(folder);
-    WriteIfPossible([&] { SaveRaw(stem + L"_Calibrated.raw", input, width, height); });
-    WriteIfPossible(
-        [&] { static_cast<void>(SaveWholeFile(stem + L"_" + sectionName + L".ini", profileBytes)); });
-    WriteIfPossible([&] { SaveRaw(stem + L"_Enhanced.raw", output, width, height); });
-    WriteIfPossible([&] { SaveRendering(stem + L"_Enhanced.bmp", output, width, height, kTwelveBitWindow); });
+    TellIfPossible([&] {
+        const std::wstring stem = MakeStem(folder);
+        TellIfPossible([&] { SaveRaw(stem + L"_Calibrated.raw", input, width, height); });
+        TellIfPossible(
+            [&] { static_cast<void>(SaveWholeFile(stem + L"_" + sectionName + L".ini", profileBytes)); });
+        TellIfPossible([&] { SaveRaw(stem + L"_Enhanced.raw", output, width, height); });
+        TellIfPossible(
+            [&] { SaveRendering(stem + L"_Enhanced.bmp", output, width, height, kTwelveBitWindow); });
+    });
 }
 
 }  // namespace vastrelline

@@ -7,7 +7,8 @@ namespace vastrelline {
 
 // Writes an 8-bit grey bitmap file: rows bottom-up, zeros behind each row's pixels, a palette of 256 greys.
 //
-// path       written as SaveWholeFile does: the file takes this name only when it is whole, and one that stood
+// path       written as SaveWholeFile does: the file takes this name only when it is whole, and one that
+// stood
 //            there stays until then, wherever that can be
 // rowBytes   bytes from one row of `pixels` to the next and of each row in the file: the width rounded up to
 //            a multiple of 4

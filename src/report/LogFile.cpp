@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "report/TellIfPossible.h"
 
 namespace vastrelline {
 
@@ -12,7 +13,9 @@ constexpr std::wstring_view kRule =
 
 }  // namespace
 
-void LogFile::Open(const std::wstring& path, OpenMode mode) { file_.emplace(path, mode); }
+void LogFile::Open(const std::wstring& path, OpenMode mode) {
+    TellIfPossible([&] { file_.emplace(path, mode); });
+}
 
 bool LogFile::IsOpen() const { return file_ && file_->IsOpen(); }
 
@@ -20,8 +23,12 @@ void LogFile::Close() { file_.reset(); }
 
 void LogFile::Write(std::wstring_view text) {
     if (!IsOpen()) return;
-    const std::string bytes = NarrowLogText(text);
-    if (!file_->Append(bytes.data(), bytes.size())) Close();
+    bool isWritten = false;
+    TellIfPossible([&] {
+        const std::string bytes = NarrowLogText(text);
+        isWritten = file_->Append(bytes.data(), bytes.size());
+    });
+    if (!isWritten) Close();
 }
 
 int32_t WriteLogText(LogFile* file, std::wstring_view text) {
@@ -36,20 +43,24 @@ std::wstring MakeLogPath(std::wstring_view iniPath) {
 
 void WriteLogHead(LogFile& log, std::wstring_view startLine, const CalendarTime& start,
                   std::wstring_view version, std::wstring_view sectionName) {
-    WriteLogText(&log, L"\r\n\r\n");
-    WriteLogText(&log, kRule);
-    WriteLogText(&log, FormatText(L"============================== Vastrelline Log %4d.%02d.%02d "
-                                  L"==============================\r\n",
-                                  {start.year, start.month, start.day}));
-    WriteLogText(&log, kRule);
-    WriteLogText(&log, FormatText(startLine, {start.hour, start.minute, start.second, version}));
-    WriteLogText(&log, FormatText(L"\t\t\t Section Name [%s]\r\n", {sectionName}));
+    TellIfPossible([&] {
+        WriteLogText(&log, L"\r\n\r\n");
+        WriteLogText(&log, kRule);
+        WriteLogText(&log, FormatText(L"============================== Vastrelline Log %4d.%02d.%02d "
+                                      L"==============================\r\n",
+                                      {start.year, start.month, start.day}));
+        WriteLogText(&log, kRule);
+        WriteLogText(&log, FormatText(startLine, {start.hour, start.minute, start.second, version}));
+        WriteLogText(&log, FormatText(L"\t\t\t Section Name [%s]\r\n", {sectionName}));
+    });
 }
 
 void WriteLogEnd(LogFile& log, std::wstring_view endLine, const CalendarTime& end,
                  const FormatArgument& elapsed) {
-    WriteLogText(&log, FormatText(endLine, {end.hour, end.minute, end.second, elapsed}));
-    WriteLogText(&log, kRule);
+    TellIfPossible([&] {
+        WriteLogText(&log, FormatText(endLine, {end.hour, end.minute, end.second, elapsed}));
+        WriteLogText(&log, kRule);
+    });
 }
 
 }  // namespace vastrelline

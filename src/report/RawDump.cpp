@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "platform/TextFormat.h"
+#include "report/TellIfPossible.h"
 
 namespace vastrelline {
 
@@ -21,7 +22,7 @@ std::wstring StoredRawPath(std::wstring_view path) {
 }
 
 void DumpRaw(std::wstring_view path, const uint16_t* pixels, int32_t width, int32_t height) {
-    SaveRawFile(StoredRawPath(path), pixels, width, height, 16);
+    TellIfPossible([&] { SaveRawFile(StoredRawPath(path), pixels, width, height, 16); });
 }
 
 int32_t SaveRawFile(const std::wstring& path, const void* data, int32_t width, int32_t height, int32_t bits) {
@@ -38,7 +39,7 @@ std::wstring MakeDumpPath(std::wstring_view writePath, std::wstring_view nameFor
 
 void DumpNumbered(std::wstring_view writePath, std::wstring_view nameFormat, int32_t& dumpNumber,
                   const uint16_t* pixels, int32_t width, int32_t height) {
-    DumpRaw(MakeDumpPath(writePath, nameFormat, dumpNumber), pixels, width, height);
+    TellIfPossible([&] { DumpRaw(MakeDumpPath(writePath, nameFormat, dumpNumber), pixels, width, height); });
     // Wraps like any 32-bit count.
     dumpNumber = static_cast<int32_t>(static_cast<uint32_t>(dumpNumber) + 1);
 }

@@ -3,6 +3,7 @@
 #include "config/ConfiguredState.h"
 #include "platform/Clock.h"
 #include "platform/TextFormat.h"
+#include "report/TellIfPossible.h"
 
 namespace vastrelline {
 
@@ -17,15 +18,17 @@ StageReport StageReport::BeginFixed(LogFile& log, int32_t& dumpCounter, const Fi
 StageReport::StageReport(const RunDumps& dumps, LogFile& log, bool isLogging, TimeUnit timeUnit)
     : RunDumps(dumps), startTick_(TickCount()), log_(log), isLogging_(isLogging), timeUnit_(timeUnit) {}
 
-void StageReport::Log(std::wstring_view stageLine, std::initializer_list<std::wstring> parameterLines) const {
+void StageReport::Log(std::wstring_view stageLine, std::initializer_list<LogLine> parameterLines) const {
     const uint32_t elapsedMs = TickCount() - startTick_;
     if (!isLogging_) return;
     const FormatArgument elapsed = timeUnit_ == TimeUnit::Seconds
                                        ? FormatArgument(elapsedMs / 1000.0)
                                        : FormatArgument(static_cast<int32_t>(elapsedMs));
     const CalendarTime now = LocalTime();
-    WriteLogText(&log_, FormatText(stageLine, {now.hour, now.minute, now.second, elapsed}));
-    for (const std::wstring& line : parameterLines) WriteLogText(&log_, line);
+    TellIfPossible([&] {
+        WriteLogText(&log_, FormatText(stageLine, {now.hour, now.minute, now.second, elapsed}));
+        for (const LogLine& line : parameterLines) WriteLogText(&log_, line.Text());
+    });
 }
 
 }  // namespace vastrelline

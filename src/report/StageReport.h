@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <string>
 #include <string_view>
 
 #include "config/FixedSettings.h"
 #include "report/LogFile.h"
+#include "report/LogLine.h"
 #include "report/RunDumps.h"
 
 namespace vastrelline {
@@ -28,7 +28,7 @@ public:
     // stageLine   takes hour, minute, second and the elapsed time, as
     //             "#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n" in the configured chain and
     //             "#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n" in the fixed one
-    void Log(std::wstring_view stageLine, std::initializer_list<std::wstring> parameterLines) const;
+    void Log(std::wstring_view stageLine, std::initializer_list<LogLine> parameterLines) const;
 
 private:
     enum class TimeUnit { Seconds, Milliseconds };

@@ -6,13 +6,19 @@
 #include <regex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "config/ConfiguredState.h"
 #include "config/FixedState.h"
+#include "platform/Clock.h"
+#include "report/BackupSet.h"
+#include "report/CurveFile.h"
 #include "report/StageReport.h"
 #include "support/ConfiguredRun.h"
+#include "support/FailingMemory.h"
 #include "support/FixedRun.h"
 #include "support/MaskedLog.h"
+#include "support/ShownMessages.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
@@ -38,20 +44,22 @@ protected:
     }
     LogFile& Log() { return log_; }
 
+    TemporaryFolder folder_;
+
 private:
     ConfiguredState before_ = SharedConfiguredState();
-    TemporaryFolder folder_;
     LogFile log_;
 };
 
 TEST_F(StageReportTest, LogIsNothingWhileLoggingIsOff) {
-    StageReport::BeginConfigured(Log()).Log(kStageLine, {L"\t\t\t Key : 1\r\n"});
+    StageReport::BeginConfigured(Log()).Log(kStageLine, {LogLine(L"\t\t\t Key : 1\r\n", {})});
     EXPECT_EQ(LogBytes(), "");
 }
 
 TEST_F(StageReportTest, LogIsTheStageLineAndItsParameterLinesInOrder) {
     SharedConfiguredState().SaveLog = 1;
-    StageReport::BeginConfigured(Log()).Log(kStageLine, {L"\t\t\t Key : 1\r\n", L"\t\t\t Other : 2\r\n"});
+    StageReport::BeginConfigured(Log()).Log(
+        kStageLine, {LogLine(L"\t\t\t Key : 1\r\n", {}), LogLine(L"\t\t\t Other : 2\r\n", {})});
     StageReport::BeginConfigured(Log()).Log(kStageLine, {});
     EXPECT_EQ(MaskTimes(LogBytes()),
               "#### hh:mm:ss \t: Some Stage ( S.SSS sec )\r\n"
@@ -76,10 +84,36 @@ TEST_F(StageReportTest, TimeRunsFromTheReportsBeginningInSeconds) {
     EXPECT_LE(seconds, longest.count() + 0.017);
 }
 
+TEST_F(StageReportTest, MissingMemoryNeverComesOut) {
+    SharedConfiguredState().SaveLog = 1;
+    SharedConfiguredState().SaveImage = 1;
+    const ShownMessages messages;  // no message goes to a person
+    const std::wstring logPath = folder_.Wide(L"log.txt");
+    const std::wstring curvePath = folder_.Wide(L"curve.txt");
+    const std::wstring backupFolder = folder_.Wide(L"Keep");
+    const std::wstring section = L"Molar";
+    const std::vector<uint16_t> pixels(4, 7);
+    const int64_t failures = SweepMemory(
+        [&] {
+            Log().Open(logPath, OpenMode::AppendExclusive);
+            WriteLogHead(Log(), kConfiguredStartLine, LocalTime(), L"1.0", section);
+            const StageReport report = StageReport::BeginConfigured(Log());
+            report.Dump(L"%02d_A_frame_with_a_long_name.raw", pixels.data(), 2, 2);
+            report.DumpBeside(L"%02d_A_frame_with_a_long_name.raw", pixels.data(), 2, 2);
+            report.Log(kStageLine, {LogLine(L"\t\t\t A key with a long name : %d, %d\r\n", {1, 2})});
+            WriteCurveFile(curvePath, 0, 3, pixels);
+            WriteBackupSet(backupFolder, section, pixels.data(), pixels.data(), 2, 2, kTwelveBitWindow);
+            WriteLogEnd(Log(), kConfiguredEndLine, LocalTime(), 1.0);
+            Log().Close();
+        },
+        [&](int64_t n, bool hasThrown) { EXPECT_FALSE(hasThrown) << "without request " << n; });
+    EXPECT_GT(failures, 10);
+}
+
 TEST_F(StageReportTest, ClosedLogIsNoHindrance) {
     SharedConfiguredState().SaveLog = 1;
     LogFile closed;
-    StageReport::BeginConfigured(closed).Log(kStageLine, {L"\t\t\t Key : 1\r\n"});
+    StageReport::BeginConfigured(closed).Log(kStageLine, {LogLine(L"\t\t\t Key : 1\r\n", {})});
     EXPECT_FALSE(closed.IsOpen());
     EXPECT_EQ(LogBytes(), "");
 }
@@ -87,7 +121,7 @@ TEST_F(StageReportTest, ClosedLogIsNoHindrance) {
 TEST(StageReportOfTheFixedChain, LogAsksTheSwitchOfTheRecord) {
     FixedRun run;
     StageReport::BeginFixed(run.Log(), run.dumpCounter, run.settings)
-        .Log(L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {L"x\r\n"});
+        .Log(L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {LogLine(L"x\r\n", {})});
     EXPECT_EQ(run.LogText(), "");
 }
 
@@ -110,7 +144,7 @@ TEST(StageReportOfTheFixedChain, LogCountsMilliseconds) {
     run.settings.SAVE_LOG = 1;
     const StageReport report = StageReport::BeginFixed(run.Log(), run.dumpCounter, run.settings);
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    report.Log(L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {L"\t\t\t Key : 1\r\n"});
+    report.Log(L"#### %02d:%02d:%02d \t: Some Stage ( %d ms )\r\n", {LogLine(L"\t\t\t Key : 1\r\n", {})});
     const std::string log = run.LogText();
     std::smatch match;
     ASSERT_TRUE(std::regex_match(

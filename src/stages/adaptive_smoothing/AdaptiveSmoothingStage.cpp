@@ -1,7 +1,6 @@
 #include "stages/adaptive_smoothing/AdaptiveSmoothingStage.h"
 
 #include "config/ConfiguredState.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/adaptive_smoothing/AdaptiveSmoothingParams.h"
 #include "stages/adaptive_smoothing/SavgolSmooth.h"
@@ -22,9 +21,9 @@ void RunAdaptiveSmoothingStage(uint16_t* pixels, int32_t width, int32_t height, 
     report.Log(mode == SmoothingMode::Deviation
                    ? L"#### %02d:%02d:%02d \t: AdapSmooth - SEP ( %.03lf sec )\r\n"
                    : L"#### %02d:%02d:%02d \t: AdapSmooth - Savgol ( %.03lf sec )\r\n",
-               {FormatText(L"\t\t\t MaskSize : %.03lf\r\n", {params.ADAPTIVESMOOTHING_MASK}),
-                FormatText(L"\t\t\t Order    : %d\r\n", {params.ADAPTIVESMOOTHING_ORDER}),
-                FormatText(L"\t\t\t Order    : %d\r\n", {params.ADAPTIVESMOOTHING_Mode})});  // sic
+               {LogLine(L"\t\t\t MaskSize : %.03lf\r\n", {params.ADAPTIVESMOOTHING_MASK}),
+                LogLine(L"\t\t\t Order    : %d\r\n", {params.ADAPTIVESMOOTHING_ORDER}),
+                LogLine(L"\t\t\t Order    : %d\r\n", {params.ADAPTIVESMOOTHING_Mode})});  // sic
 }
 
 void RunAdaptiveSmoothing(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
@@ -34,9 +33,8 @@ void RunAdaptiveSmoothing(uint16_t* pixels, int32_t width, int32_t height, int32
     const int32_t order = settings.ADAPTIVESMOOTHING_ORDER;
     SavgolSmooth(pixels, width, height, maxValue, mask, order);
     report.Dump(L"%02d_AdaptiveSmooting.raw", pixels, width, height);  // sic
-    report.Log(
-        L"#### %02d:%02d:%02d \t: AdaptiveSmoothing ( %d ms )\r\n",
-        {FormatText(L"\t\t\t MaskSize : %d\r\n", {mask}), FormatText(L"\t\t\t Order    : %d\r\n", {order})});
+    report.Log(L"#### %02d:%02d:%02d \t: AdaptiveSmoothing ( %d ms )\r\n",
+               {LogLine(L"\t\t\t MaskSize : %d\r\n", {mask}), LogLine(L"\t\t\t Order    : %d\r\n", {order})});
 }
 
 }  // namespace vastrelline

@@ -5,6 +5,7 @@
 #include "config/ConfiguredState.h"
 #include "platform/TextFormat.h"
 #include "report/StageReport.h"
+#include "report/TellIfPossible.h"
 #include "stages/adaptive_unsharp/UnsharpModes.h"
 #include "stages/adaptive_unsharp/UnsharpParams.h"
 
@@ -16,10 +17,10 @@ namespace {
 std::wstring MakeDumpFormat(int32_t mode) { return FormatText(L"%%02d_Unsharp%d.raw", {mode}); }
 
 void LogSharpening(const StageReport& report, const wchar_t* stageLine, const UnsharpParams& params) {
-    report.Log(stageLine, {FormatText(L"\t\t\t Mode\t      : %d\r\n", {params.MODE_CONTRAST}),
-                           FormatText(L"\t\t\t Sigma\t      : %.2lf\r\n", {params.GAUSSIAN_SIZE_CONTRAST}),
-                           FormatText(L"\t\t\t EnhanceRatio : %.2lf\r\n", {params.ENAHCNED_RATIO_CONTRAST}),
-                           FormatText(L"\t\t\t NoiseWidth   : %d\r\n", {params.NOISE_WIDTH_CONTRAST})});
+    report.Log(stageLine, {LogLine(L"\t\t\t Mode\t      : %d\r\n", {params.MODE_CONTRAST}),
+                           LogLine(L"\t\t\t Sigma\t      : %.2lf\r\n", {params.GAUSSIAN_SIZE_CONTRAST}),
+                           LogLine(L"\t\t\t EnhanceRatio : %.2lf\r\n", {params.ENAHCNED_RATIO_CONTRAST}),
+                           LogLine(L"\t\t\t NoiseWidth   : %d\r\n", {params.NOISE_WIDTH_CONTRAST})});
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ void AdaptiveUnsharpStage(uint16_t* image, int32_t width, int32_t height, int32_
     const ConfiguredState& state = SharedConfiguredState();
     const UnsharpParams params = ReadUnsharpParams(state.IniPath, state.SectionName, position);
     SharpenByMode(image, width, height, maxValue, params);
-    report.Dump(MakeDumpFormat(params.MODE_CONTRAST), image, width, height);
+    TellIfPossible([&] { report.Dump(MakeDumpFormat(params.MODE_CONTRAST), image, width, height); });
     // The two blanks before the bracket are this stage's own.
     LogSharpening(report, L"#### %02d:%02d:%02d \t: AdaptiveUnsharp ( %.03lf sec  )\r\n", params);
 }
@@ -42,7 +43,7 @@ void AdaptiveUnsharpStageFixed(uint16_t* image, uint16_t* mask, int32_t width, i
     const StageReport report = StageReport::BeginFixed(logFile, dumpCounter, settings);
     const UnsharpParams params = UnsharpParamsOf(settings);
     SharpenByFixedMode(image, mask, width, height, maxValue, params);
-    report.Dump(MakeDumpFormat(params.MODE_CONTRAST), image, width, height);
+    TellIfPossible([&] { report.Dump(MakeDumpFormat(params.MODE_CONTRAST), image, width, height); });
     LogSharpening(report, L"#### %02d:%02d:%02d \t: AdaptiveUnsharp ( %d ms )\r\n", params);
 }
 

@@ -8,7 +8,6 @@
 #include "config/ConfiguredState.h"
 #include "operators/tile_equalise/ClaheFrame.h"
 #include "pixels/AllocZeroed.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/clahe/ClaheParams.h"
 #include "stages/clahe/DarkArea.h"
@@ -17,13 +16,9 @@ namespace vastrelline {
 
 namespace {
 
-std::wstring BlockSizeLine(int32_t blockSize) {
-    return FormatText(L"\t\t\t BlockSize       : %d\r\n", {blockSize});
-}
-std::wstring BinsLine(int32_t bins) { return FormatText(L"\t\t\t HistogramBins   : %d\r\n", {bins}); }
-std::wstring SlopeLine(double maxSlope) {
-    return FormatText(L"\t\t\t CurveRatio      : %.2lf\r\n", {maxSlope});
-}
+LogLine BlockSizeLine(int32_t blockSize) { return {L"\t\t\t BlockSize       : %d\r\n", {blockSize}}; }
+LogLine BinsLine(int32_t bins) { return {L"\t\t\t HistogramBins   : %d\r\n", {bins}}; }
+LogLine SlopeLine(double maxSlope) { return {L"\t\t\t CurveRatio      : %.2lf\r\n", {maxSlope}}; }
 
 }  // namespace
 

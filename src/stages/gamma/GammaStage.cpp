@@ -7,6 +7,7 @@
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/StageReport.h"
+#include "report/TellIfPossible.h"
 #include "stages/gamma/GammaParams.h"
 
 namespace vastrelline {
@@ -24,8 +25,10 @@ void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     const GammaCurve curve =
         BuildGammaCurve(pixels, width, height, maxValue, outputRange, gamma, limitBin, inverse);
     if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), curve.low, curve.high,
-                       curve.table);
+        TellIfPossible([&] {
+            WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), curve.low, curve.high,
+                           curve.table);
+        });
     }
     ApplyLookupTable(pixels, width, height, curve.table);
 }
@@ -42,7 +45,7 @@ void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
                     state.WritePath, state.DumpNumber);
     // The curve file and this dump share one number.
     report.Dump(kDumpName, pixels, width, height);
-    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n", {FormatText(kGammaLine, {gamma})});
+    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n", {LogLine(kGammaLine, {gamma})});
 }
 
 void RunFixedGamma(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
@@ -51,7 +54,7 @@ void RunFixedGamma(uint16_t* pixels, int32_t width, int32_t height, int32_t maxV
     const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, settings.POST_GAMMA_RATIO);
     ApplyGammaCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, 0, L"", 0);
     report.Dump(kDumpName, pixels, width, height);
-    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n", {FormatText(kGammaLine, {gamma})});
+    report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n", {LogLine(kGammaLine, {gamma})});
 }
 
 }  // namespace vastrelline

@@ -2,7 +2,6 @@
 
 #include "config/ConfiguredState.h"
 #include "operators/separable/SeparableFilter.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/gaussian/GaussianParams.h"
 #include "stages/gaussian/GaussianPasses.h"
@@ -24,8 +23,8 @@ void RunGaussianStage(uint16_t* pixels, int32_t width, int32_t height, int32_t m
     SmoothGaussian(pixels, width, height, maxValue, params);
     report.Dump(kDumpName, pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Gaussian ( %.03lf sec )\r\n",
-               {FormatText(L"\t\t\t MaskSize   : %.02lf\r\n", {params.GAUSSIAN_SIZE}),
-                FormatText(L"\t\t\t RepaetCnt  : %d\r\n", {params.GAUSSIAN_REPEAT})});  // sic
+               {LogLine(L"\t\t\t MaskSize   : %.02lf\r\n", {params.GAUSSIAN_SIZE}),
+                LogLine(L"\t\t\t RepaetCnt  : %d\r\n", {params.GAUSSIAN_REPEAT})});  // sic
 }
 
 void RunPreGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
@@ -34,7 +33,7 @@ void RunPreGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t max
     GaussFilterReplicate(pixels, width, height, maxValue, settings.PRE_GAUSSIAN_SIZE);
     report.Dump(kDumpName, pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Pre-Gaussian ( %d ms )\r\n",
-               {FormatText(L"\t\t\t MaskSize   : %.02lfd\r\n", {settings.PRE_GAUSSIAN_SIZE})});  // sic
+               {LogLine(L"\t\t\t MaskSize   : %.02lfd\r\n", {settings.PRE_GAUSSIAN_SIZE})});  // sic
 }
 
 void RunPostGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
@@ -43,7 +42,7 @@ void RunPostGaussian(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     GaussFilterReplicate(pixels, width, height, maxValue, settings.POST_GAUSSIAN_SIZE);
     report.Dump(kDumpName, pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Post-Gaussian ( %d ms )\r\n",
-               {FormatText(L"\t\t\t MaskSize   : %.02lf\r\n", {settings.POST_GAUSSIAN_SIZE})});
+               {LogLine(L"\t\t\t MaskSize   : %.02lf\r\n", {settings.POST_GAUSSIAN_SIZE})});
 }
 
 }  // namespace vastrelline

@@ -1,7 +1,6 @@
 #include "stages/hdr/HdrStage.h"
 
 #include "config/ConfiguredState.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/hdr/HdrFrame.h"
 #include "stages/hdr/HdrParams.h"
@@ -20,16 +19,16 @@ void RunHdrStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixe
              params.HDR_CLIp_LIMIT, kEdgeMax, kEdgeOffset, params.MAX_LAMBDA, params.WF_SLOPE,
              params.ALPHA_NORM, params.ALPHA_HE, params.LAYER);
     report.Log(L"#### %02d:%02d:%02d \t: HDR ( %.03lf sec )\r\n",
-               {FormatText(L"\t\t\t BlockSize       : %d\r\n", {params.HDR_BLOCK_SIZE}),
-                FormatText(L"\t\t\t HistogramBins   : %d\r\n", {params.HDR_HISTO_BINS}),
-                FormatText(L"\t\t\t CurveRatio      : %.2lf\r\n", {params.HDR_CLIp_LIMIT}),
-                FormatText(L"\t\t\t Maximum of edge enhancement       : %d\r\n", {kEdgeMax}),
-                FormatText(L"\t\t\t Edge enhance offset   : %d\r\n", {kEdgeOffset}),
-                FormatText(L"\t\t\t Improv Calc. speed for higher layer   : %d\r\n", {params.LAYER}),
-                FormatText(L"\t\t\t Maximum of contrast enhancement      : %.2lf\r\n", {params.MAX_LAMBDA}),
-                FormatText(L"\t\t\t Adjust slope of wf      : %.2lf\r\n", {params.WF_SLOPE}),
-                FormatText(L"\t\t\t Fraction of normal Image      : %.2lf\r\n", {params.ALPHA_NORM}),
-                FormatText(L"\t\t\t Fraction of hed Image      : %.2lf\r\n", {params.ALPHA_HE})});
+               {LogLine(L"\t\t\t BlockSize       : %d\r\n", {params.HDR_BLOCK_SIZE}),
+                LogLine(L"\t\t\t HistogramBins   : %d\r\n", {params.HDR_HISTO_BINS}),
+                LogLine(L"\t\t\t CurveRatio      : %.2lf\r\n", {params.HDR_CLIp_LIMIT}),
+                LogLine(L"\t\t\t Maximum of edge enhancement       : %d\r\n", {kEdgeMax}),
+                LogLine(L"\t\t\t Edge enhance offset   : %d\r\n", {kEdgeOffset}),
+                LogLine(L"\t\t\t Improv Calc. speed for higher layer   : %d\r\n", {params.LAYER}),
+                LogLine(L"\t\t\t Maximum of contrast enhancement      : %.2lf\r\n", {params.MAX_LAMBDA}),
+                LogLine(L"\t\t\t Adjust slope of wf      : %.2lf\r\n", {params.WF_SLOPE}),
+                LogLine(L"\t\t\t Fraction of normal Image      : %.2lf\r\n", {params.ALPHA_NORM}),
+                LogLine(L"\t\t\t Fraction of hed Image      : %.2lf\r\n", {params.ALPHA_HE})});
     report.Dump(L"%02d_HDR.raw", pixels, width, height);
 }
 

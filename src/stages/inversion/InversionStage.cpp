@@ -9,6 +9,7 @@
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/RunDumps.h"
+#include "report/TellIfPossible.h"
 #include "stages/inversion/InvertPixels.h"
 #include "stages/inversion/LogCurve.h"
 
@@ -25,8 +26,10 @@ void ApplyInversePower(uint16_t* pixels, int32_t width, int32_t height, int32_t 
     constexpr int32_t kOwnRange = 0;
     const GammaCurve curve = BuildGammaCurve(pixels, width, height, maxValue, kOwnRange, exponent, 0, kOn);
     if (state.SaveImage != 0) {
-        WriteCurveFile(state.WritePath + FormatText(L"%02d_GammaCurve.txt", {state.DumpNumber}), curve.low,
-                       curve.high, curve.table);
+        TellIfPossible([&] {
+            WriteCurveFile(state.WritePath + FormatText(L"%02d_GammaCurve.txt", {state.DumpNumber}),
+                           curve.low, curve.high, curve.table);
+        });
     }
     ApplyLookupTable(pixels, width, height, curve.table);
 }
@@ -74,14 +77,18 @@ void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t 
 void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
                    int32_t saveCurve, const std::wstring& path, int32_t number) {
     const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
-    if (saveCurve != 0) WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), curve);
+    if (saveCurve != 0) {
+        TellIfPossible([&] { WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), curve); });
+    }
     ApplyLogTable(pixels, width, height, curve);
 }
 
 void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse) {
     const FixedState& state = SharedFixedState();
     const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
-    if (state.SaveImage != 0) WriteLogCurve(state.WritePath + L"InverseCurve.txt", curve);
+    if (state.SaveImage != 0) {
+        TellIfPossible([&] { WriteLogCurve(state.WritePath + L"InverseCurve.txt", curve); });
+    }
     ApplyLogTable(pixels, width, height, curve);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/StageReport.h"
+#include "report/TellIfPossible.h"
 #include "stages/linear/LinearParams.h"
 #include "stages/linear/WindowCurve.h"
 
@@ -21,7 +22,9 @@ void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t m
     const std::vector<uint16_t> table =
         BuildLinearCurve(pixels, width, height, maxValue, outputRange, limitBin, mode);
     if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, maxValue, table);
+        TellIfPossible([&] {
+            WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, maxValue, table);
+        });
     }
     ApplyLookupTable(pixels, width, height, table);
 }
@@ -30,7 +33,10 @@ void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t w
                       int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number) {
     const WindowCurve curve = BuildWindowCurve(pixels, width, height, windowWidth, centre, outputRange);
     if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.highEdge, curve.table);
+        TellIfPossible([&] {
+            WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.highEdge,
+                           curve.table);
+        });
     }
     ApplyLookupTable(pixels, width, height, curve.table);
 }
@@ -54,9 +60,9 @@ void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t max
                          params.POST_LINEAR_MODE, state.SaveImage, state.WritePath, state.DumpNumber);
     }
     report.Log(L"#### %02d:%02d:%02d \t: Linear Curve ( %.03lf sec )\r\n",
-               {FormatText(L"\t\t\t Mode        : %d\r\n", {params.POST_LINEAR_MODE}),
-                FormatText(L"\t\t\t LimitBin    : %d\r\n", {params.POST_LINEAR_LIMITBIN}),
-                FormatText(L"\t\t\t BrightOpt   : %d\r\n", {params.POST_LINEAR_BRIGHTOPT})});
+               {LogLine(L"\t\t\t Mode        : %d\r\n", {params.POST_LINEAR_MODE}),
+                LogLine(L"\t\t\t LimitBin    : %d\r\n", {params.POST_LINEAR_LIMITBIN}),
+                LogLine(L"\t\t\t BrightOpt   : %d\r\n", {params.POST_LINEAR_BRIGHTOPT})});
 }
 
 }  // namespace vastrelline

@@ -4,7 +4,6 @@
 
 #include "config/ConfiguredState.h"
 #include "operators/median/MedianWindow.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/median/MedianParams.h"
 #include "stages/median/MedianPasses.h"
@@ -13,7 +12,7 @@ namespace vastrelline {
 
 namespace {
 
-std::wstring FormatMaskLine(int32_t mask) { return FormatText(L"\t\t\t MaskSize   : %d\r\n", {mask}); }
+LogLine FormatMaskLine(int32_t mask) { return {L"\t\t\t MaskSize   : %d\r\n", {mask}}; }
 
 }  // namespace
 
@@ -26,7 +25,7 @@ void RunMedianStage(uint16_t* pixels, int32_t width, int32_t height, LogFile& lo
     report.Dump(L"%02d_Median.raw", pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Median ( %.03lf sec )\r\n",
                {FormatMaskLine(params.MEDIAN_SIZE),
-                FormatText(L"\t\t\t RepaetCnt  : %d\r\n", {params.MEDIAN_REPEAT})});  // sic
+                LogLine(L"\t\t\t RepaetCnt  : %d\r\n", {params.MEDIAN_REPEAT})});  // sic
 }
 
 void RunPreMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t& dumpCounter, LogFile& log,
@@ -45,7 +44,7 @@ void RunPostMedian(uint16_t* pixels, int32_t width, int32_t height, int32_t /*ma
     report.Dump(L"%02d_Post_Median.raw", pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Post-NoiseReduction ( %d ms )\r\n",
                {FormatMaskLine(settings.POST_MEDIAN_SIZE),
-                FormatText(L"\t\t\t RepeatCnt  : %d\r\n", {settings.POST_MEDIAN_REPEAT})});
+                LogLine(L"\t\t\t RepeatCnt  : %d\r\n", {settings.POST_MEDIAN_REPEAT})});
 }
 
 }  // namespace vastrelline

@@ -4,7 +4,6 @@
 
 #include "config/ConfiguredState.h"
 #include "pixels/Truncate.h"
-#include "platform/TextFormat.h"
 #include "report/StageReport.h"
 #include "stages/pre_contrast/PreContrast.h"
 #include "stages/pre_contrast/PreContrastParams.h"
@@ -18,10 +17,10 @@ void RaiseContrast(uint16_t* image, int32_t width, int32_t height, int32_t maxVa
     const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
     report.DumpBeside(L"%02d_PreContrastGaussian.raw", smoothed.data(), width, height);
     report.Dump(L"%02d_PreContrast.raw", image, width, height);
-    report.Log(stageLine, {FormatText(L"\t\t\t MaskSize       : %.2lf\r\n", {params.PRECONTRAST_MASK}),
-                           FormatText(L"\t\t\t CurveRatio     : %.2lf\r\n", {params.PRECONTRAST_RATIO}),
-                           FormatText(L"\t\t\t Rescale        : %d\r\n",
-                                      {TruncateToInt32(params.PRECONTRAST_RESCALE)})});
+    report.Log(stageLine,
+               {LogLine(L"\t\t\t MaskSize       : %.2lf\r\n", {params.PRECONTRAST_MASK}),
+                LogLine(L"\t\t\t CurveRatio     : %.2lf\r\n", {params.PRECONTRAST_RATIO}),
+                LogLine(L"\t\t\t Rescale        : %d\r\n", {TruncateToInt32(params.PRECONTRAST_RESCALE)})});
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "platform/TextFormat.h"
+#include "report/TellIfPossible.h"
 #include "stages/pyramid/BandKernels.h"
 
 namespace vastrelline {
@@ -58,8 +59,10 @@ int32_t EnhanceBand(int16_t* band, int32_t width, int32_t height, int32_t maxVal
                     PyramidObserver* observer) {
     const auto showBand = [&](std::wstring_view nameFormat) {
         if (observer == nullptr) return;
-        observer->SeeFrame(FormatText(nameFormat, {bandIndex}), reinterpret_cast<const uint16_t*>(band),
-                           width, height);
+        TellIfPossible([&] {
+            observer->SeeFrame(FormatText(nameFormat, {bandIndex}), reinterpret_cast<const uint16_t*>(band),
+                               width, height);
+        });
     };
     showBand(L"Diff1_%d.raw");
     const BandKernels& kernels = *FastestOf(BandVariants()).run;
@@ -79,7 +82,9 @@ int32_t EnhanceBand(int16_t* band, int32_t width, int32_t height, int32_t maxVal
         BuildBandResponse(range.min, range.max, levels, ratio, curve, tailMode);
     if (responses.empty()) return 0;
     if (observer != nullptr) {
-        observer->SeeResponse(FormatText(L"EnhancedSlope_%d.txt", {bandIndex}), range.min, responses);
+        TellIfPossible([&] {
+            observer->SeeResponse(FormatText(L"EnhancedSlope_%d.txt", {bandIndex}), range.min, responses);
+        });
     }
     Remap(kernels, band, count, responses, range.min);
     showBand(L"Diff2_%d.raw");

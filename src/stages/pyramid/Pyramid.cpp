@@ -14,6 +14,7 @@
 #include "pixels/FrameView.h"
 #include "pixels/OwnedFrame.h"
 #include "platform/TextFormat.h"
+#include "report/TellIfPossible.h"
 #include "stages/pyramid/BandKernels.h"
 #include "stages/pyramid/EnhanceBand.h"
 
@@ -123,7 +124,8 @@ private:
                             coarse.pixels.data());
         std::vector<uint16_t> expanded;  // for the observer only
         Expand(coarse, true, [&](int32_t y, const uint16_t* row) {
-            if (observer_ != nullptr) expanded.insert(expanded.end(), row, row + fine.width);
+            if (observer_ != nullptr)
+                TellIfPossible([&] { expanded.insert(expanded.end(), row, row + fine.width); });
             kernels_.subtract(fine.View().Row(y), row, static_cast<size_t>(fine.width));
         });
         const auto show = [&](std::wstring_view nameFormat, const std::vector<uint16_t>& pixels) {
@@ -164,7 +166,11 @@ private:
     void ShowFrame(std::wstring_view nameFormat, std::initializer_list<FormatArgument> numbers,
                    const std::vector<uint16_t>& pixels, const Level& size) const {
         if (observer_ == nullptr) return;
-        observer_->SeeFrame(FormatText(nameFormat, numbers), pixels.data(), size.width, size.height);
+        // What memory was missing for is not all there.
+        if (pixels.size() < FrameView(pixels.data(), size.width, size.height).Count()) return;
+        TellIfPossible([&] {
+            observer_->SeeFrame(FormatText(nameFormat, numbers), pixels.data(), size.width, size.height);
+        });
     }
 
     const BandKernels& kernels_ = *FastestOf(BandVariants()).run;

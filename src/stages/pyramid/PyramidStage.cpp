@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "config/ConfiguredState.h"
-#include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/RawDump.h"
 #include "report/RunDumps.h"
@@ -55,10 +54,10 @@ void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxVal
     Enhance(image, width, height, maxValue, params, kConfiguredForm, report);
     report.Dump(L"%02d_Pyramid.raw", image, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %.03lf sec )\r\n",
-               {FormatText(L"\t\t\t Layer          : %d\r\n", {params.PYRAMID_LAYER}),
-                FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {params.GAUSSIAN_SIZE}),
-                FormatText(L"\t\t\t EnhancedRatio : %.2lf\r\n", {params.ENHANCED_RATIO}),
-                FormatText(L"\t\t\t NoiseWidth    : %.2lf\r\n", {params.NOISE_WIDTH})});
+               {LogLine(L"\t\t\t Layer          : %d\r\n", {params.PYRAMID_LAYER}),
+                LogLine(L"\t\t\t Sigma          : %.2lf\r\n", {params.GAUSSIAN_SIZE}),
+                LogLine(L"\t\t\t EnhancedRatio : %.2lf\r\n", {params.ENHANCED_RATIO}),
+                LogLine(L"\t\t\t NoiseWidth    : %.2lf\r\n", {params.NOISE_WIDTH})});
 }
 
 void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
@@ -67,10 +66,10 @@ void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t m
     Enhance(image, width, height, maxValue, PyramidParamsOf(settings), kFixedForm, report);
     report.Dump(L"%02d_Pyramid.raw", image, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
-               {FormatText(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),
-                FormatText(L"\t\t\t Sigma          : %.2lf\r\n", {settings.GAUSSIAN_SIZE}),
-                FormatText(L"\t\t\t dEnhancedRatio : %.2lf\r\n", {settings.ENHANCED_RATIO}),
-                FormatText(L"\t\t\t nNoiseWidth    : %d\r\n", {settings.NOISE_WIDTH})});
+               {LogLine(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),
+                LogLine(L"\t\t\t Sigma          : %.2lf\r\n", {settings.GAUSSIAN_SIZE}),
+                LogLine(L"\t\t\t dEnhancedRatio : %.2lf\r\n", {settings.ENHANCED_RATIO}),
+                LogLine(L"\t\t\t nNoiseWidth    : %d\r\n", {settings.NOISE_WIDTH})});
 }
 
 }  // namespace vastrelline

@@ -11,6 +11,7 @@
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/StageReport.h"
+#include "report/TellIfPossible.h"
 #include "stages/sigmoid/SigmoidCurve.h"
 #include "stages/sigmoid/SigmoidParams.h"
 
@@ -30,7 +31,9 @@ void ApplySigmoidCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t 
     const std::vector<uint16_t> table =
         BuildSigmoidCurve(pixels, width, height, maxValue, outputRange, ratio, limitBin);
     if (saveCurve != 0) {
-        WriteCurveFile(path + FormatText(L"%02d_SigmoidCurve.txt", {number}), 0, maxValue, table);
+        TellIfPossible([&] {
+            WriteCurveFile(path + FormatText(L"%02d_SigmoidCurve.txt", {number}), 0, maxValue, table);
+        });
     }
     ApplyLookupTable(pixels, width, height, table);
 }
@@ -48,7 +51,7 @@ void RunSigmoidStage(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
     // The curve file and this dump share one number.
     report.Dump(kDumpName, pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %.03lf sec )\r\n",
-               {FormatText(kRatioLine, {params.POST_SIGMOID_RATIO})});
+               {LogLine(kRatioLine, {params.POST_SIGMOID_RATIO})});
 }
 
 void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
@@ -65,7 +68,7 @@ void RunFixedSigmoid(uint16_t* pixels, int32_t width, int32_t height, int32_t ma
                       kLimitBin, 0, L"", 0);
     report.Dump(kDumpName, pixels, width, height);
     report.Log(L"#### %02d:%02d:%02d \t: Sigmoid Curve ( %d ms )\r\n",
-               {FormatText(kRatioLine, {settings.POST_SIGMOID_RATIO})});
+               {LogLine(kRatioLine, {settings.POST_SIGMOID_RATIO})});
 }
 
 }  // namespace vastrelline

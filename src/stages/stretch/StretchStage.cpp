@@ -4,10 +4,10 @@
 
 #include "config/ConfiguredState.h"
 #include "pixels/FrameView.h"
-#include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/RunDumps.h"
 #include "report/StageReport.h"
+#include "report/TellIfPossible.h"
 #include "stages/stretch/PlannedCurves.h"
 #include "stages/stretch/StretchParams.h"
 #include "stages/stretch/StretchSegments.h"
@@ -34,8 +34,10 @@ bool IsPercentMode(const StretchParams& params) {
 
 void SaveCurve(const std::vector<int32_t>& table, const RunDumps& dumps) {
     if (!dumps.AreOn()) return;
-    WriteCurveFile(dumps.WritePath() + kCurveFileName, 0, static_cast<int32_t>(table.size()) - 1,
-                   [&](int32_t level) { return table[static_cast<size_t>(level)]; });
+    TellIfPossible([&] {
+        WriteCurveFile(dumps.WritePath() + kCurveFileName, 0, static_cast<int32_t>(table.size()) - 1,
+                       [&](int32_t level) { return table[static_cast<size_t>(level)]; });
+    });
 }
 
 StretchSegment StretchBySegments(PlannedCurves& frame, int32_t maxValue, const StretchParams& params,
@@ -72,10 +74,10 @@ void FinishStretch(PlannedCurves& frame, int32_t maxValue, const StretchParams& 
 
 void LogStretch(const StageReport& report, const wchar_t* stageLine, const StretchParams& params,
                 const StretchSegment& segment) {
-    report.Log(stageLine, {FormatText(L"\t\t\t SeparateMode   : %d\r\n", {params.STRETCH_SEPARATION_CNT}),
-                           FormatText(L"\t\t\t Segment        : %d,  %d\r\n", {segment.left, segment.right}),
-                           FormatText(L"\t\t\t Limit Range    : %d,  %d\r\n",
-                                      {params.LEFT_LEN_LIMIT, params.RIGHT_LEN_LIMIT})});
+    report.Log(stageLine, {LogLine(L"\t\t\t SeparateMode   : %d\r\n", {params.STRETCH_SEPARATION_CNT}),
+                           LogLine(L"\t\t\t Segment        : %d,  %d\r\n", {segment.left, segment.right}),
+                           LogLine(L"\t\t\t Limit Range    : %d,  %d\r\n",
+                                   {params.LEFT_LEN_LIMIT, params.RIGHT_LEN_LIMIT})});
 }
 
 }  // namespace
