@@ -11,8 +11,8 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 namespace vastrelline {
 
@@ -22,6 +22,7 @@ std::atomic<bool> isArmed{false};
 std::atomic<int64_t> calls{0};
 std::atomic<int64_t> openBlocks{0};
 std::atomic<const char*> failedFunction{nullptr};
+std::atomic<bool> hasKeptFile{false};
 FaultPlan currentPlan;
 
 // Whether the call that is about to be made fails.
@@ -31,6 +32,7 @@ bool Fails(FaultKind kind, const char* function) {
     if (call != currentPlan.first && !(currentPlan.isForGood && call > currentPlan.first)) return false;
     const char* none = nullptr;
     failedFunction.compare_exchange_strong(none, function);
+    if (std::string_view(function).starts_with("unlink")) hasKeptFile = true;
     return true;
 }
 
@@ -60,12 +62,14 @@ ScopedFaults::ScopedFaults(const FaultPlan& plan) {
     calls = 0;
     openBlocks = 0;
     failedFunction = nullptr;
+    hasKeptFile = false;
     isArmed = true;
 }
 ScopedFaults::~ScopedFaults() { isArmed = false; }
 int64_t ScopedFaults::CallCount() const { return calls; }
 int64_t ScopedFaults::OpenBlocks() const { return openBlocks; }
 const char* ScopedFaults::FailedFunction() const { return failedFunction; }
+bool ScopedFaults::HasKeptFile() const { return hasKeptFile; }
 
 }  // namespace vastrelline
 
@@ -138,11 +142,17 @@ STAND_BEFORE(int, faccessat, (int folder, const char* path, int mode, int flags)
 STAND_BEFORE(ssize_t, readlink, (const char* path, char* buffer, size_t size), (path, buffer, size), EIO,
              EACCES)
 STAND_BEFORE(int, rename, (const char* from, const char* to), (from, to), EIO, EACCES)
+STAND_BEFORE(int, renameat, (int fromFolder, const char* from, int toFolder, const char* to),
+             (fromFolder, from, toFolder, to), EIO, EACCES)
+STAND_BEFORE(int, renameat2, (int fromFolder, const char* from, int toFolder, const char* to, unsigned flags),
+             (fromFolder, from, toFolder, to, flags), EINVAL, EACCES)
 STAND_BEFORE(int, ftruncate, (int file, off_t size), (file, size), EIO, EFBIG)
 STAND_BEFORE(int, flock, (int file, int operation), (file, operation), ENOLCK, EWOULDBLOCK)
 STAND_BEFORE(int, unlink, (const char* path), (path), EIO, EACCES)
 STAND_BEFORE(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags), EIO, EACCES)
 STAND_BEFORE(int, link, (const char* from, const char* to), (from, to), EIO, EPERM)
+STAND_BEFORE(int, linkat, (int fromFolder, const char* from, int toFolder, const char* to, int flags),
+             (fromFolder, from, toFolder, to, flags), EIO, EPERM)
 STAND_BEFORE(int, mkdir, (const char* path, mode_t mode), (path, mode), EIO, ENOSPC)
 STAND_BEFORE(int, fchown, (int file, uid_t user, gid_t group), (file, user, group), EIO, EPERM)
 STAND_BEFORE(int, fchmod, (int file, mode_t mode), (file, mode), EIO, EPERM)
@@ -164,6 +174,15 @@ int openat(int folder, const char* path, int flags, ...) {
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     return FailsOnFile("openat", EMFILE, EACCES) ? -1 : behind(folder, path, flags, mode);
+}
+
+int fcntl(int file, int command, ...) {
+    static auto* const behind = Behind<int(int, int, ...)>("fcntl");
+    va_list rest;
+    va_start(rest, command);
+    void* const argument = va_arg(rest, void*);
+    va_end(rest);
+    return FailsOnFile("fcntl", EINVAL, EAGAIN) ? -1 : behind(file, command, argument);
 }
 
 // These do not reach the disk: what a call has to wait for there tells nothing here.

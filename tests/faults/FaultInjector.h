@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <string>
 
 namespace vastrelline {
 
@@ -41,6 +40,8 @@ public:
     int64_t OpenBlocks() const;
     // The function of the first call that failed; null if none did.
     const char* FailedFunction() const;
+    // Whether a file could not be taken away.
+    bool HasKeptFile() const;
 };
 
 }  // namespace vastrelline
