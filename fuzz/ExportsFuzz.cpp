@@ -1,63 +1,37 @@
-// Any profile text, a small frame and any export: no crash, no hang, and a code that the header lists. The
-// input's last bytes pick the options, what stands before them is the profile, and the sensor's profile too.
+// Any profile text, a small frame and any export: no crash, no hang, a code that the header lists, and the
+// same result under every instruction set. The input's last bytes pick the options, what stands before them
+// is the profile, and the sensor's profile too. Files exist in memory only, so that the profile may send them
+// anywhere.
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
+#include <iterator>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "config/SensorSettings.h"
-#include "platform/MessageDialog.h"
-#include "support/TemporaryFolder.h"
+#include "platform/InstructionSet.h"
+#include "platform/memory/MemoryFiles.h"
+#include "support/FuzzInput.h"
 #include "vastrelline.h"
 
 namespace {
 
-using vastrelline::MessageIcon;
-using vastrelline::SetMessageHandler;
+using vastrelline::InstructionSet;
+using vastrelline::MemoryFiles;
+using vastrelline::Require;
+using vastrelline::ScopedInstructionSet;
 using vastrelline::SetSensorProfileRoot;
-using vastrelline::TemporaryFolder;
-using vastrelline::WriteBytes;
 
 constexpr size_t kLongestProfile = 4096;
 constexpr size_t kTailSize = 8;
 constexpr int32_t kSidesMask = 31;
+constexpr uint8_t kTryPlainForms = 32;
+constexpr uint8_t kCallTwice = 64;
 constexpr const char* kSections[] = {"General", "Settings", "", "S"};
 constexpr size_t kExportCount = 8;
-
-// A run writes where the profile tells it to. It may do so only in a folder of its own: that is the current
-// one during a call, and no text of the profile holds a separator that would lead out of it.
-class CurrentFolder {
-public:
-    explicit CurrentFolder(const std::filesystem::path& folder) : before_(std::filesystem::current_path()) {
-        std::filesystem::current_path(folder);
-    }
-    ~CurrentFolder() {
-        std::error_code ignored;
-        std::filesystem::current_path(before_, ignored);
-    }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-
-private:
-    std::filesystem::path before_;
-};
-
-std::string WithoutSeparators(const uint8_t* bytes, size_t count) {
-    std::string text(bytes, bytes + count);
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '/' || c == '\\'; }, '_');
-    return text;
-}
-
-void Require(bool isTrue) {
-    if (!isTrue) std::abort();
-}
 
 int32_t CallExport(size_t index, uint16_t* input, uint16_t* output, int32_t width, int32_t height,
                    const char* section, uint8_t options, const SensorGeometry& geometry) {
@@ -91,38 +65,85 @@ int32_t CallExport(size_t index, uint16_t* input, uint16_t* output, int32_t widt
     }
 }
 
+struct Call {
+    size_t index;
+    int32_t width;
+    int32_t height;
+    uint8_t options;
+    const char* section;
+    SensorGeometry geometry;
+    std::string profile;
+    std::vector<uint16_t> input;
+};
+
+struct Result {
+    int32_t code;
+    std::vector<uint16_t> input;
+    std::vector<uint16_t> output;
+    std::string profile;
+    std::string bitmap;
+
+    bool operator==(const Result&) const = default;
+};
+
+std::string BytesOf(const wchar_t* path) {
+    const std::string* const file = MemoryFiles::Shared().Find(path);
+    return file == nullptr ? std::string() : *file;
+}
+
+Result Run(const Call& call) {
+    // Blocks of exactly the frame's size, so that a sanitizer sees a read or write past the end.
+    Result result{0, call.input, std::vector<uint16_t>(call.input.size()), {}, {}};
+    result.code = CallExport(call.index, result.input.data(), result.output.data(), call.width, call.height,
+                             call.section, call.options, call.geometry);
+    result.profile = BytesOf(L"profile.ini");
+    result.bitmap = BytesOf(L"picture.bmp");
+    return result;
+}
+
+Result RunFromTheStart(const Call& call, InstructionSet set) {
+    MemoryFiles& files = MemoryFiles::Shared();
+    files.Clear();
+    files.Put(L"profile.ini", call.profile);
+    files.Put(L"Brindmap.ini", call.profile);
+    const ScopedInstructionSet limit(set);
+    return Run(call);
+}
+
+void Test(const Call& call) {
+    const Result result = RunFromTheStart(call, InstructionSet::Avx512);
+    Require(result.code >= VASTRELLINE_OK && result.code <= VASTRELLINE_INTERNAL_FAILURE,
+            "the header lists the code");
+    if (result.code != VASTRELLINE_OK) Require(result.bitmap.empty(), "without success there is no bitmap");
+    // What a call stores it does not store again, whatever else stands in the profile.
+    if ((call.options & kCallTwice) != 0)
+        Require(Run(call).profile == result.profile, "a second call has nothing new to store");
+    // A code 6 leaves pixels without meaning.
+    if ((call.options & kTryPlainForms) != 0 && result.code != VASTRELLINE_INTERNAL_FAILURE)
+        Require(RunFromTheStart(call, InstructionSet::Reference) == result,
+                "every set of instructions gives the bits of the plain forms");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < kTailSize) return 0;
     const uint8_t* const tail = data + (size - kTailSize);
-    const size_t index = tail[0] % kExportCount;
-    const int32_t width = tail[1] & kSidesMask;
-    const int32_t height = tail[2] & kSidesMask;
-    const uint8_t options = tail[3];
-    const char* const section = kSections[tail[4] % std::size(kSections)];
-    const SensorGeometry geometry{tail[5] & 3, tail[6] & 3, tail[5], tail[6], width,
-                                  height,      tail[7],     tail[5], tail[6], tail[7]};
+    Call call{};
+    call.index = tail[0] % kExportCount;
+    call.width = tail[1] & kSidesMask;
+    call.height = tail[2] & kSidesMask;
+    call.options = tail[3];
+    call.section = kSections[tail[4] % std::size(kSections)];
+    call.geometry = {tail[5] & 3, tail[6] & 3, tail[5], tail[6], call.width,
+                     call.height, tail[7],     tail[5], tail[6], tail[7]};
+    call.profile.assign(data, data + std::min(size - kTailSize, kLongestProfile));
+    call.input.resize(static_cast<size_t>(call.width) * static_cast<size_t>(call.height));
+    for (size_t i = 0; i < call.input.size(); ++i)
+        call.input[i] = static_cast<uint16_t>(data[i % size] | (data[(3 * i + 1) % size] << 8U));
 
-    // Blocks of exactly the frame's size, so that a sanitizer sees a read or write past the end.
-    const size_t pixelCount = static_cast<size_t>(width) * static_cast<size_t>(height);
-    std::vector<uint16_t> input(pixelCount);
-    for (size_t i = 0; i < pixelCount; ++i) {
-        input[i] = static_cast<uint16_t>(data[i % size] | (data[(3 * i + 1) % size] << 8U));
-    }
-    std::vector<uint16_t> output(pixelCount);
-
-    const TemporaryFolder folder;
-    const size_t profileSize = std::min(size - kTailSize, kLongestProfile);
-    const std::string profile = WithoutSeparators(data, profileSize);
-    WriteBytes(folder.Path() / "profile.ini", profile);
-    WriteBytes(folder.Path() / "Brindmap.ini", profile);
-    const CurrentFolder current(folder.Path());
-    // A sensor that does not fit brings a message at every call; nobody reads it here.
     SetSensorProfileRoot(L".");
-    SetMessageHandler([](const std::wstring&, MessageIcon) {});
-    const int32_t code =
-        CallExport(index, input.data(), output.data(), width, height, section, options, geometry);
-    Require(code >= VASTRELLINE_OK && code <= VASTRELLINE_INTERNAL_FAILURE);
+    Test(call);
+    MemoryFiles::Shared().Clear();
     return 0;
 }

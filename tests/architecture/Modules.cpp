@@ -16,15 +16,16 @@ std::string PathWithoutEnding(const std::string& path) { return path.substr(0, p
 std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
 std::string WithoutSystem(const std::string& folder) {
-    const bool isOfSystem = LeafOf(folder) == "posix" || LeafOf(folder) == "windows";
+    const std::string leaf = LeafOf(folder);
+    const bool isOfSystem = leaf == "posix" || leaf == "windows" || leaf == "memory";
     return isOfSystem ? FolderOf(folder) : folder;
 }
 
 // The module that a file belongs to: of its own name, or of the name without the form if that has a header or
 // a plain form. The header may lie in the folder above for the forms of an operating system.
 std::string ModuleOf(const ParsedTree& tree, const std::string& file) {
-    constexpr std::array<std::string_view, 8> kForms{"Scalar", "Baseline", "Avx2",  "Avx512",
-                                                     "Vector", "Schedule", "Posix", "Windows"};
+    constexpr std::array<std::string_view, 9> kForms{"Scalar",   "Baseline", "Avx2",    "Avx512", "Vector",
+                                                     "Schedule", "Posix",    "Windows", "Memory"};
     const std::string path = PathWithoutEnding(file);
     for (const std::string_view form : kForms) {
         if (!path.ends_with(form)) continue;

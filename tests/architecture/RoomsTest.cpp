@@ -17,7 +17,7 @@ const HouseRules& OwnRules() {
     static const HouseRules rules{
         .rooms =
             {
-                {.folder = "platform", .rank = 0, .inner = {"posix", "windows"}},
+                {.folder = "platform", .rank = 0, .inner = {"memory", "posix", "windows"}},
                 {.folder = "profile_text", .rank = 0},
                 {.folder = "pixels", .rank = 1},
                 {.folder = "operators", .rank = 2, .isCorridor = true},

@@ -1,0 +1,8 @@
+#include "platform/PlatformMessage.h"
+
+namespace vastrelline {
+
+// There is nobody to read it.
+void ShowPlatformMessage(const std::wstring& /*text*/, MessageIcon /*icon*/) {}
+
+}  // namespace vastrelline
