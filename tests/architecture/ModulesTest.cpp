@@ -20,6 +20,7 @@ const Coverings kCoveredElsewhere{
     {"chains/FixedFamily", {"chains/CrChainTest.cpp", "chains/FixedChainTest.cpp"}},
     {"chains/FixedStageTable", {"chains/CrChainTest.cpp", "chains/FixedChainTest.cpp"}},
     {"chains/StageListDriver", {"chains/ConfiguredChainTest.cpp", "chains/ExtendedChainTest.cpp"}},
+    {"operators/median/MedianFilterColumns", {"operators/median/MedianFilterTest.cpp"}},
     {"operators/median/MedianFilterHistogram", {"operators/median/MedianFilterTest.cpp"}},
     {"operators/median/MedianPlan", {"operators/median/MedianFilterTest.cpp"}},
     {"operators/median/MedianSchedule", {"operators/median/MedianFilterTest.cpp"}},

@@ -19,11 +19,11 @@ namespace vastrelline {
 
 // What a form of this name needs.
 inline InstructionSet SetOfForm(const std::string& name) {
-    static const std::map<std::string, InstructionSet> sets{{"scalar", InstructionSet::Reference},
-                                                            {"histogram", InstructionSet::Reference},
-                                                            {"baseline", InstructionSet::Baseline},
-                                                            {"avx2", InstructionSet::Avx2},
-                                                            {"avx512", InstructionSet::Avx512}};
+    static const std::map<std::string, InstructionSet> sets{
+        {"scalar", InstructionSet::Reference},  {"histogram", InstructionSet::Reference},
+        {"columns", InstructionSet::Reference}, {"counted", InstructionSet::Reference},
+        {"baseline", InstructionSet::Baseline}, {"avx2", InstructionSet::Avx2},
+        {"avx512", InstructionSet::Avx512}};
     return sets.at(name);
 }
 

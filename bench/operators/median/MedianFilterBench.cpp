@@ -40,15 +40,18 @@ void BenchMedianInPlace(benchmark::State& state, int32_t mask) {
 const bool kRegistered = [] {
     for (const WindowSize window :
          {WindowSize{3, 3}, WindowSize{5, 5}, WindowSize{7, 7}, WindowSize{9, 9}, WindowSize{15, 15},
-          WindowSize{4, 4}, WindowSize{9, 1}, WindowSize{1, 9}}) {
+          WindowSize{4, 4}, WindowSize{9, 1}, WindowSize{1, 9}, WindowSize{31, 31}, WindowSize{63, 63},
+          WindowSize{65, 65}, WindowSize{127, 127}, WindowSize{301, 301}}) {
         const std::string size = std::to_string(window.width) + 'x' + std::to_string(window.height);
         for (const MedianVariant& variant : MedianVariants()) {
+            // Gathering and sorting such windows takes minutes.
+            if (variant.run == FilterMedianScalar && window.width > 15) continue;
             const std::string name = std::string("Median/") + variant.name + '/' + size;
             benchmark::RegisterBenchmark(name.c_str(), BenchMedian, variant, window)
                 ->Unit(benchmark::kMillisecond);
         }
     }
-    for (const int32_t mask : {3, 5, 9, 31}) {
+    for (const int32_t mask : {3, 5, 9, 31, 301}) {
         const std::string name = "MedianSquare/" + std::to_string(mask);
         benchmark::RegisterBenchmark(name.c_str(), BenchMedianInPlace, mask)->Unit(benchmark::kMillisecond);
     }

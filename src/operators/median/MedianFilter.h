@@ -30,7 +30,7 @@ void FilterMedian(const MedianCall& call);
 using MedianVariant = Variant<void (*)(const MedianCall& call)>;
 
 // All forms that this machine can run, the reference first and the fastest last. From the baseline on they
-// have sorting networks for the usual windows and act as the histogram for all others.
+// have sorting networks for the usual windows and count for all others.
 std::span<const MedianVariant> MedianVariants();
 
 // Runs one form, as FilterMedian does.
@@ -41,6 +41,12 @@ void FilterMedianScalar(const MedianCall& call);
 
 // A histogram of the window that moves with it, for windows of any size.
 void FilterMedianHistogram(const MedianCall& call);
+
+// A histogram of each column's part of the window: what a pixel costs hardly depends on the window's size.
+void FilterMedianColumns(const MedianCall& call);
+
+// One of these two, whichever is quicker for the window.
+void FilterMedianCounted(const MedianCall& call);
 
 #if VASTRELLINE_VECTOR_FORMS
 void FilterMedianBaseline(const MedianCall& call);

@@ -14,7 +14,7 @@ void RunMedianSchedule(const MedianCall& call, std::span<const MedianKernel> ker
     const int32_t columns = call.width - 2 * (call.windowWidth / 2);
     const bool isLargeEnough = call.firstRow < call.lastRow && columns >= static_cast<int32_t>(lanes);
     if (kernel == kernels.end() || !isLargeEnough) {
-        FilterMedianHistogram(call);
+        FilterMedianCounted(call);
         return;
     }
     std::vector<uint16_t> scratch(scratchPixels);

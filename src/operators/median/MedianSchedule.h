@@ -16,7 +16,7 @@ struct MedianKernel {
     void (*run)(const MedianCall& call, uint16_t* scratch);
 };
 
-// Filters by the network for the call's window; by the histogram if there is none or the call is too small.
+// Filters by the network for the call's window; by counting if there is none or the call is too small.
 //
 // lanes           of a vector
 // scratchPixels   that the networks need

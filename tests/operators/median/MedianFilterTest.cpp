@@ -43,8 +43,8 @@ std::vector<uint16_t> MakePixels(std::mt19937& random, size_t count, Content con
 }
 
 // Runs a variant into a buffer between guards and gives all of it back, guards included.
-std::vector<uint16_t> Run(const MedianVariant& variant, const std::vector<uint16_t>& source,
-                          MedianCall call) {
+std::vector<uint16_t> RunForm(const MedianVariant& variant, const std::vector<uint16_t>& source,
+                              MedianCall call) {
     std::vector<uint16_t> out(source.size() + 2 * kGuards, kGuard);
     call.source = source.data();
     call.destination = out.data() + kGuards;
@@ -56,9 +56,9 @@ void ExpectAllVariantsEqual(std::mt19937& random, const MedianCall& call, std::s
     const size_t count = static_cast<size_t>(call.width) * static_cast<size_t>(call.height);
     for (const Content content : contents) {
         const std::vector<uint16_t> source = MakePixels(random, count, content);
-        const std::vector<uint16_t> expected = Run(MedianVariants().front(), source, call);
+        const std::vector<uint16_t> expected = RunForm(MedianVariants().front(), source, call);
         for (const MedianVariant& variant : MedianVariants().subspan(1)) {
-            ASSERT_EQ(expected, Run(variant, source, call))
+            ASSERT_EQ(expected, RunForm(variant, source, call))
                 << variant.name << ' ' << call.width << " x " << call.height << ", window "
                 << call.windowWidth << " x " << call.windowHeight << ", rows " << call.firstRow << " to "
                 << call.lastRow << ", content " << static_cast<int>(content);
@@ -67,7 +67,7 @@ void ExpectAllVariantsEqual(std::mt19937& random, const MedianCall& call, std::s
 }
 
 TEST(MedianVariants, AreThoseThatTheProcessorRuns) {
-    ExpectForms(MedianVariants, {"scalar", "histogram", "baseline", "avx2", "avx512"});
+    ExpectForms(MedianVariants, {"scalar", "histogram", "columns", "counted", "baseline", "avx2", "avx512"});
 }
 
 TEST(MedianVariants, TheLastOneRuns) {
@@ -135,6 +135,97 @@ TEST(MedianVariants, HugeWindowsGiveTheirMiddleValue) {
         FilterMedianWith(variant, {source.data(), out.data(), 261, 261, 261, 261, 0, 260});
         EXPECT_EQ(out[130 * 261 + 130], 7) << variant.name;
         EXPECT_EQ(out[130 * 261 + 129], kGuard) << variant.name;
+    }
+}
+
+// What counting depends on: slopes along and across, so that the median wanders through the levels; areas of
+// one level with specks, where one level holds most pixels; a few levels far from each other.
+std::vector<std::vector<uint16_t>> MakeScenes(int32_t width, int32_t height) {
+    std::mt19937 random(20240505);
+    std::vector<std::vector<uint16_t>> scenes(5);
+    for (int32_t y = 0; y < height; ++y) {
+        for (int32_t x = 0; x < width; ++x) {
+            const auto number = static_cast<int32_t>(random() >> 7U);
+            scenes[0].push_back(static_cast<uint16_t>(300 * x + number % 64));
+            scenes[1].push_back(static_cast<uint16_t>(65535 - 200 * y));
+            scenes[2].push_back(number % 50 == 0 ? static_cast<uint16_t>(number / 64) : uint16_t{1000});
+            scenes[3].push_back(static_cast<uint16_t>(number % 3 * 32767));
+            scenes[4].push_back(static_cast<uint16_t>((x / 40 + y / 30) % 2 * 3000 + number % 900));
+        }
+    }
+    return scenes;
+}
+
+TEST(MedianVariants, EveryWayOfCountingGivesTheSameBits) {
+    struct Window {
+        int32_t width;
+        int32_t height;
+    };
+    constexpr int32_t kFrameWidth = 230;
+    constexpr int32_t kFrameHeight = 140;
+    const std::vector<std::vector<uint16_t>> scenes = MakeScenes(kFrameWidth, kFrameHeight);
+    for (const Window window : {Window{1, 1},
+                                {3, 3},
+                                {2, 2},
+                                {63, 63},
+                                {64, 64},
+                                {65, 65},
+                                {129, 129},
+                                {7, 90},
+                                {90, 7},
+                                {70, 100},
+                                {229, 139},
+                                {230, 140},
+                                {230, 1},
+                                {1, 140}}) {
+        for (const std::vector<uint16_t>& scene : scenes) {
+            const MedianCall call{nullptr,      nullptr,       kFrameWidth, kFrameHeight,
+                                  window.width, window.height, 0,           kFrameHeight - 1};
+            const std::vector<uint16_t> expected =
+                RunForm({"", InstructionSet::Reference, FilterMedianHistogram}, scene, call);
+            for (const MedianVariant& variant : MedianVariants().subspan(1)) {
+                ASSERT_TRUE(expected == RunForm(variant, scene, call))
+                    << variant.name << ", window " << window.width << " x " << window.height << ", scene "
+                    << &scene - scenes.data();
+            }
+        }
+    }
+}
+
+// A window of 65 x 65 on a slope across: its middle column's level, wherever it stands.
+TEST(MedianVariants, LargeWindowOnASlopeGivesTheMiddleOfTheSlope) {
+    constexpr int32_t kWidth = 300;
+    constexpr int32_t kHeight = 70;
+    std::vector<uint16_t> source(kWidth * kHeight);
+    std::vector<uint16_t> expected(source.size(), kGuard);
+    for (size_t i = 0; i < source.size(); ++i) {
+        source[i] = static_cast<uint16_t>(i % kWidth * 200);
+        const bool hasWindow =
+            i / kWidth >= 32 && i / kWidth < 38 && i % kWidth >= 32 && i % kWidth < kWidth - 32;
+        if (hasWindow) expected[i] = source[i];
+    }
+    for (const MedianVariant& variant : MedianVariants().subspan(1)) {
+        std::vector<uint16_t> out(source.size(), kGuard);
+        FilterMedianWith(variant, {source.data(), out.data(), kWidth, kHeight, 65, 65, 0, kHeight - 1});
+        EXPECT_TRUE(out == expected) << variant.name;
+    }
+}
+
+// With an odd number of pixels the middle one stays the middle one from the other end.
+TEST(MedianVariants, InvertedFrameGivesTheInvertedMedians) {
+    std::mt19937 random(20240506);
+    std::vector<uint16_t> source = MakePixels(random, 200 * 150, Content::FullNoise);
+    std::vector<uint16_t> inverted = source;
+    for (uint16_t& pixel : inverted) pixel = static_cast<uint16_t>(65535 - pixel);
+    const MedianCall call{nullptr, nullptr, 200, 150, 101, 101, 0, 149};
+    const MedianVariant columns{"columns", InstructionSet::Reference, FilterMedianColumns};
+    const std::vector<uint16_t> medians = RunForm(columns, source, call);
+    const std::vector<uint16_t> ofInverted = RunForm(columns, inverted, call);
+    for (int32_t y = 50; y < 100; ++y) {
+        for (int32_t x = 50; x < 150; ++x) {
+            const size_t i = kGuards + static_cast<size_t>(y * 200 + x);
+            ASSERT_EQ(65535 - medians[i], ofInverted[i]) << x << ", " << y;
+        }
     }
 }
 
