@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,21 +46,16 @@ std::vector<ProfileValue> TakeValues(InputTail& tail) {
     return values;
 }
 
-struct Edited {
-    ProfileEditResult result = ProfileEditResult::Unchanged;
-    std::string bytes;
-};
-
-Edited EditOneByOne(const std::string& before, const std::wstring& section,
-                    const std::vector<ProfileValue>& values) {
-    Edited edited{ProfileEditResult::Unchanged, before};
+// Nothing: one of them is impossible.
+std::optional<std::string> EditOneByOne(const std::string& before, const std::wstring& section,
+                                        const std::vector<ProfileValue>& values) {
+    std::string bytes = before;
     for (const ProfileValue& value : values) {
         const ProfileEditResult result =
-            EditProfile(edited.bytes, section.c_str(), value.key.c_str(), value.value.c_str());
-        if (result == ProfileEditResult::Impossible) return {result, before};
-        if (result == ProfileEditResult::Changed) edited.result = result;
+            EditProfile(bytes, section.c_str(), value.key.c_str(), value.value.c_str());
+        if (result == ProfileEditResult::Impossible) return std::nullopt;
     }
-    return edited;
+    return bytes;
 }
 
 }  // namespace
@@ -71,13 +67,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::vector<ProfileValue> values = TakeValues(tail);
     const std::string before(tail.Data(), tail.Data() + std::min(tail.Size(), kLargestProfile));
 
-    const Edited expected = EditOneByOne(before, section, values);
-    Edited batch{ProfileEditResult::Unchanged, before};
-    batch.result = SetProfileValues(batch.bytes, section, values);
-    Require(batch.bytes == expected.bytes, "several edits at once are the edits one after the other");
-    Require(batch.result == expected.result, "and tell the same");
-    if (batch.result == ProfileEditResult::Impossible) return 0;
-    Require(SetProfileValues(batch.bytes, section, values) == ProfileEditResult::Unchanged,
+    const std::optional<std::string> batch = SetProfileValues(ProfileText(before), section, values);
+    Require(batch == EditOneByOne(before, section, values),
+            "several edits at once are the edits one after the other");
+    if (!batch) return 0;
+    Require(SetProfileValues(ProfileText(*batch), section, values) == batch,
             "the same again changes nothing");
     return 0;
 }

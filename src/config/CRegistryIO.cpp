@@ -57,8 +57,15 @@ int32_t CRegistryIO::SectionHasEntries(const std::wstring& section) const {
     return profile_->Text().HasEntries(section) ? 1 : 0;
 }
 
-std::vector<std::wstring> CRegistryIO::ListKeys(const std::wstring& section) const {
-    return profile_->Text().ListKeys(TrimName(section));
+bool CRegistryIO::HasKey(const std::wstring& section, const std::wstring& key) const {
+    const ProfileText& text = profile_->Text();
+    const std::optional<ProfileSection> found = text.FindSection(TrimName(section));
+    return found && text.FindEntry(*found, TrimName(key)).has_value();
+}
+
+void CRegistryIO::ForEachKey(const std::wstring& section,
+                             const std::function<void(const std::wstring& key)>& use) const {
+    profile_->Text().ForEachKey(TrimName(section), use);
 }
 
 }  // namespace vastrelline

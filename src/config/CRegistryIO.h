@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "config/LoadedProfile.h"
 
@@ -51,8 +51,12 @@ public:
     // 1 if the section holds at least one line "key=value", else 0.
     int32_t SectionHasEntries(const std::wstring& section) const;
 
-    // The names of all keys of a section in the order of the file, whatever their number.
-    std::vector<std::wstring> ListKeys(const std::wstring& section) const;
+    // Whether a section has a key, whatever its value.
+    bool HasKey(const std::wstring& section, const std::wstring& key) const;
+
+    // Hands over the names of all keys of a section in the order of the file, whatever their number.
+    void ForEachKey(const std::wstring& section,
+                    const std::function<void(const std::wstring& key)>& use) const;
 
 private:
     std::wstring path_;

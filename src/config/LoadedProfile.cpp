@@ -53,7 +53,9 @@ bool LoadedProfile::Store(WaitBudget& wait) {
     const std::string& wanted = Text().Bytes();
     bool isStored = wanted == FileBytes();
     if (state_ == ReadResult::Done) RemoveLeftover(path_);
-    if (!isStored && state_ == ReadResult::Done)
+    // Values must not make a profile out of what the next call would no longer take for one.
+    const bool isTooLarge = wanted.size() > kLargestProfile;
+    if (!isStored && state_ == ReadResult::Done && !isTooLarge)
         isStored = ReplaceWholeFile(path_, FileBytes(), wanted, wait);
     else if (!isStored && state_ == ReadResult::Missing)
         isStored = SaveWholeFile(path_, wanted);
@@ -78,16 +80,12 @@ bool LoadedProfile::IsOf(const Unstored& unstored) const {
 
 void LoadedProfile::ApplyChanges() {
     areApplied_ = true;
-    std::string bytes = text_.Bytes();
-    bool isChanged = false;
     for (const Change& change : changes_) {
-        const ProfileEditResult result =
-            SetProfileValues(bytes, change.section, change.values, NativeProfileCodec());
-        isChanged = isChanged || result == ProfileEditResult::Changed;
+        std::optional<std::string> bytes = SetProfileValues(text_, change.section, change.values);
+        if (!bytes || *bytes == text_.Bytes()) continue;
+        if (!fileBytes_) fileBytes_ = text_.Bytes();
+        text_ = ProfileText(*std::move(bytes), NativeProfileCodec());
     }
-    if (!isChanged) return;
-    if (!fileBytes_) fileBytes_ = text_.Bytes();
-    text_ = ProfileText(std::move(bytes), NativeProfileCodec());
 }
 
 }  // namespace vastrelline

@@ -35,13 +35,22 @@ std::vector<int32_t> ListStagePositions(const std::wstring& iniPath, const std::
                                         int32_t functionCount) {
     const CRegistryIO profile(nullptr, iniPath.c_str(), 1);
     std::set<int32_t> positions;
-    for (const std::wstring& key : profile.ListKeys(section)) {
-        const int32_t position = LeadingPosition(key);
-        if (position < 0 || position >= functionCount) continue;
+    // A list of usual length is looked up; only one that claims to be endless is worth a walk over all keys.
+    constexpr int32_t kUsualCount = 1000;
+    if (functionCount <= kUsualCount) {
+        for (int32_t position = 0; position < functionCount; ++position) {
+            if (profile.HasKey(section, MakeNumberedKey(position, kListKey))) positions.insert(position);
+        }
+        return {positions.begin(), positions.end()};
+    }
+    profile.ForEachKey(section, [&](const std::wstring& key) {
+        const bool isNumbered = key.front() >= L'0' && key.front() <= L'9';
+        const int32_t position = isNumbered ? LeadingPosition(key) : -1;
+        if (position < 0 || position >= functionCount) return;
         if (LowerCaseAscii(key) == LowerCaseAscii(MakeNumberedKey(position, kListKey))) {
             positions.insert(position);
         }
-    }
+    });
     return {positions.begin(), positions.end()};
 }
 

@@ -23,8 +23,10 @@ public:
 private:
     struct Slot {
         uint64_t hash = 0;
-        size_t position = 0;
-        bool isTaken = false;
+        size_t next = 0;  // one more than the position; 0: the slot is free
+
+        bool IsTaken() const { return next > 0; }
+        size_t Position() const { return next - 1; }
     };
 
     // The slot of the name, or the free one where it belongs. There is always a free one.

@@ -141,7 +141,11 @@ ProfileEditResult EditProfile(std::string& bytes, const wchar_t* section, const 
     if (section == nullptr) return ProfileEditResult::Impossible;
     if (key != nullptr && value != nullptr) {
         const ProfileValue one{key, value};
-        return SetProfileValues(bytes, section, {&one, 1}, codec);
+        std::optional<std::string> edited = SetProfileValues(ProfileText(bytes, codec), section, {&one, 1});
+        if (!edited) return ProfileEditResult::Impossible;
+        if (*edited == bytes) return ProfileEditResult::Unchanged;
+        bytes = *std::move(edited);
+        return ProfileEditResult::Changed;
     }
     const ProfileText profile(bytes, codec);
     const std::optional<ProfileSection> found = profile.FindSection(TrimName(section));
@@ -151,16 +155,15 @@ ProfileEditResult EditProfile(std::string& bytes, const wchar_t* section, const 
     return entry ? Erase(bytes, entry->whole) : ProfileEditResult::Unchanged;
 }
 
-ProfileEditResult SetProfileValues(std::string& bytes, std::wstring_view section,
-                                   std::span<const ProfileValue> values, const ProfileCodec& codec) {
-    const ProfileText profile(bytes, codec);
+std::optional<std::string> SetProfileValues(const ProfileText& profile, std::wstring_view section,
+                                            std::span<const ProfileValue> values) {
     const std::wstring_view sectionName = TrimName(section);
     const std::optional<ProfileSection> found = profile.FindSection(sectionName);
     std::vector<Replacement> replacements;
     std::vector<std::wstring> newLines;
     for (const ProfileValue& wanted : values) {
         const std::wstring_view key = TrimName(wanted.key);
-        if (!IsReadableEntry(key, wanted.value)) return ProfileEditResult::Impossible;
+        if (!IsReadableEntry(key, wanted.value)) return std::nullopt;
         const std::optional<ProfileLine> entry = found ? profile.FindEntry(*found, key) : std::nullopt;
         if (entry)
             replacements.push_back(ReplaceValue(profile, *entry, wanted.value));
@@ -168,13 +171,10 @@ ProfileEditResult SetProfileValues(std::string& bytes, std::wstring_view section
             newLines.push_back(ComposeEntry(key, wanted.value));
     }
     if (!newLines.empty()) {
-        if (!found && !IsReadableHead(sectionName)) return ProfileEditResult::Impossible;
+        if (!found && !IsReadableHead(sectionName)) return std::nullopt;
         replacements.push_back(AddLines(profile, found, sectionName, std::move(newLines)));
     }
-    std::string result = Replace(bytes, std::move(replacements));
-    if (result == bytes) return ProfileEditResult::Unchanged;
-    bytes = std::move(result);
-    return ProfileEditResult::Changed;
+    return Replace(profile.Bytes(), std::move(replacements));
 }
 
 }  // namespace vastrelline

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "profile_text/ProfileEncoding.h"
+#include "profile_text/ProfileText.h"
 
 namespace vastrelline {
 
@@ -29,12 +30,11 @@ struct ProfileValue {
     std::wstring value;
 };
 
-// Sets several keys of a section in one pass: the same bytes as EditProfile for one after the other.
+// The bytes of a profile with several keys of a section set, in one pass: the same as EditProfile gives for
+// one after the other. Nothing: one of them is Impossible.
 //
 // values   of keys that differ from one another
-// Result   Impossible if it is so for any of them: then nothing was done
-ProfileEditResult SetProfileValues(std::string& bytes, std::wstring_view section,
-                                   std::span<const ProfileValue> values,
-                                   const ProfileCodec& codec = kUtf8Codec);
+std::optional<std::string> SetProfileValues(const ProfileText& profile, std::wstring_view section,
+                                            std::span<const ProfileValue> values);
 
 }  // namespace vastrelline

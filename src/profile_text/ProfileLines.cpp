@@ -18,6 +18,26 @@ ProfileLineReader::ProfileLineReader(std::string_view fileBytes, ByteRange range
 
 std::optional<ProfileLine> ProfileLineReader::Next() {
     if (position_ == end_) return std::nullopt;
+    ProfileLine line = TakeLine();
+    ReadParts(line);
+    return line;
+}
+
+std::optional<ProfileLine> ProfileLineReader::NextHead() {
+    const size_t unitSize = encoding_.UnitSize();
+    while (position_ < end_) {
+        ProfileLine line = TakeLine();
+        size_t first = line.content.begin;
+        while (first < line.content.end && IsProfileBlank(encoding_.UnitAt(bytes_, first))) first += unitSize;
+        if (first == line.content.end || encoding_.UnitAt(bytes_, first) != '[') continue;
+        ReadParts(line);
+        if (line.kind == LineKind::Head) return line;
+    }
+    return std::nullopt;
+}
+
+// The next line, without its parts.
+ProfileLine ProfileLineReader::TakeLine() {
     ProfileLine line;
     line.whole.begin = position_;
     line.content.begin = position_;
@@ -25,7 +45,6 @@ std::optional<ProfileLine> ProfileLineReader::Next() {
     line.content.end = position_;
     position_ = SkipLineEnd(position_);
     line.whole.end = position_;
-    ReadParts(line);
     return line;
 }
 

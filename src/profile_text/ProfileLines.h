@@ -37,7 +37,11 @@ public:
 
     std::optional<ProfileLine> Next();
 
+    // The next head, without a look into the lines before it.
+    std::optional<ProfileLine> NextHead();
+
 private:
+    ProfileLine TakeLine();
     size_t FindLineEnd() const;
     size_t SkipLineEnd(size_t offset) const;
     ByteRange Trim(ByteRange range) const;

@@ -133,7 +133,7 @@ ProfileLine ProfileText::LineAt(size_t position) const {
 NameTable ProfileText::TabulateNames(ByteRange range, LineKind kind) const {
     NameTable table;
     ProfileLineReader lines = Lines(range);
-    while (const std::optional<ProfileLine> line = lines.Next()) {
+    while (const std::optional<ProfileLine> line = kind == LineKind::Head ? lines.NextHead() : lines.Next()) {
         if (line->kind != kind) continue;
         table.Add(HashName(line->name), line->whole.begin,
                   [&](size_t position) { return HaveSameName(LineAt(position), *line); });
@@ -147,17 +147,19 @@ std::optional<size_t> ProfileText::FindHead(std::wstring_view name) const {
                         [&](size_t position) { return IsNamed(LineAt(position).name, name); });
 }
 
+// Behind the last whole unit.
+size_t ProfileText::TextEnd() const {
+    return bytes_.size() - (bytes_.size() - encoding_.MarkSize()) % encoding_.UnitSize();
+}
+
 // The section behind a head's line; of the lines before the first head, an empty range at their start.
 ProfileText::KnownSection& ProfileText::Know(ByteRange head) const {
     const auto [place, isNew] = known_.try_emplace(head.end);
     KnownSection& known = place->second;
     if (!isNew) return known;
-    size_t end = head.end;
-    ProfileLineReader lines = Lines({head.end, bytes_.size()});
-    for (std::optional<ProfileLine> line = lines.Next(); line && line->kind != LineKind::Head;
-         line = lines.Next()) {
-        end = line->whole.end;
-    }
+    const size_t textEnd = TextEnd();
+    const std::optional<ProfileLine> nextHead = Lines({head.end, textEnd}).NextHead();
+    const size_t end = nextHead ? nextHead->whole.begin : textEnd;
     known.section = {{head.begin, end}, {head.end, end}};
     return known;
 }
@@ -199,16 +201,21 @@ std::vector<std::wstring> ProfileText::ListSections() const {
     return names;
 }
 
-std::vector<std::wstring> ProfileText::ListKeys(std::wstring_view section) const {
-    std::vector<std::wstring> keys;
+void ProfileText::ForEachKey(std::wstring_view section,
+                             const std::function<void(const std::wstring& key)>& use) const {
     const std::optional<ProfileSection> found = FindSection(section);
-    if (!found) return keys;
+    if (!found) return;
     ProfileLineReader lines = Lines(found->lines);
     while (const std::optional<ProfileLine> line = lines.Next()) {
         if (line->kind != LineKind::Entry) continue;
-        std::wstring key = CutAtZero(Decode(line->name));
-        if (!key.empty()) keys.push_back(std::move(key));
+        const std::wstring key = CutAtZero(Decode(line->name));
+        if (!key.empty()) use(key);
     }
+}
+
+std::vector<std::wstring> ProfileText::ListKeys(std::wstring_view section) const {
+    std::vector<std::wstring> keys;
+    ForEachKey(section, [&](const std::wstring& key) { keys.push_back(key); });
     return keys;
 }
 

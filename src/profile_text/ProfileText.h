@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -43,6 +44,10 @@ public:
 
     std::vector<std::wstring> ListSections() const;
     std::vector<std::wstring> ListKeys(std::wstring_view section) const;
+
+    // Hands over one key after the other, for a section may have millions of them.
+    void ForEachKey(std::wstring_view section, const std::function<void(const std::wstring& key)>& use) const;
+
     std::vector<std::wstring> ListEntries(std::wstring_view section) const;
 
     // Whether ListEntries would list any.
@@ -60,6 +65,7 @@ private:
     ProfileLine LineAt(size_t position) const;
     NameTable TabulateNames(ByteRange range, LineKind kind) const;
     std::optional<size_t> FindHead(std::wstring_view name) const;
+    size_t TextEnd() const;
     KnownSection& Know(ByteRange head) const;
     std::wstring ComposeListEntry(const ProfileLine& line) const;
 

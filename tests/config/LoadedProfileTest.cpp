@@ -66,6 +66,8 @@ TEST_F(LoadedProfileTest, MoreThan64MebibytesAreNoProfile) {
     LoadedProfile largest = Load();
     EXPECT_EQ(largest.State(), ReadResult::Done);
     EXPECT_EQ(largest.Text().FindValue(L"a", L"k"), L"1");
+    largest.Set(L"a", L"k", L"22");
+    EXPECT_FALSE(Store(largest));  // the next call would find none
 }
 
 TEST_F(LoadedProfileTest, ValuesCountAtOnceAndTheFileIsAsItWasRead) {

@@ -80,6 +80,15 @@ TEST_F(StageListTest, OnlyTheExactKeyNamesAPosition) {
     EXPECT_THAT(Positions(INT32_MAX), IsEmpty());
 }
 
+TEST_F(StageListTest, AListOfAnyLengthHoldsTheSamePositions) {
+    std::string text = "[S]\r\n";
+    for (const char* position : {"00", "7", "07", "99", "100", "0100", "999", "1000"})
+        text += std::string(position) + "_Function_Number\r\n" + position + "_BLOCK_SIZE=8\r\n";
+    WriteProfile(text);
+    EXPECT_THAT(Positions(1000), ElementsAre(0, 7, 99, 100, 999));
+    EXPECT_THAT(Positions(1001), ElementsAre(0, 7, 99, 100, 999, 1000));
+}
+
 TEST_F(StageListTest, KeyThatStandsTwiceIsOnePosition) {
     WriteProfile("[S]\r\n00_Function_Number=8\r\n00_Function_Number=9\r\n");
     EXPECT_THAT(Positions(1), ElementsAre(0));

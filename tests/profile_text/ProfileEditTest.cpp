@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -137,11 +138,7 @@ struct SetCase {
 class SetProfileValuesTest : public testing::TestWithParam<SetCase> {};
 
 TEST_P(SetProfileValuesTest, GivesTheBytesOfOneEditAfterTheOther) {
-    std::string bytes = GetParam().before;
-    const bool isSame = bytes == GetParam().after;
-    EXPECT_EQ(SetProfileValues(bytes, L"a", GetParam().values),
-              isSame ? ProfileEditResult::Unchanged : ProfileEditResult::Changed);
-    EXPECT_EQ(bytes, GetParam().after);
+    EXPECT_EQ(SetProfileValues(ProfileText(GetParam().before), L"a", GetParam().values), GetParam().after);
     std::string oneByOne = GetParam().before;
     for (const ProfileValue& value : GetParam().values)
         EditProfile(oneByOne, L"a", value.key.c_str(), value.value.c_str());
@@ -173,13 +170,11 @@ INSTANTIATE_TEST_SUITE_P(
                 "\xFF\xFE[\0a\0]\0\n\0k\0=\0y\0z\0\n\0m\0=\0x\0\n\0"s}),
     [](const auto& test) { return test.param.name; });
 
-TEST(SetProfileValues, OneImpossibleValueLeavesAllAsItIs) {
-    const std::string before = "[a]\nk=1\n";
-    std::string bytes = before;
+TEST(SetProfileValues, OneImpossibleValueGivesNothing) {
+    const ProfileText profile("[a]\nk=1\n");
     const std::vector<ProfileValue> values = {{L"k", L"2"}, {L"m", L"1\n[b]"}, {L"n", L"3"}};
-    EXPECT_EQ(SetProfileValues(bytes, L"a", values), ProfileEditResult::Impossible);
-    EXPECT_EQ(SetProfileValues(bytes, L"b\nc", {values.data(), 1}), ProfileEditResult::Impossible);
-    EXPECT_EQ(bytes, before);
+    EXPECT_EQ(SetProfileValues(profile, L"a", values), std::nullopt);
+    EXPECT_EQ(SetProfileValues(profile, L"b\nc", {values.data(), 1}), std::nullopt);
 }
 
 TEST(EditProfile, ACodePageThatLacksACharacterWritesWhatTheCodecGives) {
