@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "operators/median/MedianWindow.h"
+#include "operators/repeat/RepeatedPasses.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
-#include "stages/median/RepeatedPasses.h"
 #include "stages/median/RowBands.h"
 
 namespace vastrelline {

@@ -6,6 +6,8 @@
 #include <exception>
 #include <thread>
 
+#include "platform/ThrowReadiness.h"
+
 namespace vastrelline {
 
 namespace {
@@ -17,8 +19,10 @@ struct Worker {
     RowBandJob job;
     std::thread thread;
     std::exception_ptr failure;
+    bool hasRun = false;
 
     void Run() noexcept {
+        hasRun = true;
         try {
             job.run(job);
         } catch (...) {
@@ -27,10 +31,13 @@ struct Worker {
     }
 
     void Start() {
+        constexpr auto kRun = [](void* worker) {
+            if (MakeReadyToThrow()) static_cast<Worker*>(worker)->Run();
+        };
         try {
-            thread = std::thread(&Worker::Run, this);
-        } catch (const std::exception&) {  // no thread, or no memory for one
-            Run();
+            thread = MedianThreadStarter()(kRun, this);
+        } catch (const std::exception&) {
+            // No thread, or no memory for one: the band is done when the others are.
         }
     }
 };
@@ -40,6 +47,11 @@ struct Worker {
 int32_t& MedianThreadCount() {
     static int32_t count = 2;
     return count;
+}
+
+ThreadStarter& MedianThreadStarter() {
+    static ThreadStarter starter = [](void (*run)(void*), void* worker) { return std::thread(run, worker); };
+    return starter;
 }
 
 void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters, const uint16_t* source,
@@ -56,6 +68,9 @@ void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters
     for (auto i = static_cast<size_t>(count); i-- > 0;) workers[i].Start();
     for (Worker& worker : workers) {
         if (worker.thread.joinable()) worker.thread.join();
+    }
+    for (auto i = static_cast<size_t>(count); i-- > 0;) {
+        if (!workers[i].hasRun) workers[i].Run();
     }
     for (const Worker& worker : workers) {
         if (worker.failure) std::rethrow_exception(worker.failure);

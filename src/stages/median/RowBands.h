@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <thread>
 
 namespace vastrelline {
 
@@ -27,13 +28,18 @@ struct RowBandJob {
 // How many threads RunOnRowBands starts, clamped to 1..31 at each use: 2. Nothing in the library writes it.
 int32_t& MedianThreadCount();
 
+// How a thread is started: on run(worker). Throws what std::thread throws. Nothing in the library writes it;
+// tests put one here that starts none.
+using ThreadStarter = std::thread (*)(void (*run)(void* worker), void* worker);
+ThreadStarter& MedianThreadStarter();
+
 // Runs a job over the rows from `firstRow` to `lastRow`, both inclusive, on worker threads of its own, and
 // returns when all have finished. Each thread takes rows / count rows, the last one also what is left over.
 //
 // job          writes its own rows of the destination and nothing else; gets empty bands too
 // parameters, source, destination   handed on to the job
-// Errors       a thread that cannot be started: the caller's thread does its band; what a job throws is
-//              thrown again after all have finished
+// Errors       a thread that cannot be started, or has no memory to throw: the caller's thread does its band;
+//              what a job throws is thrown again after all have finished
 void RunOnRowBands(RowBandJob::Function job, const RowBandParameters& parameters, const uint16_t* source,
                    uint16_t* destination, int32_t firstRow, int32_t lastRow);
 

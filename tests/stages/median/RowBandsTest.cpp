@@ -1,12 +1,17 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <new>
 #include <stdexcept>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "stages/median/MedianPasses.h"
 #include "stages/median/RowBands.h"
+#include "support/FrameMatcher.h"
+#include "support/Frames.h"
 
 namespace vastrelline {
 namespace {
@@ -19,6 +24,36 @@ public:
     ThreadCount(const ThreadCount&) = delete;
     ThreadCount& operator=(const ThreadCount&) = delete;
 };
+
+// Puts another way to start threads in place for one test.
+class StarterInPlace {
+public:
+    explicit StarterInPlace(ThreadStarter starter) : before_(MedianThreadStarter()) {
+        MedianThreadStarter() = starter;
+    }
+    ~StarterInPlace() { MedianThreadStarter() = before_; }
+    StarterInPlace(const StarterInPlace&) = delete;
+    StarterInPlace& operator=(const StarterInPlace&) = delete;
+
+private:
+    ThreadStarter before_;
+};
+
+std::thread StartNone(void (* /*run*/)(void*), void* /*worker*/) {
+    throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+}
+
+// The first thread starts, no other does.
+int32_t startsAsked = 0;
+std::thread StartTheFirst(void (*run)(void*), void* worker) {
+    if (startsAsked++ > 0) throw std::bad_alloc();
+    return std::thread(run, worker);
+}
+
+// What a thread does that has no memory to throw.
+std::thread StartForNothing(void (* /*run*/)(void*), void* /*worker*/) {
+    return std::thread([] {});
+}
 
 struct Band {
     int32_t first = 0;
@@ -91,6 +126,53 @@ TEST(RowBands, WhatAJobThrowsReachesTheCallerAfterAllHaveFinished) {
                      RowBandParameters{1, 2, 3}, nullptr, destination.data(), 0, 1),
                  std::runtime_error);
     EXPECT_EQ(destination, (std::vector<uint16_t>{0, 1}));
+}
+
+TEST(RowBands, WithoutThreadsTheCallersThreadDoesAllBands) {
+    const StarterInPlace starter(StartNone);
+    EXPECT_EQ(BandsOf(3, 2, 9, 3), (std::vector<Band>{{2, 3, true}, {4, 5, true}, {6, 9, true}}));
+}
+
+// The last band is started first.
+TEST(RowBands, CallersThreadDoesTheBandsOfThreadsThatDidNotStart) {
+    startsAsked = 0;
+    const StarterInPlace starter(StartTheFirst);
+    EXPECT_EQ(BandsOf(3, 2, 9, 3), (std::vector<Band>{{2, 3, true}, {4, 5, true}, {6, 9, false}}));
+    EXPECT_EQ(startsAsked, 3);
+}
+
+TEST(RowBands, CallersThreadDoesTheBandsThatAThreadLeft) {
+    const StarterInPlace starter(StartForNothing);
+    EXPECT_EQ(BandsOf(2, 0, 9, 2), (std::vector<Band>{{0, 4, true}, {5, 9, true}}));
+}
+
+TEST(RowBands, WhatAJobThrowsOnTheCallersThreadComesOutToo) {
+    const StarterInPlace starter(StartNone);
+    std::vector<uint16_t> destination(2);
+    EXPECT_THROW(RunOnRowBands(
+                     [](const RowBandJob& job) {
+                         if (job.index == 1) throw std::bad_alloc();
+                         job.destination[job.lastRow] = 1;
+                     },
+                     RowBandParameters{1, 2, 3}, nullptr, destination.data(), 0, 1),
+                 std::bad_alloc);
+    EXPECT_EQ(destination, (std::vector<uint16_t>{1, 0}));
+}
+
+// Whole medians of the stage: the threads make no difference, nor does their lack.
+TEST(RowBands, MedianWithoutThreadsIsTheSame) {
+    const Frame frame = Noise(60, 50, 4095, 3);
+    for (const int32_t size : {3, 9, 17}) {
+        Frame usual = frame;
+        FilterMedianPasses(usual.Data(), 60, 50, {size, 2, 0});
+        EXPECT_NE(usual, frame);
+        for (const ThreadStarter way : {StartNone, StartForNothing}) {
+            const StarterInPlace starter(way);
+            Frame alone = frame;
+            FilterMedianPasses(alone.Data(), 60, 50, {size, 2, 0});
+            EXPECT_THAT(alone, EqualsFrame(usual)) << size;
+        }
+    }
 }
 
 }  // namespace

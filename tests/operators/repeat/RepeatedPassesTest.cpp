@@ -3,7 +3,7 @@
 #include <climits>
 #include <cstdint>
 
-#include "stages/median/RepeatedPasses.h"
+#include "operators/repeat/RepeatedPasses.h"
 #include "support/Frames.h"
 
 namespace vastrelline {
@@ -51,8 +51,28 @@ TEST(RepeatedPasses, LargestCountEndsSoonAtTheRightPlaceOfTheCircle) {
     EXPECT_EQ(1, CountUp(INT_MAX, 0, 3).value);
 }
 
-TEST(RepeatedPasses, UsualCountsRunEveryPass) {
-    for (const int32_t count : {0, 1, 3, 8}) EXPECT_EQ(count, CountUp(count, 0, 1).passes);
+TEST(RepeatedPasses, PassesThatChangeTheFrameAreAllRun) {
+    for (const int32_t count : {0, 1, 3, 8, 9, 20}) EXPECT_EQ(count, CountUp(count, 100, 1).passes);
+}
+
+TEST(RepeatedPasses, EndsWithThePassThatChangesNothing) {
+    EXPECT_EQ(1, CountUp(5, 0, 1).passes);
+    EXPECT_EQ(4, CountUp(INT_MAX, 3, 1).passes);
+}
+
+// Few rows of a high frame are looked at before the whole of it is.
+TEST(RepeatedPasses, ChangeAnywhereInAHighFrameIsSeen) {
+    constexpr int32_t kHeight = 100;
+    for (int32_t y = 0; y < kHeight; ++y) {
+        Frame frame = Flat(3, kHeight, 0);
+        int32_t passes = 0;
+        RepeatPasses({frame.Data(), 3, kHeight}, INT_MAX, [&] {
+            ++passes;
+            if (frame.At(1, y) < 6) ++frame.At(1, y);
+        });
+        EXPECT_EQ(frame.At(1, y), 6) << y;
+        EXPECT_LE(passes, 8) << y;  // the six, and two that change nothing
+    }
 }
 
 TEST(RepeatedPasses, EmptyFrameNeedsNoPass) {
