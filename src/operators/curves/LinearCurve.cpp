@@ -38,31 +38,40 @@ int32_t FindRampEnd(std::span<const uint32_t> histogram, int32_t maxValue, int32
 
 }  // namespace
 
-uint16_t RampEntry(int32_t outputRange, double place) {
+int32_t RampValue(int32_t outputRange, double place) {
     // The upper limit acts on the double, for past the ramp the product may pass 32 bits.
     const double value = std::min<double>(outputRange * place, outputRange);
-    return LowBits16(std::max(TruncateToInt32(value), 0));
+    return std::max(TruncateToInt32(value), 0);
+}
+
+uint16_t RampEntry(int32_t outputRange, double place) { return LowBits16(RampValue(outputRange, place)); }
+
+LinearRamp FindLinearRamp(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                          int32_t outputRange, int32_t limitBin, int32_t mode) {
+    if (IsFullRange(limitBin, mode)) return {static_cast<double>(maxValue), outputRange};
+    const std::vector<uint32_t> histogram =
+        BuildUnclampedHistogram(pixels, width, height, std::min(maxValue, kTopPixel + kEmptyBins));
+    return {static_cast<double>(FindRampEnd(histogram, maxValue, limitBin, mode)), outputRange};
+}
+
+std::vector<uint16_t> MakeRampTable(const LinearRamp& ramp, int32_t maxValue) {
+    std::vector<uint16_t> table(static_cast<size_t>(std::min(maxValue, kTopPixel)) + 1);
+    for (size_t level = 0; level < table.size(); ++level)
+        table[level] = RampEntry(ramp.outputRange, static_cast<double>(level) / ramp.end);
+    return table;
 }
 
 std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                        int32_t maxValue, int32_t outputRange, int32_t limitBin,
                                        int32_t mode) {
-    if (IsFullRange(limitBin, mode)) {
-        return BuildLinearCurve(std::span<const uint32_t>(), maxValue, outputRange, limitBin, mode);
-    }
-    return BuildLinearCurve(
-        BuildUnclampedHistogram(pixels, width, height, std::min(maxValue, kTopPixel + kEmptyBins)), maxValue,
-        outputRange, limitBin, mode);
+    return MakeRampTable(FindLinearRamp(pixels, width, height, maxValue, outputRange, limitBin, mode),
+                         maxValue);
 }
 
 std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
                                        int32_t outputRange, int32_t limitBin, int32_t mode) {
-    const double high = FindRampEnd(histogram, maxValue, limitBin, mode);
-    std::vector<uint16_t> table(static_cast<size_t>(std::min(maxValue, kTopPixel)) + 1);
-    for (size_t level = 0; level < table.size(); ++level) {
-        table[level] = RampEntry(outputRange, static_cast<double>(level) / high);
-    }
-    return table;
+    const auto end = static_cast<double>(FindRampEnd(histogram, maxValue, limitBin, mode));
+    return MakeRampTable({end, outputRange}, maxValue);
 }
 
 }  // namespace vastrelline

@@ -10,7 +10,18 @@ namespace vastrelline {
 //
 // outputRange   below 0 the output is 0 everywhere
 // place         0 at the ramp's start, 1 at its end; what is not a number gives 0
+int32_t RampValue(int32_t outputRange, double place);
+
+// What a pixel holds of it: the low 16 bits.
 uint16_t RampEntry(int32_t outputRange, double place);
+
+// A straight ramp from 0 at level 0.
+struct LinearRamp {
+    double end;           // the level from which on the output is outputRange; below 0 all of it is 0
+    int32_t outputRange;  // may pass 16 bits
+
+    int32_t ValueAt(int32_t level) const { return RampValue(outputRange, level / end); }
+};
 
 // A straight ramp from level 0 to `high`, in a table of one entry per level 0..maxValue, at most 0..65535.
 //
@@ -23,6 +34,11 @@ uint16_t RampEntry(int32_t outputRange, double place);
 // Rounding      truncation toward zero, within 0..outputRange
 std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                        int32_t maxValue, int32_t outputRange, int32_t limitBin, int32_t mode);
+
+// The ramp of that table, and the table of such a ramp.
+LinearRamp FindLinearRamp(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                          int32_t outputRange, int32_t limitBin, int32_t mode);
+std::vector<uint16_t> MakeRampTable(const LinearRamp& ramp, int32_t maxValue);
 
 // The same from the counts of a frame's levels.
 //

@@ -1,5 +1,6 @@
 #include "stages/linear/LinearStage.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "config/CommonSettings.h"
@@ -16,14 +17,21 @@
 
 namespace vastrelline {
 
+namespace {
+
+int32_t LastLevel(const std::vector<uint16_t>& table) { return static_cast<int32_t>(table.size()) - 1; }
+
+}  // namespace
+
 void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
                       int32_t limitBin, int32_t mode, int32_t saveCurve, const std::wstring& path,
                       int32_t number) {
-    const std::vector<uint16_t> table =
-        BuildLinearCurve(pixels, width, height, maxValue, outputRange, limitBin, mode);
+    const LinearRamp ramp = FindLinearRamp(pixels, width, height, maxValue, outputRange, limitBin, mode);
+    const std::vector<uint16_t> table = MakeRampTable(ramp, maxValue);
     if (saveCurve != 0) {
         TellIfPossible([&] {
-            WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, maxValue, table);
+            WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, LastLevel(table),
+                           [&](int32_t level) { return ramp.ValueAt(level); });
         });
     }
     ApplyLookupTable(pixels, width, height, table);
@@ -34,8 +42,9 @@ void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t w
     const WindowCurve curve = BuildWindowCurve(pixels, width, height, windowWidth, centre, outputRange);
     if (saveCurve != 0) {
         TellIfPossible([&] {
-            WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0, curve.highEdge,
-                           curve.table);
+            WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0,
+                           std::min(curve.highEdge, LastLevel(curve.table)),
+                           [&](int32_t level) { return curve.ValueAt(level); });
         });
     }
     ApplyLookupTable(pixels, width, height, curve.table);

@@ -10,7 +10,9 @@ namespace vastrelline {
 // Builds the curve of a frame and maps the frame through it, in place. Pixels above the table take its last
 // entry.
 //
-// saveCurve      not 0: first writes all levels of the table to a curve file
+// saveCurve      not 0: first writes all levels of the table to a curve file, with the curve's own value
+// where a
+//                pixel takes the low 16 bits only
 // path, number   the file is `path` followed directly by "%02d_LinearCurve.txt" with the number
 void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
                       int32_t limitBin, int32_t mode, int32_t saveCurve, const std::wstring& path,
@@ -20,7 +22,9 @@ void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t m
 // a window above, flat outside.
 //
 // windowWidth    levels; half of it is rounded to the nearest, halves up
-// saveCurve      not 0: first writes levels 0 to the ramp's end, as far as the frame reaches, to a curve file
+// saveCurve      not 0: first writes levels 0 to the ramp's end, as far as the frame reaches, to a curve
+// file,
+//                likewise
 // path, number   the file is `path` followed directly by "%02d_LinearCurve2.txt" with the number
 void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t windowWidth, int32_t centre,
                       int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number);

@@ -9,7 +9,11 @@ namespace vastrelline {
 // flat outside.
 struct WindowCurve {
     int32_t highEdge;             // the level at which the ramp ends; it can lie outside the table
-    std::vector<uint16_t> table;  // one entry for each level from 0 to the frame's highest
+    std::vector<uint16_t> table;  // one entry for each level from 0 to the frame's highest: low 16 bits
+    int32_t lowEdge;              // the level at which the ramp begins
+    int32_t outputRange;          // may pass 16 bits
+
+    int32_t ValueAt(int32_t level) const;
 };
 
 // Builds the curve for a frame, whose pixels say only how far the table goes.

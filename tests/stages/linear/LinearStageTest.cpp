@@ -144,6 +144,19 @@ TEST_F(LinearStageTest, SwitchesComeFromTheRunAndNotFromTheProfile) {
 }
 
 // There is no dump, and the number stays for the next one.
+// A quarter of 100000 a level. A pixel takes the low 16 bits: 75000 is 65536 and 9464, 100000 is 65536 and
+// 34464.
+TEST_F(LinearStageTest, CurveFileShowsValuesBeyondSixteenBits) {
+    SharedConfiguredState().SaveImage = 1;
+    constexpr std::string_view kCurve = "0\t0\r\n1\t25000\r\n2\t50000\r\n3\t75000\r\n4\t100000\r\n";
+    EXPECT_THAT(RunStage(FromRows({{0, 2, 3, 4}}), "OUTPUTRANGE=100000\r\n07_POST_LINEAR_LIMITBIN=-1\r\n", 4),
+                EqualsFrame(FromRows({{0, 50000, 9464, 34464}})));
+    EXPECT_EQ(Run().Dumped("05_LinearCurve.txt"), kCurve);
+    EXPECT_THAT(RunStage(FromRows({{0, 2, 3, 4}}), "OUTPUTRANGE=100000\r\n07_POST_LINEAR_MODE=2\r\n", 4),
+                EqualsFrame(FromRows({{0, 50000, 9464, 34464}})));
+    EXPECT_EQ(Run().Dumped("05_LinearCurve2.txt"), kCurve);
+}
+
 TEST_F(LinearStageTest, CurveFileCarriesTheNumberOfTheNextDump) {
     SharedConfiguredState().SaveImage = 1;
     RunStage(FromRows({{0, 4}}), "OUTPUTRANGE=8\r\n07_POST_LINEAR_LIMITBIN=-1\r\n", 4);
