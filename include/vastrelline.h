@@ -74,8 +74,8 @@ extern "C" {
 struct SensorGeometry {
     int32_t Rotation;     /* 0, 1 or 2: how the frame was turned; any other value is unknown */
     int32_t Flip;         /* 0..3: how the frame was mirrored; any other value is unknown */
-    int32_t RCCutOff;     /* size of the left rounded corner */
-    int32_t RCCutOffR;    /* size of the right rounded corner */
+    int32_t RCCutOff;     /* size of the chamfer of both rounded corners; 0 or less: none */
+    int32_t RCCutOffR;    /* size of the rounding of both; where it reaches further, it counts */
     int32_t FrameWidth;   /* of the full sensor frame, before any cut */
     int32_t FrameHeight;  /* of the full sensor frame, before any cut */
     int32_t ImgCutLeft;   /* columns cut off at the left */

@@ -173,8 +173,8 @@ CLI::App* AddRunCommand(CLI::App& app, RunOptions& options) {
     run->add_option(
            "--geometry", options.geometry,
            "How the frame lies on the sensor, for ImageProcessingS and ImageProcessing_NS: rotation, "
-           "flip, left and right corner, width and height of the full frame, and what is cut off at "
-           "left, top, right and bottom")
+           "flip, chamfer and rounding of both corners, width and height of the full frame, and what is "
+           "cut off at left, top, right and bottom")
         ->expected(kGeometryValues)
         ->delimiter(',')
         ->type_name("TEN NUMBERS");

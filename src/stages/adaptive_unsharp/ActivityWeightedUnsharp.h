@@ -9,7 +9,8 @@ namespace vastrelline {
 // frame whose base or whose activity has less than 10 levels only gets the upper limit.
 //
 // radius         of the box means whose difference is the activity; 0 and less give none at all
-// baseRadius     of the box mean that the brightness and the detail are taken from
+// baseRadius     of the box mean that the brightness and the detail are taken from; 0 and less take the frame
+//                itself, so that there is no first term of detail
 // secondRadius   of the box mean of a second term of detail; 0 and less leave it out
 // gain           of the detail
 // secondGain     of the second term; 0 and less leave it out

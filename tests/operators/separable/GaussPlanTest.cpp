@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "operators/separable/GaussPlan.h"
@@ -67,6 +68,17 @@ TEST(GaussPlan, ExtendedFrameStaysBelowTwoToThe29) {
     EXPECT_TRUE(PlanGaussWrap(16384 - 2, 32767 - 2, 0.4).has_value());
     EXPECT_FALSE(PlanGaussWrap(16384 - 2, 32768 - 2, 0.4).has_value());
     EXPECT_FALSE(PlanGaussReplicate(16384 - 2, 32768 - 2, 0.4).has_value());
+}
+
+// 2.5 sigma is 10843 pixels: 22986 x 23354 extended, 536815044 of 536870912. A pixel more on each side makes
+// 22988 x 23356, which is 536907728.
+TEST(GaussPlan, WidestKernelOfAFrameOfUsualSize) {
+    for (const auto plan : {PlanGaussWrap, PlanGaussReplicate}) {
+        const std::optional<GaussPlan> widest = plan(1300, 1668, 4337.2);
+        ASSERT_TRUE(widest.has_value());
+        EXPECT_EQ(widest->kernel.size(), size_t{21687});
+        EXPECT_FALSE(plan(1300, 1668, 4337.3).has_value());
+    }
 }
 
 }  // namespace

@@ -165,5 +165,15 @@ TEST(ActivityWeightedUnsharp, SumBelowZeroKeepsItsLowBits) {
                             [](uint16_t pixel) { return pixel > 40000 && pixel < 65535; }));
 }
 
+// The base is the frame itself: nothing differs from it, whatever the gain, and the upper limit is all.
+TEST(ActivityWeightedUnsharp, BaseRadiusOfZeroOrLessGivesNoFirstTerm) {
+    const Frame frame = Noise(40, 30, 4095, 4);
+    Frame limited = frame;
+    for (uint16_t& pixel : limited.pixels) pixel = std::min<uint16_t>(pixel, 3000);
+    ASSERT_NE(limited, Sharpen(frame, {3, 1, 0, 0.5, 0.0}, 3000));
+    for (const int32_t baseRadius : {0, -1, kSmallest})
+        EXPECT_THAT(Sharpen(frame, {3, baseRadius, 0, 50.0, 0.0}, 3000), EqualsFrame(limited)) << baseRadius;
+}
+
 }  // namespace
 }  // namespace vastrelline
