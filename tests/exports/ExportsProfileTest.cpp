@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -156,6 +158,50 @@ TEST_P(BadProfileTest, RunBringsTheSensorsValuesIntoTheProfile) {
     EXPECT_EQ(ProfileNormalForm(ReadBytes(Folder().At("profile.ini"))),
               text + (isWritten ? ProfileFolder::SettledProfile().Text() : ""));
     EXPECT_THAT(Folder().Files(), IsEmpty());
+}
+
+// Corners that count where the sensor's own are not known: then they set where the highlights are clipped.
+Frame BrightCorners() {
+    Frame frame = Ramp(60, 40, 300, 10, 20);
+    for (const int32_t y : {0, 1, 2, 37, 38, 39})
+        for (const int32_t x : {0, 1, 2, 3, 56, 57, 58, 59}) frame.At(x, y) = 4000;
+    return frame;
+}
+
+// The outputs of two calls, and the input as the second one left it: its correction reads the profile's
+// geometry, which the first call brought there.
+std::vector<Frame> RunTwice(bool isReadOnly) {
+    const ProfileFolder folder;
+    folder.Sensor().WritePlain(
+        "[Settings]\r\nRotation=0\r\nFlip=0\r\nRCCutOff=15\r\nRCCutOffR=15\r\nFrameWidth=60\r\nFrameHeight="
+        "40\r\n");
+    ProfileWriter()
+        .Section("General")
+        .Key("PROCMODE", "2")
+        .Stage("10", {{"POST_GAMMA_RATIO", "2"}})
+        .WriteTo(folder.At("profile.ini"));
+    if (isReadOnly)
+        std::filesystem::permissions(folder.At("profile.ini"), std::filesystem::perms::owner_read,
+                                     std::filesystem::perm_options::replace);
+    const std::string before = ReadBytes(folder.At("profile.ini"));
+    std::vector<Frame> frames;
+    for (int call = 0; call < 2; ++call) {
+        Frame input = BrightCorners();
+        Frame output(60, 40);
+        const std::string profile = folder.Profile();
+        EXPECT_EQ(ImageProcessing(input.Data(), output.Data(), 60, 40, profile.c_str(), "General", 0, 0),
+                  VASTRELLINE_OK);
+        frames.push_back(std::move(output));
+        frames.push_back(std::move(input));
+    }
+    EXPECT_EQ(ReadBytes(folder.At("profile.ini")) == before, isReadOnly);
+    return frames;
+}
+
+TEST(ReadOnlyProfile, GivesThePixelsOfAWritableOne) {
+    const std::vector<Frame> frames = RunTwice(true);
+    EXPECT_EQ(frames, RunTwice(false));
+    EXPECT_NE(frames[1], frames[3]);  // the second input is corrected with the sensor's corners
 }
 
 INSTANTIATE_TEST_SUITE_P(Exports, BadProfileTest, testing::ValuesIn(ProcessingExports()),
