@@ -10,7 +10,8 @@ class WaitBudget {
 public:
     explicit WaitBudget(std::chrono::milliseconds all = std::chrono::milliseconds(200)) : left_(all) {}
 
-    // Sleeps as long as wished, but no longer than what is left. False, without sleeping: nothing was left.
+    // Sleeps as long as wished, but no longer than what is left, to a millisecond. False, without sleeping:
+    // nothing was left.
     [[nodiscard]] bool Wait(std::chrono::nanoseconds wish);
 
 private:

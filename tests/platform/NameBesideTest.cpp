@@ -31,6 +31,7 @@ TEST(HashName, IsThePublishedOne) {
     EXPECT_EQ(HashName(std::string_view("a")), 0xAF63DC4C8601EC8CU);
     EXPECT_EQ(HashName(std::string_view("foobar")), 0x85944171F73967E8U);
     EXPECT_EQ(HashName(std::wstring_view(L"foobar")), 0x85944171F73967E8U);
+    EXPECT_EQ(HashName(std::wstring_view(L"FooBaR")), 0x85944171F73967E8U);
 }
 
 }  // namespace

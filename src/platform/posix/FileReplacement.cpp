@@ -82,25 +82,30 @@ void PutBack(const FilePlace& place, FileBeside& beside, FileVersion put) {
     }
 }
 
-// Exchanges the two files if the one in the place is the verified version, and nobody is busy with it.
-bool ExchangeVerified(const FilePlace& place, FileBeside& beside, const FileDescriptor& file,
-                      const FileVersion& version, const std::string& bytes, WaitBudget& wait) {
-    const std::optional<FileVersion> put = beside.Version();
-    if (!put) return false;
+// Puts the new file in the place and keeps the old one in reach, if that is the verified version and nobody
+// is busy with it. Otherwise all is as it was.
+bool TakePlace(const FilePlace& place, FileBeside& beside, const FileVersion& put, const FileDescriptor& file,
+               const FileVersion& version, const std::string& bytes, WaitBudget& wait) {
     const ReadLease lease(file);
     if (lease.Get() == ReadLease::State::HasWriters || VersionIn(place) != version ||
         !IsUnchanged(file, version, bytes))
         return false;
-    if (beside.Exchange()) {
-        const auto isUntouched = [&] {
-            return beside.VersionAtName() == version && !lease.IsAwaited() &&
-                   IsUnchanged(file, version, bytes);
-        };
-        if (!isUntouched() || (wait.Wait(kTimeToShow) && !isUntouched())) {
-            PutBack(place, beside, *put);
-            return false;
-        }
-    } else if ((errno != EINVAL && errno != ENOSYS) || !beside.Replace()) {
+    if (!beside.Exchange()) return (errno == EINVAL || errno == ENOSYS) && beside.Replace();
+    const auto isUntouched = [&] {
+        return beside.VersionAtName() == version && !lease.IsAwaited() && IsUnchanged(file, version, bytes);
+    };
+    if (isUntouched() && (!wait.Wait(kTimeToShow) || isUntouched())) return true;
+    PutBack(place, beside, put);
+    return false;
+}
+
+bool ExchangeVerified(const FilePlace& place, FileBeside& beside, const FileDescriptor& file,
+                      const FileVersion& version, const std::string& bytes, WaitBudget& wait) {
+    const std::optional<FileVersion> put = beside.Version();
+    if (!put || !TakePlace(place, beside, *put, file, version, bytes, wait)) return false;
+    // Whoever came between the last look and the end of the lease has the old file open by now.
+    if (beside.IsThere() && ReadLease(file).Get() == ReadLease::State::HasWriters) {
+        PutBack(place, beside, *put);
         return false;
     }
     RememberAsOwn(*put);

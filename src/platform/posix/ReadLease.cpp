@@ -11,8 +11,9 @@ namespace vastrelline {
 namespace {
 
 // The system tells the holder of a lease by a signal that somebody waits. Nobody here needs it: it goes to
-// this thread, which does not let it through, and it is one that does nothing unless the host wants it.
-constexpr int kSignal = SIGURG;
+// this thread, which does not let it through. It is one that does nothing unless the host wants it, that no
+// language's runtime lives by, and of which a host misses no more than the new size of its terminal's window.
+constexpr int kSignal = SIGWINCH;
 
 bool DirectSignalsToThisThread(int descriptor) {
     f_owner_ex owner{};

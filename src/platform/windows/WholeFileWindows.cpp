@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "platform/NameBeside.h"
 #include "platform/OwnVersions.h"
-#include "platform/Text.h"
 #include "platform/WholeFile.h"
 
 namespace vastrelline {
@@ -200,11 +200,11 @@ ReadVersion ReadOnce(const std::wstring& path, size_t largestSize, WaitBudget& w
 }
 
 // The system takes either separator, and a drive without one; wherever the file goes, the new one has to
-// stand on the same volume. File systems here do not tell the cases of a name apart.
+// stand on the same volume.
 std::wstring PathBeside(const std::wstring& path) {
     const size_t lastMark = path.find_last_of(L"\\/:");
     const size_t nameStart = lastMark == std::wstring::npos ? 0 : lastMark + 1;
-    const std::wstring name = LowerCaseAscii(std::wstring_view(path).substr(nameStart));
+    const std::wstring_view name = std::wstring_view(path).substr(nameStart);
     const std::string beside = NameBeside(HashName(name), name.size());
     return path.substr(0, nameStart) + std::wstring(beside.begin(), beside.end());
 }

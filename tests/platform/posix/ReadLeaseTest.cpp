@@ -41,7 +41,7 @@ TEST_F(ReadLeaseTest, SeesWhoHasTheFileOpenForWriting) {
 TEST_F(ReadLeaseTest, HoldsOffAWriterAndTellsTheHostNothing) {
     static std::atomic<int> signals{0};
     signals = 0;
-    const auto before = std::signal(SIGURG, [](int) { ++signals; });
+    const auto before = std::signal(SIGWINCH, [](int) { ++signals; });
     std::atomic<bool> isOver{false};
     std::thread writer;
     {
@@ -57,7 +57,7 @@ TEST_F(ReadLeaseTest, HoldsOffAWriterAndTellsTheHostNothing) {
         isOver = true;
     }
     writer.join();
-    std::signal(SIGURG, before);
+    std::signal(SIGWINCH, before);
     EXPECT_EQ(ReadBytes(Path()), "");
     EXPECT_EQ(signals, 0);
 }
