@@ -19,7 +19,7 @@ std::string HexDigits(uint64_t hash, size_t count) {
 std::string NameBeside(uint64_t hash, size_t length) {
     constexpr size_t kDigitCount = 8;
     const std::string digits = HexDigits(hash, kDigitCount);
-    const std::string wanted = ".vastrelline-" + digits + ".tmp";
+    std::string wanted = ".vastrelline-" + digits + ".tmp";
     if (wanted.size() <= length) return wanted;
     constexpr size_t kMarks = 3;  // before and behind the digits
     constexpr size_t kLeastDigits = 2;
