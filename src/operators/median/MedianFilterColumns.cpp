@@ -316,8 +316,8 @@ void FilterMedianColumns(const MedianCall& call) {
     const auto windowHeight = static_cast<size_t>(call.windowHeight);
     const size_t halfWidth = windowWidth / 2;
     const size_t places = width - 2 * halfWidth;
-    const auto rows = static_cast<size_t>(call.lastRow - call.firstRow + 1);
-    const uint16_t* seen = call.source + static_cast<size_t>(call.firstRow - call.windowHeight / 2) * width;
+    const auto rows = static_cast<size_t>(call.lastRow) - static_cast<size_t>(call.firstRow) + 1;
+    const uint16_t* seen = call.source + (static_cast<size_t>(call.firstRow) - windowHeight / 2) * width;
     uint16_t* out = call.destination + static_cast<size_t>(call.firstRow) * width + halfWidth;
     // Strips so narrow that a group is hardly ever counted anew, and not so narrow that each column is sorted
     // more than about twice.
