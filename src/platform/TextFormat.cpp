@@ -145,10 +145,22 @@ bool IsTooLarge(std::string_view number, bool isHex) {
     return place + exponent > 0;
 }
 
+// The standard library takes two signs of a hexadecimal number's exponent, where the C library ends the
+// number before it.
+void CutBeforeSecondSign(std::string& text) {
+    const size_t exponent = text.find_first_of("pP");
+    if (exponent == std::string::npos || text.size() - exponent < 3) return;
+    const auto isSign = [&](size_t place) { return text[place] == '+' || text[place] == '-'; };
+    if (isSign(exponent + 1) && isSign(exponent + 2)) text.resize(exponent);
+}
+
 // Nothing: no number starts the text.
 std::optional<double> ParseUnsignedDouble(std::string text) {
     const bool isHex = StartsHexNumber(text);
-    if (isHex) text.erase(0, 2);
+    if (isHex) {
+        text.erase(0, 2);
+        CutBeforeSecondSign(text);
+    }
     double value = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value,
                                         isHex ? std::chars_format::hex : std::chars_format::general);

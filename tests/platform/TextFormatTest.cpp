@@ -121,9 +121,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(ParseCase{"Digits", L"0x10", 16.0}, ParseCase{"CapitalX", L"0XfF", 255.0},
                     ParseCase{"Fraction", L"0x1.8", 1.5}, ParseCase{"PointFirst", L"0x.8", 0.5},
                     ParseCase{"Exponent", L"0x1p-2", 0.25}, ParseCase{"Negative", L"-0x2", -2.0},
-                    ParseCase{"NoDigits", L"0x", 0.0}, ParseCase{"NoHexDigits", L"0xg", 0.0},
-                    ParseCase{"PointWithoutDigits", L"0x.", 0.0}, ParseCase{"BlankBehindZero", L"0 x1", 0.0},
-                    ParseCase{"TooLarge", L"0x1p1024", kInfinity},
+                    ParseCase{"NoDigits", L"0x", 0.0}, ParseCase{"TwoSignsOfTheExponent", L"0x3p+-1", 3.0},
+                    ParseCase{"TwoSignsBehindThePoint", L"0x1.8p--1", 1.5},
+                    ParseCase{"NoHexDigits", L"0xg", 0.0}, ParseCase{"PointWithoutDigits", L"0x.", 0.0},
+                    ParseCase{"BlankBehindZero", L"0 x1", 0.0}, ParseCase{"TooLarge", L"0x1p1024", kInfinity},
                     ParseCase{"TooSmall", L"-0x1p-2000", -0.0}),
     [](const auto& test) { return test.param.name; });
 
