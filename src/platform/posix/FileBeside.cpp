@@ -83,6 +83,8 @@ bool FileBeside::Make(mode_t mode) {
     if (!file_.IsOpen()) return false;
     // Before it had its lock it could be taken for abandoned.
     if (TryLock(file_.Get()) == LockResult::HeldByOther || !IsAt(file_, place_, name_)) {
+        // Its lock goes with it. If it stands there after all, it is abandoned from now on.
+        file_ = FileDescriptor();
         errno = EEXIST;
         return false;
     }
