@@ -12,6 +12,7 @@
 #include <set>
 #include <string>
 
+#include "faults/FaultInjector.h"
 #include "platform/Files.h"
 #include "platform/WholeFile.h"
 #include "support/FuzzInput.h"
@@ -46,6 +47,7 @@ public:
         const size_t name = tail.Take<uint8_t>() % kNames.size();
         const auto count = std::min<size_t>(tail.Take<uint8_t>() * size_t{37}, tail.Size());
         const std::string bytes(tail.Data(), tail.Data() + count);
+        if (step >= kFirstFaultyStep) return TakeFaulty(step, name, bytes, tail.Take<uint8_t>());
         switch (step % 8) {
             case 0:
             case 1:
@@ -87,11 +89,66 @@ public:
         size_t count = 0;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.Path()))
             if (entry.is_regular_file() && !entry.is_symlink()) ++count;
-        Require(count == files_.size(), "nothing was left beside");
+        Require(count == files_.size() || mayHaveLeft_, "nothing was left beside");
     }
 
 private:
     static constexpr size_t kLargestFile = 1U << 20U;
+    static constexpr uint8_t kFirstFaultyStep = 128;
+
+    // A step during which a call of the system fails, or all from one on. The file is the old one or the new.
+    void TakeFaulty(uint8_t step, size_t name, const std::string& bytes, uint8_t fault) {
+        const std::string plain = PlainName(name, hasFolderE_);
+        const auto file = files_.find(plain);
+        const bool wasThere = !plain.empty() && file != files_.end();
+        const std::string old = wasThere ? file->second : "";
+        FaultPlan plan{.kind = FaultKind::Files, .first = fault % 40 + 1};
+        plan.isForGood = fault >= 200;
+        plan.reason = step / 8 % 2 == 0 ? FaultReason::Broken : FaultReason::Refused;
+        bool isDone = false;
+        bool isWritten = true;  // whether a step that succeeds leaves the new bytes
+        std::string expected = bytes;
+        std::string read;
+        WaitBudget none(std::chrono::milliseconds(0));
+        {
+            const ScopedFaults faults(plan);
+            switch (step % 4) {
+                case 0:
+                    isDone = SaveWholeFile(PathOf(name), bytes);
+                    break;
+                case 1:
+                    isDone = ReplaceWholeFile(PathOf(name), old, bytes, none);
+                    break;
+                case 2:
+                    isWritten = false;
+                    if (ReadWholeFile(PathOf(name), kLargestFile, none, read) == ReadResult::Done)
+                        Require(wasThere && read == old, "what is read is what was written");
+                    RemoveLeftover(PathOf(name));
+                    break;
+                default: {
+                    OutputFile output(PathOf(name), OpenMode::AppendExclusive);
+                    isDone = output.IsOpen() && output.Append(bytes.data(), bytes.size());
+                    expected = old + bytes;
+                }
+            }
+            mayHaveLeft_ = mayHaveLeft_ || plan.isForGood || faults.HasKeptFile();
+        }
+        if (plain.empty()) return Require(!isDone, "where there is no place nothing is written");
+        Learn(plain, old, wasThere);
+        const std::string now = files_.contains(plain) ? files_[plain] : "";
+        if (isDone && isWritten) Require(now == expected, "success leaves the new bytes");
+        const bool isPart = step % 4 == 3 && now.starts_with(old) && expected.starts_with(now);
+        Require(now == old || (isWritten && now == expected) || isPart, "a file is the old one or the new");
+    }
+
+    // What stands there after a step that may have failed.
+    void Learn(const std::string& plain, const std::string& old, bool wasThere) {
+        const std::filesystem::path path = folder_.Path() / plain;
+        const bool isThere = std::filesystem::is_regular_file(path);
+        Require(isThere || !wasThere, "a file stays");
+        if (isThere && !forbidden_.contains(plain)) files_[plain] = ReadBytes(path);
+        if (isThere && forbidden_.contains(plain)) files_[plain] = old;
+    }
 
     std::wstring PathOf(size_t name) const { return folder_.Wide(kNames[name]); }
 
@@ -141,6 +198,7 @@ private:
     std::map<std::string, std::string> files_;
     std::set<std::string> forbidden_;
     bool hasFolderE_ = false;
+    bool mayHaveLeft_ = false;
 };
 
 }  // namespace

@@ -5,14 +5,14 @@
 #
 #     build   the library and the tool
 #     test    the tests and benchmarks
-#     fuzz    the fuzzers
+#     fuzz    the fuzzers, and what measures how far their corpus reaches
 #     ci      format and lint checks, and the Windows build with its tests
 set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev"
     [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev nlohmann-json3-dev gemmi-dev binutils netpbm"
-    [fuzz]="clang libclang-rt-14-dev"
+    [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
 )
 

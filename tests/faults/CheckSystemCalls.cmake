@@ -1,7 +1,8 @@
 # Looks into the shared library LIBRARY: each function of the C library that it calls is one that the fault
-# injector, INJECTOR, stands before, or one that does not fail. So no new call escapes the sweep.
+# injectors stand before, or one that does not fail. So no new call escapes the sweep.
 #
-# NM   the tool of the compiler that made it
+# INJECTORS   the folder of AllocatorFaults.cpp and FaultInjector.cpp
+# NM          the tool of the compiler that made it
 cmake_minimum_required(VERSION 3.25)
 set(harmless
     __cxa_atexit __cxa_finalize __errno_location __libc_single_threaded stderr
@@ -23,10 +24,11 @@ string(REGEX MATCHALL "[^\n]+@GLIBC_" names "${text}")
 if(NOT names)
     message(FATAL_ERROR "${LIBRARY} calls nothing, so the tool's output was not understood")
 endif()
-file(READ ${INJECTOR} injector)
+file(READ ${INJECTORS}/AllocatorFaults.cpp allocator)
+file(READ ${INJECTORS}/FaultInjector.cpp injector)
 foreach(name IN LISTS names)
     string(REGEX REPLACE "@.*" "" name "${name}")
-    if(NOT name IN_LIST harmless AND NOT injector MATCHES "[ *]${name}[(,]")
+    if(NOT name IN_LIST harmless AND NOT "${allocator}${injector}" MATCHES "[ *]${name}[(,]")
         message(SEND_ERROR "The sweep of faults does not know ${name}: stand before it in the injector")
     endif()
 endforeach()

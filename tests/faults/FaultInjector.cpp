@@ -25,7 +25,8 @@ std::atomic<const char*> failedFunction{nullptr};
 std::atomic<bool> hasKeptFile{false};
 FaultPlan currentPlan;
 
-// Whether the call that is about to be made fails.
+}  // namespace
+
 bool Fails(FaultKind kind, const char* function) {
     if (!isArmed.load() || kind != currentPlan.kind) return false;
     const int64_t call = ++calls;
@@ -36,15 +37,16 @@ bool Fails(FaultKind kind, const char* function) {
     return true;
 }
 
+void CountBlock(int64_t difference) {
+    if (isArmed.load()) openBlocks += difference;
+}
+
+namespace {
+
 bool FailsOnFile(const char* function, int broken, int refused) {
     if (!Fails(FaultKind::Files, function)) return false;
     errno = currentPlan.reason == FaultReason::Broken ? broken : refused;
     return true;
-}
-
-void* Count(void* block) {
-    if (isArmed.load() && block != nullptr) ++openBlocks;
-    return block;
 }
 
 // The function of the C library that the one here stands before.
@@ -74,47 +76,11 @@ bool ScopedFaults::HasKeptFile() const { return hasKeptFile; }
 }  // namespace vastrelline
 
 using vastrelline::Behind;
-using vastrelline::Count;
 using vastrelline::Fails;
 using vastrelline::FailsOnFile;
 using vastrelline::FaultKind;
 
-// The C library's own allocator, under the names that it keeps for programs with a malloc of their own.
 extern "C" {
-void* __libc_malloc(size_t size);
-void* __libc_calloc(size_t count, size_t size);
-void* __libc_realloc(void* block, size_t size);
-void* __libc_memalign(size_t alignment, size_t size);
-void __libc_free(void* block);
-
-static void* Refuse() {
-    errno = ENOMEM;
-    return nullptr;
-}
-
-void* malloc(size_t size) {
-    return Fails(FaultKind::Memory, "malloc") ? Refuse() : Count(__libc_malloc(size));
-}
-void* calloc(size_t count, size_t size) {
-    return Fails(FaultKind::Memory, "calloc") ? Refuse() : Count(__libc_calloc(count, size));
-}
-void* realloc(void* block, size_t size) {
-    if (Fails(FaultKind::Memory, "realloc")) return Refuse();
-    return block == nullptr ? Count(__libc_malloc(size)) : __libc_realloc(block, size);
-}
-void* memalign(size_t alignment, size_t size) {
-    return Fails(FaultKind::Memory, "memalign") ? Refuse() : Count(__libc_memalign(alignment, size));
-}
-void* aligned_alloc(size_t alignment, size_t size) { return memalign(alignment, size); }
-int posix_memalign(void** block, size_t alignment, size_t size) {
-    *block = memalign(alignment, size);
-    return *block == nullptr ? ENOMEM : 0;
-}
-void free(void* block) {
-    if (vastrelline::isArmed.load() && block != nullptr) --vastrelline::openBlocks;
-    __libc_free(block);
-}
-
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*), void* argument) {
     static auto* const behind = Behind<decltype(pthread_create)>("pthread_create");
     return Fails(FaultKind::Threads, "pthread_create") ? EAGAIN : behind(thread, attributes, run, argument);
@@ -158,12 +124,13 @@ STAND_BEFORE(int, fchown, (int file, uid_t user, gid_t group), (file, user, grou
 STAND_BEFORE(int, fchmod, (int file, mode_t mode), (file, mode), EIO, EPERM)
 #undef STAND_BEFORE
 
-// These have one argument more where they make a file; a mode that is not asked for does no harm.
+// These have one argument more where they make a file.
+static bool MakesFile(int flags) { return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE; }
 int open(const char* path, int flags, ...) {
     static auto* const behind = Behind<int(const char*, int, ...)>("open");
     va_list rest;
     va_start(rest, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    const mode_t mode = MakesFile(flags) ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     return FailsOnFile("open", EMFILE, EACCES) ? -1 : behind(path, flags, mode);
 }
@@ -171,7 +138,7 @@ int openat(int folder, const char* path, int flags, ...) {
     static auto* const behind = Behind<int(int, const char*, int, ...)>("openat");
     va_list rest;
     va_start(rest, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    const mode_t mode = MakesFile(flags) ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     return FailsOnFile("openat", EMFILE, EACCES) ? -1 : behind(folder, path, flags, mode);
 }

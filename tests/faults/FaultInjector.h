@@ -44,4 +44,9 @@ public:
     bool HasKeptFile() const;
 };
 
+// For the functions that stand before those of the C library: whether the call that is about to be made
+// fails, and how the number of open blocks changes.
+bool Fails(FaultKind kind, const char* function);
+void CountBlock(int64_t difference);
+
 }  // namespace vastrelline

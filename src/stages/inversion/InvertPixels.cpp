@@ -6,7 +6,8 @@
 namespace vastrelline {
 
 void InvertPixels(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue) {
-    for (uint16_t& pixel : FrameView(pixels, width, height)) pixel = LowBits16(WrappingSubtract(maxValue, pixel));
+    for (uint16_t& pixel : FrameView(pixels, width, height))
+        pixel = LowBits16(WrappingSubtract(maxValue, pixel));
 }
 
 }  // namespace vastrelline
