@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -113,6 +114,10 @@ STAND_BEFORE(int, renameat, (int fromFolder, const char* from, int toFolder, con
 STAND_BEFORE(int, renameat2, (int fromFolder, const char* from, int toFolder, const char* to, unsigned flags),
              (fromFolder, from, toFolder, to, flags), EINVAL, EACCES)
 STAND_BEFORE(int, ftruncate, (int file, off_t size), (file, size), EIO, EFBIG)
+STAND_BEFORE(int, fallocate, (int file, int mode, off_t at, off_t size), (file, mode, at, size), EOPNOTSUPP,
+             ENOSPC)
+STAND_BEFORE(int, poll, (pollfd * files, nfds_t count, int timeoutMs), (files, count, timeoutMs), EINVAL,
+             ENOMEM)
 STAND_BEFORE(int, flock, (int file, int operation), (file, operation), ENOLCK, EWOULDBLOCK)
 STAND_BEFORE(int, unlink, (const char* path), (path), EIO, EACCES)
 STAND_BEFORE(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags), EIO, EACCES)
