@@ -42,7 +42,7 @@ void TestInvert(const std::vector<uint16_t>& pixels, const Options& options) {
     std::vector<uint16_t> inverted = pixels;
     InvertPixels(inverted.data(), options.width, options.height, options.maxValue);
     for (size_t i = 0; i < pixels.size(); ++i)
-        Require(((inverted[i] + pixels[i] - options.maxValue) & 0xFFFF) == 0,
+        Require(static_cast<uint16_t>(inverted[i] + pixels[i]) == static_cast<uint16_t>(options.maxValue),
                 "a pixel and its inverse add up to the top");
     InvertPixels(inverted.data(), options.width, options.height, options.maxValue);
     Require(inverted == pixels, "the inverse of the inverse is the frame");

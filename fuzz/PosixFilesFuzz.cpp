@@ -134,7 +134,7 @@ private:
             mayHaveLeft_ = mayHaveLeft_ || plan.isForGood || faults.HasKeptFile();
         }
         if (plain.empty()) return Require(!isDone, "where there is no place nothing is written");
-        Learn(plain, old, wasThere);
+        Learn(plain, wasThere);
         const std::string now = files_.contains(plain) ? files_[plain] : "";
         if (isDone && isWritten) Require(now == expected, "success leaves the new bytes");
         const bool isPart = step % 4 == 3 && now.starts_with(old) && expected.starts_with(now);
@@ -142,12 +142,11 @@ private:
     }
 
     // What stands there after a step that may have failed.
-    void Learn(const std::string& plain, const std::string& old, bool wasThere) {
+    void Learn(const std::string& plain, bool wasThere) {
         const std::filesystem::path path = folder_.Path() / plain;
         const bool isThere = std::filesystem::is_regular_file(path);
         Require(isThere || !wasThere, "a file stays");
-        if (isThere && !forbidden_.contains(plain)) files_[plain] = ReadBytes(path);
-        if (isThere && forbidden_.contains(plain)) files_[plain] = old;
+        if (isThere) files_[plain] = ReadBytes(path);
     }
 
     std::wstring PathOf(size_t name) const { return folder_.Wide(kNames[name]); }
