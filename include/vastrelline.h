@@ -14,12 +14,15 @@
  * Profile   each processing call reads the profile once, at its start, and all its stages see that version. A
  *           file that was saved less than 20 ms before may be half written: the call waits until it is quiet.
  *           What a call has to write there (the sensor's values, in one replacement) never undoes a save of
- *           another program. For both, and for locks of others, a call waits 0.2 s at most in all.
+ *           another program. For other programs that lock or save a profile a call waits 0.2 s at most, and
+ *           as long again for each other file that it writes.
  * Threads   every function may be called from any thread. Processing calls of a process run one after the
  *           other: a second one waits until the first is done. On the same thread it does not wait, so that a
- *           host may call again while a message box of the library is open. Getdose_ImageInfo and RotateImage
- *           never wait for a running call. A call returns when all its work is done; a square median of the
- *           configured chain shares its rows between two threads of its own, all else runs on the caller's.
+ *           host may call again while a message box of the library is open (on Windows calls of other threads
+ *           wait until it is dismissed). Getdose_ImageInfo and RotateImage never wait for a running call. A
+ *           child that the host has forked while a call was running must not call. A call returns when all
+ *           its work is done; a square median of the configured chain shares its rows between two threads of
+ *           its own, all else runs on the caller's.
  * Failures  no call throws or ends the process; every processing call returns one of the codes below. Logs,
  *           dumps and curve files that cannot be written change neither code nor pixels.
  *
@@ -64,9 +67,10 @@ extern "C" {
 #define VASTRELLINE_NO_SECTION 4
 /* The frame was processed, but the bitmap could not be saved. */
 #define VASTRELLINE_NO_BITMAP 5
-/* Memory ran out, the frame has 2^29 pixels or more (looked at before the codes above where input is there),
- * the system failed to read the profile or the sensor's profile although it is there (a failing disk, no free
- * file handle), or another internal failure. The content of output is then undefined. */
+/* Memory ran out, the frame has 2^29 pixels or more (looked at before the codes above where input is there;
+ * ImageProcessingCR: behind them), the system failed to read the profile or the sensor's profile although it
+ * is there (a failing disk, no free file handle, a writer who is still at work on it after 0.2 s), or another
+ * internal failure. The content of output is then undefined. */
 #define VASTRELLINE_INTERNAL_FAILURE 6
 
 /* How the delivered frame lies on the sensor; a caller's own values in place of the profile's. All in

@@ -11,8 +11,8 @@ namespace vastrelline {
 
 // The one way to a profile file. What one object reads is one version of the file: within a processing call
 // the version that the call has read at its start (CallProfile), otherwise the file as it is when the object
-// is made; nothing is kept from call to call, so that an edit takes effect on the next frame. What is missing
-// gives the default.
+// is made; nothing is kept from call to call but values that could not be stored, so that an edit takes
+// effect on the next frame. What is missing gives the default.
 class CRegistryIO {
 public:
     // isFullPath   not 0: the path is `name` as it stands; 0: `folder`, a backslash and `name`. A null text

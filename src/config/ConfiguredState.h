@@ -6,7 +6,7 @@
 namespace vastrelline {
 
 // Values of the configured chain that its driver sets on every call and its stages read. They are
-// process-wide, outlive the call and have no lock: a host makes one processing call at a time.
+// process-wide, outlive the call and have no lock of their own: processing calls take turns.
 struct ConfiguredState {
     std::wstring IniPath;
     std::wstring SectionName;

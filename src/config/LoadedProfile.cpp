@@ -24,8 +24,9 @@ LoadedProfile::LoadedProfile(std::wstring path, WaitBudget& wait)
     state_ = ReadWholeFile(path_, kLargestProfile, wait, bytes);
     if (state_ != ReadResult::Done) return;
     text_ = ProfileText(std::move(bytes), NativeProfileCodec());
-    if (const std::optional<Unstored>& unstored = SharedUnstored(); unstored && IsOf(*unstored)) {
-        changes_ = unstored->changes;
+    for (const Unstored& unstored : SharedUnstored()) {
+        if (!IsOf(unstored)) continue;
+        changes_ = unstored.changes;
         areApplied_ = false;
     }
 }
@@ -59,17 +60,21 @@ bool LoadedProfile::Store(WaitBudget& wait) {
         isStored = ReplaceWholeFile(path_, FileBytes(), wanted, wait);
     else if (!isStored && state_ == ReadResult::Missing)
         isStored = SaveWholeFile(path_, wanted);
-    std::optional<Unstored>& unstored = SharedUnstored();
-    if (isStored) {
-        if (unstored && unstored->path == path_) unstored.reset();
-    } else {
-        unstored = {path_, FileBytes().size(), HashBytes(FileBytes()), changes_};
-    }
+    KeepUnstored(isStored);
     return isStored;
 }
 
-std::optional<LoadedProfile::Unstored>& LoadedProfile::SharedUnstored() {
-    static std::optional<Unstored> unstored;
+void LoadedProfile::KeepUnstored(bool isStored) const {
+    constexpr size_t kMostFiles = 16;
+    std::deque<Unstored>& all = SharedUnstored();
+    std::erase_if(all, [&](const Unstored& unstored) { return unstored.path == path_; });
+    if (isStored) return;
+    if (all.size() == kMostFiles) all.pop_front();
+    all.push_back({path_, FileBytes().size(), HashBytes(FileBytes()), changes_});
+}
+
+std::deque<LoadedProfile::Unstored>& LoadedProfile::SharedUnstored() {
+    static std::deque<Unstored> unstored;
     return unstored;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,7 +46,7 @@ private:
         std::vector<ProfileValue> values;
     };
 
-    // Values that could not be stored, and the file that they belong to.
+    // Values that could not be stored, and the file that they belong to. The last few such files are kept.
     struct Unstored {
         std::wstring path;
         size_t fileSize;
@@ -53,8 +54,9 @@ private:
         std::vector<Change> changes;
     };
 
-    static std::optional<Unstored>& SharedUnstored();
+    static std::deque<Unstored>& SharedUnstored();
     bool IsOf(const Unstored& unstored) const;
+    void KeepUnstored(bool isStored) const;
     void ApplyChanges();
 
     std::wstring path_;

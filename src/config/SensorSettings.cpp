@@ -30,13 +30,12 @@ CRegistryIO OpenSensorProfile(const std::wstring& path) {
     return profile;
 }
 
-// Where the connected sensor's profile lies.
-std::wstring FindSensorProfile(const std::wstring& sensorFolder) {
-    if (!sensorFolder.empty()) return FolderProfile(sensorFolder);
-    std::wstring plain = SensorProfileRoot() + L"\\Brindmap.ini";
-    const std::wstring serialId =
-        OpenSensorProfile(plain).ReadProfileString(kSensorSection, L"SerialId", L"");
-    return serialId.empty() ? plain : FolderProfile(serialId);
+// The connected sensor's profile.
+CRegistryIO FindSensorProfile(const std::wstring& sensorFolder) {
+    if (!sensorFolder.empty()) return OpenSensorProfile(FolderProfile(sensorFolder));
+    CRegistryIO plain = OpenSensorProfile(SensorProfileRoot() + L"\\Brindmap.ini");
+    const std::wstring serialId = plain.ReadProfileString(kSensorSection, L"SerialId", L"");
+    return serialId.empty() ? plain : OpenSensorProfile(FolderProfile(serialId));
 }
 
 int32_t Doubled(int32_t value) { return static_cast<int32_t>(2 * static_cast<uint32_t>(value)); }
@@ -91,7 +90,7 @@ void ReadTargetRange(const std::wstring& iniPath, const std::wstring& /*section*
 
 void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorFolder, int32_t sensorMode) {
     constexpr int32_t kDoubleResolution = 2;
-    const CRegistryIO sensor = OpenSensorProfile(FindSensorProfile(sensorFolder));
+    const CRegistryIO sensor = FindSensorProfile(sensorFolder);
     SensorGeometry geometry{};
     for (const SensorKey& key : kSensorKeys) {
         geometry.*key.field = sensor.ReadProfileInt(kSensorSection, key.key, key.syncDefault);

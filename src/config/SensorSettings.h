@@ -39,8 +39,7 @@ void ReadTargetRange(const std::wstring& iniPath, const std::wstring& section, T
 //                plain sensor profile, or the plain profile itself if that names none
 // sensorMode     2: the frame has twice the resolution, so corners become 2 * value - 1 and the frame's
 //                sides double; any other value has no effect
-// Errors         std::runtime_error for a sensor profile that is there and cannot be read. One that is
-// missing
+// Errors         std::runtime_error for a sensor profile that is there and cannot be read. A missing one
 //                gives the defaults (corners of 159, all else 0)
 void SyncSensorSettings(const std::wstring& iniPath, const std::wstring& sensorFolder, int32_t sensorMode);
 

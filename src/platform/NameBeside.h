@@ -9,7 +9,8 @@ namespace vastrelline {
 // The name under which the next version of a file is made, in the same folder. It is always the same for one
 // file, so that what a killed process left there is found again without a search.
 //
-// hash    of the file's own name: files of one folder have different ones
+// hash    of the file's own name. Files of one folder hardly ever share one; if they do, their writers wait
+//         for each other
 // length  characters of the file's own name; the new one has no more, since that may be as long as names or
 //         paths can be. Only below five it needs five
 std::string NameBeside(uint64_t hash, size_t length);

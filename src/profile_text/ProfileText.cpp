@@ -1,6 +1,8 @@
 #include "profile_text/ProfileText.h"
 
 #include <algorithm>
+#include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include "profile_text/CaseFolding.h"
@@ -89,7 +91,10 @@ uint32_t CopyList(const std::vector<std::wstring>& entries, wchar_t* buffer, uin
 }  // namespace
 
 ProfileText::ProfileText(std::string bytes, const ProfileCodec& codec)
-    : bytes_(std::move(bytes)), encoding_(bytes_, codec) {}
+    : bytes_(std::move(bytes)), encoding_(bytes_, codec) {
+    if (bytes_.size() >= std::numeric_limits<uint32_t>::max())
+        throw std::length_error("ProfileText: profile too large");
+}
 
 std::wstring ProfileText::Decode(ByteRange range) const {
     return encoding_.Decode(std::string_view(bytes_).substr(range.begin, range.Size()));
@@ -118,11 +123,10 @@ uint64_t ProfileText::HashName(ByteRange nameInFile) const {
     return hash.Value();
 }
 
-bool ProfileText::HaveSameName(const ProfileLine& one, const ProfileLine& other) const {
+bool ProfileText::AreSameName(ByteRange one, ByteRange other) const {
     const std::string_view bytes = bytes_;
-    return bytes.substr(one.name.begin, one.name.Size()) ==
-               bytes.substr(other.name.begin, other.name.Size()) ||
-           EqualFolded(Decode(one.name), Decode(other.name));
+    return bytes.substr(one.begin, one.Size()) == bytes.substr(other.begin, other.Size()) ||
+           EqualFolded(Decode(one), Decode(other));
 }
 
 ProfileLine ProfileText::LineAt(size_t position) const {
@@ -135,16 +139,15 @@ NameTable ProfileText::TabulateNames(ByteRange range, LineKind kind) const {
     ProfileLineReader lines = Lines(range);
     while (const std::optional<ProfileLine> line = kind == LineKind::Head ? lines.NextHead() : lines.Next()) {
         if (line->kind != kind) continue;
-        table.Add(HashName(line->name), line->whole.begin,
-                  [&](size_t position) { return HaveSameName(LineAt(position), *line); });
+        table.Add(HashName(line->name), line->whole.begin, line->name,
+                  [&](ByteRange name) { return AreSameName(name, line->name); });
     }
     return table;
 }
 
 std::optional<size_t> ProfileText::FindHead(std::wstring_view name) const {
     if (!heads_) heads_ = TabulateNames({encoding_.MarkSize(), bytes_.size()}, LineKind::Head);
-    return heads_->Find(HashText(name),
-                        [&](size_t position) { return IsNamed(LineAt(position).name, name); });
+    return heads_->Find(HashText(name), [&](ByteRange other) { return IsNamed(other, name); });
 }
 
 // Behind the last whole unit.
@@ -152,32 +155,34 @@ size_t ProfileText::TextEnd() const {
     return bytes_.size() - (bytes_.size() - encoding_.MarkSize()) % encoding_.UnitSize();
 }
 
-// The section behind a head's line; of the lines before the first head, an empty range at their start.
-ProfileText::KnownSection& ProfileText::Know(ByteRange head) const {
-    const auto [place, isNew] = known_.try_emplace(head.end);
+// The section of the head at a position; of kNoHead, that of the lines before the first head.
+ProfileText::KnownSection& ProfileText::Know(size_t head) const {
+    const auto [place, isNew] = known_.try_emplace(head);
     KnownSection& known = place->second;
     if (!isNew) return known;
+    const size_t textStart = encoding_.MarkSize();
     const size_t textEnd = TextEnd();
-    const std::optional<ProfileLine> nextHead = Lines({head.end, textEnd}).NextHead();
+    const ByteRange headLine = head == kNoHead ? ByteRange{textStart, textStart} : LineAt(head).whole;
+    const std::optional<ProfileLine> nextHead = Lines({headLine.end, textEnd}).NextHead();
     const size_t end = nextHead ? nextHead->whole.begin : textEnd;
-    known.section = {{head.begin, end}, {head.end, end}};
+    known.section = {{headLine.begin, end}, {headLine.end, end}};
     return known;
 }
 
 std::optional<ProfileSection> ProfileText::FindSection(std::wstring_view name) const {
-    const size_t textStart = encoding_.MarkSize();
-    if (name.empty()) return Know({textStart, textStart}).section;
+    if (name.empty()) return Know(kNoHead).section;
     const std::optional<size_t> head = FindHead(name);
     if (!head) return std::nullopt;
-    return Know(LineAt(*head).whole).section;
+    return Know(*head).section;
 }
 
 std::optional<ProfileLine> ProfileText::FindEntry(const ProfileSection& section,
                                                   std::wstring_view key) const {
-    KnownSection& known = Know({section.whole.begin, section.lines.begin});
+    const bool hasHead = section.lines.begin > section.whole.begin;
+    KnownSection& known = Know(hasHead ? section.whole.begin : kNoHead);
     if (!known.keys) known.keys = TabulateNames(section.lines, LineKind::Entry);
     const std::optional<size_t> entry =
-        known.keys->Find(HashText(key), [&](size_t position) { return IsNamed(LineAt(position).name, key); });
+        known.keys->Find(HashText(key), [&](ByteRange name) { return IsNamed(name, key); });
     if (!entry) return std::nullopt;
     return LineAt(*entry);
 }

@@ -28,6 +28,7 @@ struct ProfileSection {
 //        long profile than in a short one. What was found is kept without a lock: one thread asks at a time
 class ProfileText {
 public:
+    // Errors   std::length_error for 2^32 - 1 bytes and more
     explicit ProfileText(std::string bytes, const ProfileCodec& codec = kUtf8Codec);
 
     const std::string& Bytes() const { return bytes_; }
@@ -60,25 +61,29 @@ private:
         std::optional<NameTable> keys;
     };
 
+    static constexpr size_t kNoHead = SIZE_MAX;
+
     uint64_t HashName(ByteRange nameInFile) const;
-    bool HaveSameName(const ProfileLine& one, const ProfileLine& other) const;
+    bool AreSameName(ByteRange one, ByteRange other) const;
     ProfileLine LineAt(size_t position) const;
     NameTable TabulateNames(ByteRange range, LineKind kind) const;
     std::optional<size_t> FindHead(std::wstring_view name) const;
     size_t TextEnd() const;
-    KnownSection& Know(ByteRange head) const;
+    KnownSection& Know(size_t head) const;
     std::wstring ComposeListEntry(const ProfileLine& line) const;
 
     std::string bytes_;
     ProfileEncoding encoding_;
     mutable std::optional<NameTable> heads_;
-    mutable std::map<size_t, KnownSection> known_;  // by where their lines begin
+    mutable std::map<size_t, KnownSection> known_;  // by where their heads stand
 };
 
 // A section or key argument without the blanks around it.
 std::wstring_view TrimName(std::wstring_view name);
 
-// The three reading operations, as platform/ProfileFile.h tells of them, on a profile's contents.
+// The three reading operations on a profile's contents, with the meaning that GetPrivateProfileIntW,
+// ...StringW and ...SectionW have on Windows: a text is cut to size - 1 characters, a list to size - 2; the
+// result is the number of characters without the last terminator.
 int32_t ReadProfileTextInt(const ProfileText& profile, const wchar_t* section, const wchar_t* key,
                            int32_t defaultValue);
 uint32_t ReadProfileTextString(const ProfileText& profile, const wchar_t* section, const wchar_t* key,

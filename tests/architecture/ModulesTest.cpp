@@ -27,6 +27,7 @@ const Coverings kCoveredElsewhere{
     {"operators/separable/FilterSchedule", {"operators/separable/FilterVariantsTest.cpp"}},
     {"operators/separable/HalvingSchedule", {"operators/separable/HalvingFilterTest.cpp"}},
     {"operators/tile_equalise/ClaheSchedule", {"operators/tile_equalise/ClaheTilesTest.cpp"}},
+    {"platform/HeldCancellation", {"platform/posix/HeldCancellationPosixTest.cpp"}},
     {"sensor/CornerOutline", {"sensor/RoundCornerMaskTest.cpp"}},
     {"stages/adaptive_unsharp/BandDifferenceUnsharp",
      {"stages/adaptive_unsharp/EdgeWeightedUnsharpTest.cpp"}},

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "config/LoadedProfile.h"
 #include "support/TemporaryFolder.h"
@@ -33,6 +34,8 @@ protected:
     ~LoadedProfileTest() override {
         if (std::filesystem::exists(File())) SetReadOnly(false);
     }
+
+    const TemporaryFolder& Folder() const { return folder_; }
 
     LoadedProfileTest() = default;
     LoadedProfileTest(const LoadedProfileTest&) = delete;
@@ -111,6 +114,20 @@ TEST_F(LoadedProfileTest, ValuesThatTheFileDidNotTakeCountInTheNextCall) {
     LoadedProfile third = Load();
     EXPECT_TRUE(Store(third));
     EXPECT_EQ(Read(), "[a]\nk=2\n");
+}
+
+TEST_F(LoadedProfileTest, SeveralFilesKeepTheirValues) {
+    const std::vector<std::wstring> names = {L"a.ini", L"b.ini", L"c.ini"};
+    WaitBudget wait;
+    const auto load = [&](const std::wstring& name) { return LoadedProfile(Folder().Wide(name), wait); };
+    for (const std::wstring& name : names) {
+        WriteBytes(Folder().Path() / name, "[a]\nk=1\n");
+        std::filesystem::permissions(Folder().Path() / name, std::filesystem::perms::owner_read);
+        LoadedProfile profile = load(name);
+        profile.Set(L"a", L"k", name);
+        EXPECT_FALSE(profile.Store(wait));
+    }
+    for (const std::wstring& name : names) EXPECT_EQ(load(name).Text().FindValue(L"a", L"k"), name);
 }
 
 TEST_F(LoadedProfileTest, ValuesThatTheFileDidNotTakeEndWithItsNextSave) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/DoseRecord.h"
 #include "platform/MessageDialog.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -44,6 +45,9 @@ protected:
         MixedProfile().WriteTo(folder_.At("profile.ini"));
         for (const char* section : kSections) expected_.push_back(Process(section));
     }
+    ~OverlappingCallsTest() override { SetSharedDoseRecord(recordBefore_); }
+    OverlappingCallsTest(const OverlappingCallsTest&) = delete;
+    OverlappingCallsTest& operator=(const OverlappingCallsTest&) = delete;
 
     Frame Process(const char* section) const {
         Frame input = Noise(kWidth, kHeight, 3000, 11);
@@ -56,6 +60,7 @@ protected:
     const Frame& Expected(size_t section) const { return expected_.at(section); }
 
 private:
+    const DoseRecord recordBefore_ = SharedDoseRecord();
     ProfileFolder folder_;
     std::string profile_;
     std::vector<Frame> expected_;

@@ -7,7 +7,7 @@ cmake_minimum_required(VERSION 3.25)
 set(harmless
     __cxa_atexit __cxa_finalize __errno_location __libc_single_threaded stderr
     # Descriptors and locks of this process, which only a mistake of ours could make fail.
-    close pthread_mutex_lock pthread_mutex_unlock
+    close pthread_mutex_lock pthread_mutex_unlock pthread_setcancelstate
     # A text to a person, whose loss has no effect.
     fwrite
     # Who and when.

@@ -15,15 +15,19 @@ class Names {
 public:
     void Add(uint64_t hash, const std::string& name) {
         names_.push_back(name);
-        table_.Add(hash, names_.size() - 1, Is(name));
+        const size_t number = names_.size() - 1;
+        table_.Add(hash, number, {number, number + 1}, Is(name));
     }
     std::optional<size_t> Find(uint64_t hash, const std::string& name) const {
         return table_.Find(hash, Is(name));
     }
 
 private:
-    NameTable::IsNamed Is(const std::string& name) const {
-        return [this, name](size_t position) { return names_[position] == name; };
+    NameTable::IsName Is(const std::string& name) const {
+        return [this, name](ByteRange stands) {
+            EXPECT_EQ(stands.Size(), 1U);
+            return names_[stands.begin] == name;
+        };
     }
 
     std::vector<std::string> names_;

@@ -243,6 +243,17 @@ TEST(ProfileText, LinesLongerThanAStretchOfTheSearchEndWhereTheyEnd) {
     }
 }
 
+// A search that went through the first line with every repetition would take minutes.
+TEST(ProfileText, RepeatedNamesOfLongLinesAreNoMoreWork) {
+    constexpr size_t kHalf = 4'000'000;
+    std::string keys = "[a]\nA=" + std::string(kHalf, 'x') + "\n";
+    std::string heads = "[a]" + std::string(kHalf, 'x') + "\nk=1\n";
+    while (keys.size() < 2 * kHalf) keys += "A=\n";
+    while (heads.size() < 2 * kHalf) heads += "[a]\n";
+    EXPECT_EQ(ProfileText(keys).FindValue(L"a", L"A")->size(), kHalf);
+    EXPECT_EQ(ProfileText(heads).FindValue(L"a", L"k"), L"1");
+}
+
 TEST(ProfileText, HasEntriesWhereItListsAny) {
     const ProfileText profile("[a]\nk=1\n[b]\n;k=1\n[c]\n\0=1\n[d]\n\0=1\nm\n"s);
     for (const wchar_t* section : {L"a", L"b", L"c", L"d", L"e", L""})

@@ -36,12 +36,13 @@ bool IsAbandoned(const FileDescriptor& file, const FileVersion& version) {
     return now - version.changed > kLongestWork;
 }
 
-// A leftover is a file of ours or of the owner of the file that it should have replaced, under one name.
+// A leftover is a file of ours or of the owner of the file that it should have replaced, under one name; or
+// that file itself, if a process was killed when it had just got its second name.
 bool MayBeLeftover(const FilePlace& place, const struct stat& status) {
-    if (!S_ISREG(status.st_mode) || status.st_nlink != 1) return false;
-    if (status.st_uid == geteuid()) return true;
+    if (!S_ISREG(status.st_mode)) return false;
     const std::optional<struct stat> target = StatusAt(place.folder, place.name);
-    return target && target->st_uid == status.st_uid;
+    if (status.st_nlink != 1) return target && VersionOf(*target).IsSameFile(VersionOf(status));
+    return status.st_uid == geteuid() || (target && target->st_uid == status.st_uid);
 }
 
 // False: something stands there that may not go, or not yet.

@@ -29,7 +29,7 @@ public:
     bool IsThere() const { return isThere_; }
 
     // The mode and owner of a file that is to be replaced. Another owner within the same group is let pass:
-    // everybody who could write the file still can.
+    // within that group everybody who could write the file still can.
     [[nodiscard]] bool TakeOver(const struct stat& old);
 
     // Writes all its bytes, down to the disk.

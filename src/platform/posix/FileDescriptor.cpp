@@ -7,7 +7,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <climits>
 #include <csignal>
+#include <cstdint>
 #include <utility>
 
 #include "platform/posix/SilencedSignals.h"
@@ -15,7 +18,7 @@
 namespace vastrelline {
 
 FileDescriptor::~FileDescriptor() {
-    if (IsOpen()) close(descriptor_);
+    if (IsOpen()) CloseUnlocked(descriptor_);
 }
 
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(other.Release()) {}
@@ -25,19 +28,33 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
     return *this;
 }
 
+void CloseUnlocked(int descriptor) {
+    // A child that the host has forked in between shares the open file, and would keep its lock.
+    static_cast<void>(flock(descriptor, LOCK_UN));
+    close(descriptor);
+}
+
 int FileDescriptor::Release() { return std::exchange(descriptor_, -1); }
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 // Files are open so that nothing waits for the other end of a pipe; a full one is waited for here.
-bool AwaitRoom(int descriptor) {
-    constexpr int kLongestWaitMs = 200;
+bool AwaitRoom(int descriptor, Clock::time_point deadline) {
     pollfd room{descriptor, POLLOUT, 0};
     int count = -1;
     do {
-        count = poll(&room, 1, kLongestWaitMs);
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        count = poll(&room, 1, static_cast<int>(std::max<int64_t>(left.count(), 0)));
     } while (count < 0 && errno == EINTR);
     return count > 0;
+}
+
+// The host's own files, standard error above all, may be open so that a write waits.
+bool WaitsInWrites(int descriptor) {
+    const int flags = fcntl(descriptor, F_GETFL);
+    return flags >= 0 && (flags & O_NONBLOCK) == 0;
 }
 
 FileDescriptor OpenFrom(int folder, const std::string& path, int flags, mode_t mode) {
@@ -60,12 +77,18 @@ FileDescriptor OpenFileAt(const FileDescriptor& folder, const std::string& name,
 
 bool WriteAll(int descriptor, const void* bytes, size_t count) {
     constexpr size_t kLargestWrite = size_t{1} << 30U;  // one call takes less than 2 GiB
+    constexpr std::chrono::milliseconds kLongestWait{200};
     const SilencedSignals silenced{SIGPIPE, SIGXFSZ};
+    const Clock::time_point deadline = Clock::now() + kLongestWait;
+    const bool isBlocking = WaitsInWrites(descriptor);
+    // As much as a pipe that is not full takes without a wait.
+    const size_t largestWrite = isBlocking ? PIPE_BUF : kLargestWrite;
     const char* rest = static_cast<const char*>(bytes);
     while (count > 0) {
-        const ssize_t written = write(descriptor, rest, std::min(count, kLargestWrite));
+        if (isBlocking && !AwaitRoom(descriptor, deadline)) return false;
+        const ssize_t written = write(descriptor, rest, std::min(count, largestWrite));
         if (written < 0 && errno == EINTR) continue;
-        if (written < 0 && errno == EAGAIN && AwaitRoom(descriptor)) continue;
+        if (written < 0 && errno == EAGAIN && AwaitRoom(descriptor, deadline)) continue;
         if (written <= 0) return false;
         rest += written;
         count -= static_cast<size_t>(written);

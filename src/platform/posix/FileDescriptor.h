@@ -33,9 +33,13 @@ FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0);
 // The same for a name in an open folder.
 FileDescriptor OpenFileAt(const FileDescriptor& folder, const std::string& name, int flags, mode_t mode = 0);
 
+// Closes an open file and lets go of its lock, whoever else shares it.
+void CloseUnlocked(int descriptor);
+
 // Writes all bytes, in as many steps as it takes. False if any of them could not be written, also because the
-// reader of a pipe has not taken them for a while. None of the signals that a write may raise (a pipe whose
-// reader has left, a limit on the size of files) reaches the host: it would end the process.
+// reader of a pipe has not taken them within 0.2 s, be it a file that this library has opened or the host's.
+// None of the signals that a write may raise (a pipe whose reader has left, a limit on the size of files)
+// reaches the host: it would end the process.
 [[nodiscard]] bool WriteAll(int descriptor, const void* bytes, size_t count);
 
 // Reads up to `size` bytes: their number, 0 at the end of the file, -1 if it cannot be read.

@@ -35,8 +35,9 @@ std::optional<FileVersion> VersionIn(const FilePlace& place) {
 FileDescriptor OpenLocked(const FilePlace& place, WaitBudget& wait) {
     for (;;) {
         FileDescriptor file = OpenFileAt(place.folder, place.name, O_RDONLY | O_NOFOLLOW);
-        if (!file.IsOpen()) return file;
-        if (TryLock(file.Get()) != LockResult::HeldByOther) {
+        const bool isLeased = !file.IsOpen() && errno == EAGAIN;  // asking has asked for the lease back, too
+        if (!file.IsOpen() && !isLeased) return file;
+        if (!isLeased && TryLock(file.Get()) != LockResult::HeldByOther) {
             // While this one waited, another writer may have put a new file in the place of the locked one.
             const std::optional<FileVersion> locked = VersionOf(file);
             const std::optional<FileVersion> current = VersionIn(place);
@@ -73,8 +74,9 @@ void PutBack(const FilePlace& place, FileBeside& beside, FileVersion put) {
         const std::optional<FileVersion> returned = beside.VersionAtName();
         if (!returned) return;
         if (!beside.Exchange()) {
-            // Somebody has taken the new file away. Its name is free, unless somebody is faster.
-            static_cast<void>(errno == ENOENT && beside.TakeFreePlace());
+            // Somebody has taken the new file away: its name is free, unless somebody is faster. Or files no
+            // longer change places here: then the old one goes back over the new one.
+            static_cast<void>(errno == ENOENT ? beside.TakeFreePlace() : beside.Replace());
             return;
         }
         if (beside.VersionAtName() == put) return;
@@ -120,6 +122,8 @@ bool ReplaceVersion(const FilePlace& place, const std::string& oldBytes, const s
     if (!file.IsOpen()) return false;
     const std::optional<struct stat> old = StatusAt(place.folder, place.name);
     if (!old || !IsWritable(place, *old) || !HoldsBytes(file, oldBytes)) return false;
+    // Replaced, a file of several names would become two; written in place it could be torn.
+    if (old->st_nlink > 1) return false;
     constexpr mode_t kOwnerOnly = 0600;  // until it is what the old one was
     FileBeside beside(place, kOwnerOnly, wait);
     if (!beside.IsThere() || !beside.TakeOver(*old) || !beside.Fill(newBytes)) return false;

@@ -83,8 +83,9 @@ bool ReserveRoom(const FileDescriptor& file, size_t count) {
 SaveResult WriteInPlace(const FilePlace& place, const std::string& bytes, WaitBudget& wait) {
     const FileDescriptor file = OpenFileAt(place.folder, place.name, O_WRONLY | O_NOFOLLOW);
     if (!file.IsOpen()) return SaveResult::Failed;
-    // Another run that writes the same file is let finish; whoever else locks it is not asked.
-    while (TryLock(file.Get()) == LockResult::HeldByOther && wait.Wait(kWaitForOther)) {
+    // Another run that writes the same file is let finish.
+    while (TryLock(file.Get()) == LockResult::HeldByOther) {
+        if (!wait.Wait(kWaitForOther)) return SaveResult::Failed;
     }
     const std::optional<FileVersion> old = VersionOf(file);
     if (!old) return SaveResult::Failed;

@@ -18,7 +18,7 @@ namespace {
 constexpr std::chrono::milliseconds kWaitForWriter{2};
 
 // Who has a file open for longer than this after the last change is no editor that saves.
-constexpr std::chrono::seconds kLongestSave{1};
+constexpr std::chrono::seconds kLongestSave{3};
 
 std::chrono::nanoseconds AsDuration(const timespec& time) {
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
@@ -54,13 +54,18 @@ std::chrono::nanoseconds TimeUntilWhole(const FileDescriptor& file, const FileVe
     timespec now{};
     if (clock_gettime(CLOCK_REALTIME, &now) != 0) return {};
     const std::chrono::nanoseconds age = AsDuration(now) - version.changed;
-    if (age <= -kQuietTime || age >= kLongestSave) return {};
-    if (age < kQuietTime) return kQuietTime - age;
-    if (version.size == 0 && age < kQuietTimeOfEmptyFile) return kWaitForWriter;
+    if (age >= kLongestSave) return {};
+    const bool isFromTheFuture = age <= -kQuietTime;
+    if (!isFromTheFuture && age < kQuietTime) return kQuietTime - age;
+    if (!isFromTheFuture && version.size == 0 && age < kQuietTimeOfEmptyFile) return kWaitForWriter;
     // A disk that is busy holds up a writer for longer than the quiet time, between cutting a file and
     // filling it, but does not hide him.
     if (ReadLease(file).Get() == ReadLease::State::HasWriters) return kWaitForWriter;
     return {};
+}
+
+bool IsUnfinished(const FileDescriptor& file, const FileVersion& version) {
+    return version.size == 0 || ReadLease(file).Get() == ReadLease::State::HasWriters;
 }
 
 void RememberAsOwn(const FileVersion& version) { Own().Add(version); }

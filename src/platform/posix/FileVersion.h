@@ -32,10 +32,13 @@ std::optional<FileVersion> VersionOf(const FileDescriptor& file);
 // version  of the file. One that this process has put in place itself is whole at once. An empty one is what
 //          many editors make first: it has to be quiet for longer. One that somebody has open for writing is
 //          not whole yet, unless the last change is so old that it is just kept open
-// Clocks   a stamp from the future tells nothing, so it counts as old. Old kernels stamp up to ten
-// milliseconds
-//          too early, which kQuietTime has room for
+// Clocks   a stamp from the future tells nothing, so only open writers count then. Old kernels stamp up to
+//          ten milliseconds too early, which kQuietTime has room for
 std::chrono::nanoseconds TimeUntilWhole(const FileDescriptor& file, const FileVersion& version);
+
+// Whether a version that is not whole yet is more than just young: somebody has cut it and not filled it, or
+// has it open for writing.
+bool IsUnfinished(const FileDescriptor& file, const FileVersion& version);
 
 // Remembers a version that this process has put in place as a whole. Only the last few are kept.
 void RememberAsOwn(const FileVersion& version);

@@ -49,7 +49,7 @@ bool OutputFile::Append(const void* bytes, size_t count) {
 }
 
 void OutputFile::Close() {
-    if (IsOpen()) close(static_cast<int>(std::exchange(handle_, kNoFile)));
+    if (IsOpen()) CloseUnlocked(static_cast<int>(std::exchange(handle_, kNoFile)));
 }
 
 bool CreateFolder(const std::wstring& path) { return mkdir(NativePath(path).c_str(), kNewFolderMode) == 0; }

@@ -17,6 +17,8 @@ namespace vastrelline {
 
 namespace {
 
+constexpr std::chrono::milliseconds kTimeOfLease{2};
+
 ReadResult ResultOfOpening(int error) {
     switch (error) {
         case ENOENT:
@@ -55,13 +57,20 @@ ReadResult ReadAll(const FileDescriptor& file, size_t expectedSize, size_t large
 
 struct ReadVersion {
     ReadResult result;
-    // Done: how long to wait until the bytes may be taken for one whole version; 0 if they may at once.
+    // How long to wait before the next look; 0: the result stands, and with Done the bytes are a whole
+    // version.
     std::chrono::nanoseconds timeUntilWhole{0};
+    bool isUnfinished = false;  // and not only young: a writer is seen at work
+    ino_t number = 0;           // of the file
 };
 
 ReadVersion ReadOnce(const std::string& path, size_t largestSize, std::string& bytes) {
     const FileDescriptor file = OpenFile(path, O_RDONLY);
-    if (!file.IsOpen()) return {ResultOfOpening(errno)};
+    if (!file.IsOpen()) {
+        // Another program's lease: asking for the file has asked for the lease back, too.
+        if (errno == EAGAIN) return {ReadResult::Failed, kTimeOfLease};
+        return {ResultOfOpening(errno)};
+    }
     struct stat status {};
     if (fstat(file.Get(), &status) != 0) return {ReadResult::Failed};
     if (!S_ISREG(status.st_mode)) return {ReadResult::NoFile};
@@ -71,18 +80,25 @@ ReadVersion ReadOnce(const std::string& path, size_t largestSize, std::string& b
     if (result != ReadResult::Done) return {result};
     const std::optional<FileVersion> after = VersionOf(file);
     if (!after) return {ReadResult::Failed};
-    if (*after != VersionOf(status)) return {ReadResult::Done, kQuietTime};
-    return {ReadResult::Done, TimeUntilWhole(file, *after)};
+    if (*after != VersionOf(status)) return {ReadResult::Done, kQuietTime, true, after->number};
+    const std::chrono::nanoseconds timeUntilWhole = TimeUntilWhole(file, *after);
+    const bool isUnfinished = timeUntilWhole.count() > 0 && IsUnfinished(file, *after);
+    return {ReadResult::Done, timeUntilWhole, isUnfinished, after->number};
 }
 
 }  // namespace
 
 ReadResult ReadWholeFile(const std::wstring& path, size_t largestSize, WaitBudget& wait, std::string& bytes) {
     const std::string native = NativePath(path);
+    ino_t last = 0;
     for (;;) {
         const ReadVersion version = ReadOnce(native, largestSize, bytes);
-        if (version.result != ReadResult::Done || version.timeUntilWhole.count() == 0) return version.result;
-        if (!wait.Wait(version.timeUntilWhole)) return ReadResult::Done;
+        if (version.timeUntilWhole.count() == 0) return version.result;
+        // A writer that is at work on the same file as before has stalled. A file that is another one at each
+        // look is replaced as a whole, only often.
+        if (!wait.Wait(version.timeUntilWhole))
+            return version.isUnfinished && version.number == last ? ReadResult::Failed : version.result;
+        last = version.number;
     }
 }
 

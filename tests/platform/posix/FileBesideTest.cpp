@@ -110,6 +110,14 @@ TEST_F(FileBesideTest, RemovesWhatIsLeftOnly) {
     EXPECT_EQ(ReadBytes(At("file")), "file");
 }
 
+TEST_F(FileBesideTest, ALeftoverThatHasJustGotItsSecondNameLosesTheFirst) {
+    WriteBytes(At("file"), "file");
+    std::filesystem::create_hard_link(At("file"), Beside());
+    RemoveFileBeside(Place());
+    EXPECT_FALSE(exists(Beside()));
+    EXPECT_EQ(ReadBytes(At("file")), "file");
+}
+
 TEST_F(FileBesideTest, WhatIsNoLeftoverStays) {
     // Two names, a link, a folder: nothing that a save makes.
     WriteBytes(At("kept"), "kept");

@@ -1,6 +1,8 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/time.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -115,6 +117,54 @@ TEST(WriteAll, AReaderWhoTakesNothingIsAFailedWrite) {
     const Pipe ends = MakePipe();
     const std::string bytes(1000000, 'x');
     EXPECT_FALSE(WriteAll(ends.writer.Get(), bytes.data(), bytes.size()));
+}
+
+// As standard error is: nobody but its host decides how it is open.
+TEST(WriteAll, AReaderWhoTakesNothingDoesNotHoldUpAFileThatWaits) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const FileDescriptor reader(ends[0]);
+    const FileDescriptor writer(ends[1]);
+    EXPECT_FALSE(WriteAll(writer.Get(), std::string(200'000, 'x').data(), 200'000));
+    EXPECT_FALSE(WriteAll(writer.Get(), "x", 1));
+}
+
+// Each signal starts the wait anew, but not the time that it may take.
+TEST(WriteAll, ATimerOfTheHostDoesNotMakeTheWaitEndless) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_NONBLOCK), 0);
+    const FileDescriptor reader(ends[0]);
+    const FileDescriptor writer(ends[1]);
+    struct sigaction before {};
+    struct sigaction counting {};
+    counting.sa_handler = [](int) {};
+    ASSERT_EQ(sigaction(SIGALRM, &counting, &before), 0);
+    const itimerval often{{0, 20'000}, {0, 20'000}};
+    ASSERT_EQ(setitimer(ITIMER_REAL, &often, nullptr), 0);
+    EXPECT_FALSE(WriteAll(writer.Get(), std::string(200'000, 'x').data(), 200'000));
+    const itimerval never{};
+    setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before, nullptr);
+}
+
+TEST(FileDescriptor, ClosingLetsGoOfTheLockAlsoOfAForkedChild) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "file", "");
+    pid_t child = -1;
+    {
+        const FileDescriptor file = OpenFile(folder.Narrow("file"), O_RDONLY);
+        ASSERT_EQ(TryLock(file.Get()), LockResult::Locked);
+        child = fork();
+        if (child == 0) {
+            pause();  // with the file open
+            _exit(0);
+        }
+        ASSERT_GT(child, 0);
+    }
+    const FileDescriptor again = OpenFile(folder.Narrow("file"), O_RDONLY);
+    EXPECT_EQ(TryLock(again.Get()), LockResult::Locked);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 }  // namespace

@@ -94,6 +94,44 @@ TEST_F(FileReplacementTest, NamesAndPathsMayBeAsLongAsTheyCanBe) {
     EXPECT_EQ(ReadBytes(path), "two");
 }
 
+// A new file under one of them would part them.
+TEST_F(FileReplacementTest, AFileOfTwoNamesStays) {
+    WriteBytes(At("file"), "one");
+    std::filesystem::create_hard_link(At("file"), At("other"));
+    WaitBudget wait;
+    EXPECT_FALSE(ReplaceWholeFile(Wide(L"file"), "one", "two", wait));
+    EXPECT_EQ(ReadBytes(At("other")), "one");
+    EXPECT_TRUE(std::filesystem::equivalent(At("file"), At("other")));
+}
+
+// Its half would be another picture.
+TEST_F(FileReplacementTest, AFileThatAStalledWriterHoldsCannotBeRead) {
+    WriteBytes(At("file"), "half");
+    const FileDescriptor writer = OpenFile((At("file")).string(), O_WRONLY);
+    if (ReadLease(OpenFile(At("file").string(), O_RDONLY)).Get() != ReadLease::State::HasWriters)
+        GTEST_SKIP() << "this file system does not tell of writers";
+    std::string bytes;
+    WaitBudget wait;
+    EXPECT_EQ(ReadWholeFile(Wide(L"file"), 100, wait, bytes), ReadResult::Failed);
+}
+
+TEST_F(FileReplacementTest, AnotherProgramsLeaseIsWaitedFor) {
+    WriteBytes(At("file"), "whole");
+    const auto open = [&](int flags) { return OpenFile(At("file").string(), flags); };
+    FileDescriptor holder = open(O_RDWR);
+    if (fcntl(holder.Get(), F_SETSIG, SIGURG) != 0 || fcntl(holder.Get(), F_SETLEASE, F_WRLCK) != 0)
+        GTEST_SKIP() << "this file system has no leases";
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        holder = FileDescriptor();
+    });
+    std::string bytes;
+    WaitBudget wait;
+    EXPECT_EQ(ReadWholeFile(Wide(L"file"), 100, wait, bytes), ReadResult::Done);
+    EXPECT_EQ(bytes, "whole");
+    other.join();
+}
+
 TEST_F(FileReplacementTest, AFolderThatTakesNoFileKeepsTheOldOne) {
     if (geteuid() != 0) GTEST_SKIP() << "becomes another user, which only root can";
     std::filesystem::permissions(Folder(), static_cast<std::filesystem::perms>(0755));

@@ -197,7 +197,8 @@ TEST_F(FileSavingTest, APipeTakesTheBytesIfItHasAReader) {
     EXPECT_STREQ(read, "read");
 }
 
-TEST_F(FileSavingTest, AForeignLockIsNotAsked) {
+// It keeps writers apart that write in place. A file that is replaced is whole for everybody.
+TEST_F(FileSavingTest, AForeignLockKeepsAFileFromBeingWrittenInPlace) {
     WriteBytes(At("file"), "old");
     WriteBytes(At("first"), "old");
     std::filesystem::create_hard_link(At("first"), At("second"));
@@ -206,8 +207,11 @@ TEST_F(FileSavingTest, AForeignLockIsNotAsked) {
     ASSERT_EQ(flock(one.Get(), LOCK_EX), 0);
     ASSERT_EQ(flock(other.Get(), LOCK_EX), 0);
     EXPECT_TRUE(SaveFile(Narrow("file"), "new"));
-    EXPECT_TRUE(SaveFile(Narrow("first"), "new"));
+    EXPECT_FALSE(SaveFile(Narrow("first"), "new"));
     EXPECT_EQ(ReadBytes(At("file")), "new");
+    EXPECT_EQ(ReadBytes(At("second")), "old");
+    ASSERT_EQ(flock(other.Get(), LOCK_UN), 0);
+    EXPECT_TRUE(SaveFile(Narrow("first"), "new"));
     EXPECT_EQ(ReadBytes(At("second")), "new");
 }
 
