@@ -7,7 +7,7 @@ namespace vastrelline {
 class HeldCancellation {
 public:
     HeldCancellation();
-    ~HeldCancellation();
+    ~HeldCancellation();  // NOLINT(performance-trivially-destructible): it has work to do on POSIX
     HeldCancellation(const HeldCancellation&) = delete;
     HeldCancellation& operator=(const HeldCancellation&) = delete;
 
