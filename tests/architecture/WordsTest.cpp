@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 #include <regex>
 #include <string>
 
@@ -30,6 +31,15 @@ TEST(OwnWords, FilesStayShort) {
     for (const char* folder : {"src", "tools", "include"}) {
         for (const auto& [path, text] : ReadTreeFiles(SourceTreeFolder() / folder))
             EXPECT_LE(std::count(text.begin(), text.end(), '\n'), kMostLines) << path;
+    }
+}
+
+// What a run leaves where it was started from is not committed.
+TEST(TopFolder, HoldsNoFrameAndNoCurve) {
+    for (const auto& entry : std::filesystem::directory_iterator(SourceTreeFolder())) {
+        EXPECT_NE(entry.path().extension(), ".raw") << entry.path();
+        EXPECT_TRUE(entry.path().extension() != ".txt" || entry.path().filename() == "CMakeLists.txt")
+            << entry.path();
     }
 }
 
