@@ -1,7 +1,7 @@
 // The kernels that take a row of pixels or go over a frame from the first pixel to the last (range,
-// pre-contrast, power of the spots, row of Sobel magnitudes) with arguments from anywhere: every form of each
-// list against its definition. The input's head are the pixels, its tail picks the rest, so that a change of
-// that leaves the pixels where they are.
+// saturation cap, masked corners, pre-contrast, power of the spots, row of Sobel magnitudes) with arguments
+// from anywhere: every form of each list against its definition. The input's head are the pixels, its tail
+// picks the rest, so that a change of that leaves the pixels where they are.
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "operators/histogram/PixelRange.h"
+#include "sensor/MaskedPixels.h"
+#include "sensor/SaturationCap.h"
 #include "sensor/SpotPower.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
 #include "stages/pre_contrast/PreContrast.h"
@@ -32,6 +34,30 @@ void TestRange(const std::vector<uint16_t>& pixels) {
     RequireEqualForms(PixelRangeVariants(), [&](const PixelRangeVariant& form) {
         const PixelRange range = form.run(pixels.data(), pixels.size());
         return Guarded<int32_t>({range.smallest, range.largest});
+    });
+}
+
+void TestCap(const Rows& rows, int32_t saturationValue) {
+    RequireEqualForms(SaturationCapVariants(), [&](const SaturationCapVariant& form) {
+        Guarded<uint16_t> pixels(rows.above);
+        form.run(pixels.Data(), pixels.Size(), saturationValue);
+        return pixels;
+    });
+}
+
+// Masked where the row below is at or above a limit, so that all, some or single pixels are.
+void TestMasked(const Rows& rows, uint16_t limit) {
+    std::vector<uint16_t> mask = rows.below;
+    for (uint16_t& pixel : mask) pixel = pixel >= limit ? kMasked : pixel;
+    RequireEqualForms(MaskedPixelsVariants(), [&](const MaskedPixelsVariant& form) {
+        Guarded<uint16_t> row(rows.above);
+        form.run->fillRow(row.Data(), mask.data(), rows.count);
+        return row;
+    });
+    RequireEqualForms(MaskedPixelsVariants(), [&](const MaskedPixelsVariant& form) {
+        Guarded<uint16_t> row(rows.above);
+        form.run->paint(row.Data(), mask.data(), mask.size(), limit);
+        return row;
     });
 }
 
@@ -89,6 +115,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     };
     const Rows rows = {count, row(0), row(1), row(2)};
     TestRange(rows.above);
+    TestCap(rows, maxValue);
+    TestMasked(rows, static_cast<uint16_t>(peak));
     TestAmplify(rows, maxValue, ratio);
     TestSobelRow(rows);
     TestSpotPower(rows, peak, steepness);

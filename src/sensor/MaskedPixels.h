@@ -1,6 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
+
+#include "platform/InstructionSet.h"
+#include "platform/Variant.h"
 
 namespace vastrelline {
 
@@ -20,5 +25,18 @@ void FillMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int3
 // flag      not 0: the frame was inverted, and the background is 0; 0: it is the frame's largest pixel
 // Markers   the first two pixels in memory, where masked, take 4095: they keep the full range in the frame
 void RestoreMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height, int32_t flag);
+
+// The loops of a form.
+struct MaskedPixelLoops {
+    // FillMaskedPixels for one row.
+    void (*fillRow)(uint16_t* row, const uint16_t* maskRow, int32_t width);
+
+    // Sets `count` pixels to `value` where masked.
+    void (*paint)(uint16_t* pixels, const uint16_t* mask, size_t count, uint16_t value);
+};
+using MaskedPixelsVariant = Variant<const MaskedPixelLoops*>;
+
+// All forms that this machine can run, the reference first and the fastest last.
+std::span<const MaskedPixelsVariant> MaskedPixelsVariants();
 
 }  // namespace vastrelline

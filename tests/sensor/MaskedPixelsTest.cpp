@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "sensor/MaskedPixels.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -148,6 +152,86 @@ INSTANTIATE_TEST_SUITE_P(
         RestoreCase{"OnePixel", 0, Flat(1, 1, 7), Flat(1, 1, M), Flat(1, 1, 4095)},
         RestoreCase{"EmptyFrame", 0, Frame(0, 0), Frame(0, 0), Frame(0, 0)}),
     [](const auto& test) { return std::string(test.param.name); });
+
+// Masks of one row: none, single pixels at random, ends as the corners leave them, all; with values beside
+// the one that masks.
+std::vector<Frame> MakeMasks(int32_t width, std::mt19937& random) {
+    std::vector<Frame> masks{Frame(width, 1), Flat(width, 1, kMasked), Noise(width, 1, 65535, 20240602)};
+    for (const uint32_t oneOf : {2U, 10U, 60U}) {
+        Frame& sparse = masks.emplace_back(width, 1);
+        for (uint16_t& pixel : sparse.pixels) pixel = random() % oneOf == 0 ? kMasked : uint16_t{254};
+    }
+    for (const int32_t corner : {1, 2, 31, 32, 33, 65}) {
+        Frame& ends = masks.emplace_back(width, 1);
+        for (int32_t x = 0; x < width; ++x)
+            ends.At(x, 0) = x < corner || x >= width - corner / 2 ? kMasked : uint16_t{256};
+    }
+    return masks;
+}
+
+TEST(MaskedPixelsVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(MaskedPixelsVariants, {"scalar", "baseline", "avx2", "avx512"});
+}
+
+TEST(MaskedPixelsVariants, TheLastOneRuns) {
+    Frame frame = Noise(9, 7, 4095, 5);
+    const Frame mask(9, 7);
+    ExpectLastFormRuns(MaskedPixelsVariants, 1,
+                       [&] { FillMaskedPixels(frame.Data(), mask.Data(), 9, 7, 4095); });
+    ExpectLastFormRuns(MaskedPixelsVariants, 1,
+                       [&] { RestoreMaskedPixels(frame.Data(), mask.Data(), 9, 7, 0); });
+}
+
+// Widths around the steps of the walk on each side, and whole and broken vectors of the painting.
+TEST(MaskedPixels, EveryVariantGivesTheReferencePixels) {
+    std::mt19937 random(20240603);
+    for (const int32_t width : {0,  1,  2,  3,  4,  31,  32,  33,  62,  63,  64,  65,  66,  67,
+                                68, 96, 97, 98, 99, 127, 128, 129, 130, 131, 132, 194, 195, 300})
+        for (const Frame& mask : MakeMasks(width, random)) {
+            const Frame noise = Noise(width, 1, 65535, 20240604);
+            const auto count = static_cast<size_t>(width);
+            Frame filled = noise;
+            Frame painted = noise;
+            const MaskedPixelLoops& reference = *MaskedPixelsVariants().front().run;
+            reference.fillRow(filled.Data(), mask.Data(), width);
+            reference.paint(painted.Data(), mask.Data(), count, 40000);
+            for (const MaskedPixelsVariant& variant : MaskedPixelsVariants()) {
+                Frame frame = noise;
+                variant.run->fillRow(frame.Data(), mask.Data(), width);
+                ASSERT_THAT(frame, EqualsFrame(filled)) << variant.name;
+                frame = noise;
+                variant.run->paint(frame.Data(), mask.Data(), count, 40000);
+                ASSERT_THAT(frame, EqualsFrame(painted)) << variant.name;
+            }
+        }
+}
+
+// One masked pixel in an empty row, at every place: no stretch is passed over that holds it.
+TEST(MaskedPixels, EveryVariantFindsASingleMaskedPixel) {
+    for (const MaskedPixelsVariant& variant : MaskedPixelsVariants())
+        for (const int32_t width : {64, 129, 130, 199, 200})
+            for (int32_t x = 0; x < width; ++x) {
+                SCOPED_TRACE(testing::Message() << variant.name << ' ' << x << " of " << width);
+                Frame mask(width, 1);
+                mask.At(x, 0) = kMasked;
+                Frame frame = Ramp(width, 1, 1, 1, 0);
+                variant.run->paint(frame.Data(), mask.Data(), static_cast<size_t>(width), 9999);
+                Frame painted = Ramp(width, 1, 1, 1, 0);
+                painted.At(x, 0) = 9999;
+                ASSERT_THAT(frame, EqualsFrame(painted));
+
+                frame = Ramp(width, 1, 1, 1, 0);
+                variant.run->fillRow(frame.Data(), mask.Data(), width);
+                // The neighbour towards the middle; the middle itself is never filled, and the last column of
+                // an even width is filled twice, from one pixel further inside.
+                const int32_t centre = width / 2;
+                Frame filled = Ramp(width, 1, 1, 1, 0);
+                if (x < centre) filled.At(x, 0) = static_cast<uint16_t>(x + 2);
+                if (x > centre) filled.At(x, 0) = static_cast<uint16_t>(x);
+                if (x == width - 1 && width % 2 == 0) filled.At(x, 0) = static_cast<uint16_t>(x - 1);
+                ASSERT_THAT(frame, EqualsFrame(filled));
+            }
+}
 
 }  // namespace
 }  // namespace vastrelline
