@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "stages/adaptive_unsharp/DetailLoops.h"
 #include "stages/adaptive_unsharp/ValueHistogram.h"
 #include "stages/adaptive_unsharp/WeightTable.h"
 
@@ -39,18 +39,16 @@ Pixels MeasureActivity(const FrameView<const uint16_t>& frame, int32_t radius) {
     const int64_t wide = 2 * int64_t{radius};
     Pixels band = MakeBoxMean(frame, radius);
     Pixels activity = MakeBoxMean(frame, LimitToInt32(wide));
-    for (size_t i = 0; i < band.size(); ++i) {
-        band[i] = static_cast<uint16_t>(std::abs(band[i] - activity[i]));
-    }
+    FastestOf(DetailVariants()).run->takeMagnitude(band.data(), activity.data(), band.size());
     BoxMean(band.data(), activity.data(), frame.Width(), frame.Height(), LimitToInt32(radius / 3 + wide));
     ClipHistogramTails(activity.data(), kClippedFraction, frame.Width(), frame.Height());
     return activity;
 }
 
 // Rises over the lower range of brightness, stays near 1, and falls to 0 over the top quarter.
-std::optional<WeightTable> MakeBrightnessTable(const Pixels& base, int32_t width, int32_t height) {
+std::optional<WeightTable> MakeBrightnessTable(const uint16_t* base, int32_t width, int32_t height) {
     std::optional<WeightTable> table =
-        MakeSineWeightTable(base.data(), width, height, -kPi / 2, kPi / 2 + kPi / 100.0 * 10.0, 10, 50);
+        MakeSineWeightTable(base, width, height, -kPi / 2, kPi / 2 + kPi / 100.0 * 10.0, 10, 50);
     if (!table.has_value()) return table;
     const int32_t start = TruncateToInt32(table->count * 0.75);
     const int32_t length = table->count - start - 1;
@@ -66,28 +64,16 @@ std::optional<WeightTable> MakeActivityTable(const Pixels& activity, int32_t wid
     return MakeSineWeightTable(activity.data(), width, height, kPi / 2, kPi * 1.5, 0, 50);
 }
 
-// One source of detail: what a box mean takes from the frame, times a gain. Without pixels it gives none.
-struct DetailTerm {
-    Pixels smooth;
-    double gain;
-
-    int32_t At(size_t i, uint16_t pixel, double weight) const {
-        return smooth.empty() ? 0 : TruncateToInt32((pixel - smooth[i]) * weight * gain);
-    }
-};
-
-void AddDetail(const FrameView<uint16_t>& frame, const Pixels& activity, const DetailTerm& first,
-               const DetailTerm& second) {
+// Adds detail and applies the limit; false if a table is missing, and nothing was done.
+bool AddDetail(const FrameView<uint16_t>& frame, int32_t maxValue, const Pixels& activity,
+               const DetailTerm& first, const DetailTerm& second) {
     const auto brightnessTable = MakeBrightnessTable(first.smooth, frame.Width(), frame.Height());
     const auto activityTable = MakeActivityTable(activity, frame.Width(), frame.Height());
-    if (!brightnessTable.has_value() || !activityTable.has_value()) return;
-    for (size_t i = 0; i < frame.Count(); ++i) {
-        const double weight = WeightAt(first.smooth[i], activity[i], *brightnessTable, *activityTable);
-        if (!(weight > 0)) continue;
-        uint16_t& pixel = frame.begin()[i];
-        const int32_t detail = WrappingAdd(first.At(i, pixel, weight), second.At(i, pixel, weight));
-        pixel = LowBits16(WrappingAdd(pixel, detail));
-    }
+    if (!brightnessTable.has_value() || !activityTable.has_value()) return false;
+    FastestOf(DetailVariants())
+        .run->addWeighted({frame.begin(), activity.data(), frame.Count(), maxValue, first, second,
+                           *brightnessTable, *activityTable});
+    return true;
 }
 
 }  // namespace
@@ -99,10 +85,14 @@ void ActivityWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int
     if (radius > 0) {
         const FrameView<const uint16_t> source(image, width, height);
         const Pixels activity = MeasureActivity(source, radius);
-        const DetailTerm first{MakeBoxMean(source, baseRadius), gain};
-        DetailTerm second{{}, secondGain};
-        if (secondRadius > 0 && secondGain > 0) second.smooth = MakeBoxMean(source, secondRadius);
-        AddDetail(frame, activity, first, second);
+        const Pixels base = MakeBoxMean(source, baseRadius);
+        Pixels secondBase;
+        DetailTerm second{nullptr, secondGain};
+        if (secondRadius > 0 && secondGain > 0) {
+            secondBase = MakeBoxMean(source, secondRadius);
+            second.smooth = secondBase.data();
+        }
+        if (AddDetail(frame, maxValue, activity, {base.data(), gain}, second)) return;
     }
     for (uint16_t& pixel : frame) pixel = ClampToPixel(pixel, maxValue);
 }

@@ -7,9 +7,8 @@
 #include "operators/histogram/PixelRange.h"
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
-#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
-#include "pixels/Truncate.h"
+#include "stages/adaptive_unsharp/DetailLoops.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
 
 namespace vastrelline {
@@ -56,11 +55,8 @@ void EdgeWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t
     SobelMagnitudeInPlace(image, width, height);
     const auto [smallest, largest] = FindPixelRange(image, width, height);
     const std::vector<double> gains = BuildEdgeGains(smallest, largest, ratio, noise);
-    for (size_t i = 0; i < base.size(); ++i) {
-        const int32_t detail = original[i] - base[i];
-        const double sharpened = base[i] + detail * gains[image[i]];
-        image[i] = ClampToPixel(TruncateToInt32(sharpened), maxValue);
-    }
+    FastestOf(DetailVariants())
+        .run->blendByEdges({image, original.data(), base.data(), frame.Count(), maxValue, gains});
 }
 
 }  // namespace vastrelline

@@ -1,11 +1,10 @@
 #include "stages/adaptive_unsharp/HistogramShapedUnsharp.h"
 
-#include <cstddef>
 #include <vector>
 
 #include "operators/separable/SeparableFilter.h"
-#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
+#include "stages/adaptive_unsharp/DetailLoops.h"
 #include "stages/adaptive_unsharp/ShapeDetail.h"
 
 namespace vastrelline {
@@ -18,10 +17,7 @@ void HistogramShapedUnsharp(uint16_t* image, int32_t width, int32_t height, int3
     GaussFilterReplicate(base.data(), width, height, maxValue, kSigmaOfFinest);
     std::vector<uint16_t> shaped = base;
     ShapeDetail(shaped.data(), width, height, maxValue, sigma, ratio, noise, mask);
-    for (size_t i = 0; i < base.size(); ++i) {
-        const int32_t finest = image[i] - base[i];
-        image[i] = ClampToPixel(shaped[i] + finest, maxValue);
-    }
+    FastestOf(DetailVariants()).run->addFinest(image, base.data(), shaped.data(), frame.Count(), maxValue);
 }
 
 }  // namespace vastrelline

@@ -8,25 +8,15 @@
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
 #include "operators/separable/SeparableFilter.h"
-#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "stages/adaptive_unsharp/DetailLoops.h"
 
 namespace vastrelline {
 
 namespace {
 
-// Detail values are shifted so that no detail lies in the middle of the scale.
-constexpr int32_t kZeroDetail = 32767;
-constexpr int32_t kTopDetail = 65533;
-
 int16_t LowBitsSigned(int32_t value) { return static_cast<int16_t>(LowBits16(value)); }
-
-// A detail value on the scale 0..kTopDetail; the difference is one of 16 bits and may wrap.
-uint16_t ScaleDetail(uint16_t pixel, uint16_t smooth) {
-    const int32_t detail = LowBitsSigned(pixel - smooth);
-    return static_cast<uint16_t>(std::clamp(detail + kZeroDetail, 0, kTopDetail));
-}
 
 // What each detail value from lo to hi puts on the smoothed frame.
 std::vector<double> BuildEnhancedDetail(const std::vector<uint16_t>& detail, int32_t width, int32_t height,
@@ -93,20 +83,11 @@ void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     std::vector<uint16_t> smooth(frame.begin(), frame.end());
     GaussFilterReplicate(smooth.data(), width, height, maxValue, sigma);
     std::vector<uint16_t> detail(frame.Count());
-    for (size_t i = 0; i < detail.size(); ++i) detail[i] = ScaleDetail(pixels[i], smooth[i]);
+    const DetailLoops& loops = *FastestOf(DetailVariants()).run;
+    loops.scaleDetail(pixels, smooth.data(), frame.Count(), detail.data());
     const std::vector<double> enhanced = BuildEnhancedDetail(detail, width, height, ratio, noise);
-    if (mask == nullptr) {
-        for (size_t i = 0; i < detail.size(); ++i) {
-            pixels[i] = ClampToPixel(TruncateToInt32(smooth[i] + enhanced[detail[i]]), maxValue);
-        }
-        return;
-    }
-    GaussFilterWrap(mask, width, height, kTopOfMask, kSigmaOfMask);
-    for (size_t i = 0; i < detail.size(); ++i) {
-        const double weight = std::clamp(mask[i] / 255.0, 0.0, 1.0);
-        const double mixed = pixels[i] * weight + (smooth[i] + enhanced[detail[i]]) * (1 - weight);
-        pixels[i] = ClampToPixel(TruncateToInt32(mixed), maxValue);
-    }
+    if (mask != nullptr) GaussFilterWrap(mask, width, height, kTopOfMask, kSigmaOfMask);
+    loops.addShaped({pixels, smooth.data(), detail.data(), mask, frame.Count(), maxValue, enhanced});
 }
 
 }  // namespace vastrelline

@@ -1,6 +1,5 @@
 #include "stages/adaptive_unsharp/ValueHistogram.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "operators/histogram/Histogram.h"
@@ -8,6 +7,7 @@
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "stages/adaptive_unsharp/DetailLoops.h"
 
 namespace vastrelline {
 
@@ -49,7 +49,8 @@ int32_t ClipHistogramTails(uint16_t* pixels, double fraction, int32_t width, int
         if (sum > limit) high = bin + smallest;
     }
     if (low < 0 || high < 0 || low >= high) return 0;
-    for (uint16_t& pixel : frame) pixel = static_cast<uint16_t>(std::clamp<int32_t>(pixel, low, high));
+    FastestOf(DetailVariants())
+        .run->clampToLevels(pixels, frame.Count(), static_cast<uint16_t>(low), static_cast<uint16_t>(high));
     return 1;
 }
 

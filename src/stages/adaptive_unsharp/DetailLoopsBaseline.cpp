@@ -1,0 +1,25 @@
+#include "stages/adaptive_unsharp/DetailLoops.h"
+
+#if VASTRELLINE_VECTOR_FORMS
+
+#include <immintrin.h>
+
+#include <vector>
+
+#define TARGET TARGET_BASELINE
+
+namespace vastrelline {
+
+namespace {
+
+#include "pixels/PixelLanesBaseline.inl"
+#include "stages/adaptive_unsharp/DetailLoopsVector.inl"
+
+}  // namespace
+
+const DetailLoops kDetailLoopsBaseline = {BlendByEdges,  ScaleDetail,   AddShaped,  AddFinest,
+                                          TakeMagnitude, ClampToLevels, AddWeighted};
+
+}  // namespace vastrelline
+
+#endif
