@@ -17,10 +17,14 @@ using namespace vastrelline;
 
 ClaheCall TakeCall(InputTail& tail) {
     constexpr uint8_t kLargestTile = 40;
+    constexpr uint32_t kLargeScale = 6;
     constexpr uint16_t kMostBins = 700;  // from 257 on they are held in 16 bits
     ClaheCall call{};
-    const uint32_t tileWidth = tail.Take<uint8_t>() % kLargestTile + 1U;
-    const uint32_t tileHeight = tail.Take<uint8_t>() % kLargestTile + 1U;
+    const uint8_t edges[] = {tail.Take<uint8_t>(), tail.Take<uint8_t>()};
+    // Some tiles have so many pixels that the weights of one no longer fit 16 bits.
+    const uint32_t scale = edges[0] / kLargestTile == 5 ? kLargeScale : 1;
+    const uint32_t tileWidth = edges[0] % kLargestTile * scale + 1U;
+    const uint32_t tileHeight = edges[1] % kLargestTile * scale + 1U;
     call.tilesX = tail.Take<uint8_t>() % 3 + 2U;
     call.tilesY = tail.Take<uint8_t>() % 3 + 2U;
     call.padRight = tail.Take<uint8_t>() % (tileWidth + 1);
@@ -42,8 +46,11 @@ ClaheCall TakeCall(InputTail& tail) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     InputTail tail(data, size);
     ClaheCall call = TakeCall(tail);
-    const std::vector<uint16_t> pixels =
+    std::vector<uint16_t> pixels =
         tail.TakeFrame(static_cast<int32_t>(call.width), static_cast<int32_t>(call.height));
+    // What a short input leaves empty repeats it.
+    const size_t given = std::max<size_t>(tail.Size() / sizeof(uint16_t), 1);
+    for (size_t i = given; i < pixels.size(); ++i) pixels[i] = pixels[i - given];
     RequireEqualForms(ClaheVariants(), [&](const ClaheVariant& form) {
         Guarded<uint16_t> frame(pixels);
         call.pixels = frame.Data();

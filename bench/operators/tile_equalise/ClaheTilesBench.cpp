@@ -29,9 +29,11 @@ void BenchClahe(benchmark::State& state, InstructionSet set, ClaheSizes sizes) {
 }
 
 const bool kRegistered = [] {
-    // An even tile edge, one that is no power of two, an odd one, and bins beyond 8 bits.
+    // An even tile edge, one that is no power of two, an odd one, bins beyond 8 bits, and tiles with so many
+    // pixels that weights do not fit 16 bits.
     for (const ClaheSizes sizes :
-         {ClaheSizes{64, 256}, ClaheSizes{50, 256}, ClaheSizes{75, 256}, ClaheSizes{64, 1024}}) {
+         {ClaheSizes{64, 256}, ClaheSizes{50, 256}, ClaheSizes{75, 256}, ClaheSizes{64, 1024},
+          ClaheSizes{128, 256}, ClaheSizes{256, 256}, ClaheSizes{300, 256}}) {
         for (const ClaheVariant& variant : ClaheVariants()) {
             const std::string name = std::string("Clahe/") + variant.name + "/tile" +
                                      std::to_string(sizes.blockSize) + "/bins" + std::to_string(sizes.bins);

@@ -170,16 +170,12 @@ private:
     // Maps the patch whose first pixel stands at a position of the padded frame.
     void MapPatch(int64_t position, const Span& rows, const Span& columns) {
         FillCorners(rows, columns);
-        const uint32_t pixels = rows.edge * columns.edge;
-        const uint32_t log = CeilLog2(pixels);
         const BlendPatch patch = {
             .width = columns.edge,
             .height = rows.edge,
             .corners = corners_.data(),
             .columns = columns.edge == tileWidth_ ? columns_.data() : halfColumns_.data(),
-            .multiplier = static_cast<uint32_t>(((uint64_t{1} << (31 + log)) + pixels - 1) / pixels),
-            .shift = 31 + log,
-            .isPowerOfTwo = std::has_single_bit(pixels)};
+            .division = MakeSumDivision(rows.edge * columns.edge, call_.max)};
         // Only with tiles one pixel high and of odd width can a patch start before the frame, and by one
         // pixel.
         int64_t y = position < 0 ? -1 : position / paddedWidth_;
@@ -232,9 +228,11 @@ private:
 void RunClaheSchedule(const ClaheCall& call, const ClaheKernels<uint8_t>& narrow,
                       const ClaheKernels<uint16_t>& wide) {
     constexpr uint32_t kNarrowBins = 256;
+    constexpr uint32_t kMostColumns = 32767;
+    constexpr uint64_t kMostPixels = uint64_t{1} << 31U;
     const uint64_t tileWidth = (call.width + call.padRight) / call.tilesX;
     const uint64_t tileHeight = (call.height + call.padBottom) / call.tilesY;
-    if (tileWidth * tileHeight > kMaxPatchPixels) {
+    if (tileWidth > kMostColumns || tileWidth * tileHeight > kMostPixels) {
         ClaheTilesScalar(call);
     } else if (call.bins <= kNarrowBins) {
         Schedule<uint8_t>(call, narrow).Run();

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "operators/tile_equalise/ClaheTiles.h"
+#include "operators/tile_equalise/SumDivision.h"
 
 namespace vastrelline {
 
@@ -28,8 +29,10 @@ struct alignas(8) CornerLevels {
 };
 inline constexpr int32_t kLevelBias = 32768;
 
-// Beyond this the weights of a pixel no longer fit a signed 16-bit number. Up to it no sum reaches 2^31.
-inline constexpr uint32_t kMaxPatchPixels = 32767;
+// Beyond this the weights of a pixel no longer fit a signed 16-bit number; the shares of its columns and of
+// its rows, which they are the products of, are then multiplied one after the other. Up to it no sum reaches
+// 2^31.
+inline constexpr uint32_t kMaxWeightedPixels = 32767;
 
 // The columns' shares of a pixel's weights, for the left and the right tiles, in the order of CornerLevels.
 struct alignas(8) ColumnWeights {
@@ -42,11 +45,7 @@ struct BlendPatch {
     uint32_t height;
     const CornerLevels* corners;   // by bin
     const ColumnWeights* columns;  // `width` of them
-    // A sum x divided by width * height is (x * multiplier) >> shift for each x below 2^31; isPowerOfTwo
-    // tells that a shift by shift - 31 does as well.
-    uint32_t multiplier;
-    uint32_t shift;
-    bool isPowerOfTwo;
+    SumDivision division;          // by width * height
 };
 
 // The kernels of a form, for bins held in 8 or in 16 bits.
@@ -60,17 +59,17 @@ struct ClaheKernels {
                      const Index* bins, uint16_t* pixels);
 };
 
-// One pixel of a patch, for the ends of vectors.
+// One pixel of a patch, for the ends of vectors. Unsigned numbers wrap as they do in the definition; the bias
+// wraps away, too.
 inline uint16_t BlendFourCurves(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t bin) {
     const CornerLevels& levels = patch.corners[bin];
     const auto left = static_cast<int32_t>(patch.width - column);
     const auto right = static_cast<int32_t>(column);
-    const auto upper = static_cast<int32_t>(patch.height - row);
-    const auto bottom = static_cast<int32_t>(row);
-    const int32_t sum = upper * (left * levels.leftUpper + right * levels.rightUpper) +
-                        bottom * (left * levels.leftBottom + right * levels.rightBottom) +
-                        static_cast<int32_t>(patch.width * patch.height) * kLevelBias;
-    return static_cast<uint16_t>((static_cast<uint64_t>(sum) * patch.multiplier) >> patch.shift);
+    const auto upper = static_cast<uint32_t>(left * levels.leftUpper + right * levels.rightUpper);
+    const auto bottom = static_cast<uint32_t>(left * levels.leftBottom + right * levels.rightBottom);
+    const uint32_t sum =
+        (patch.height - row) * upper + row * bottom + patch.width * patch.height * uint32_t{kLevelBias};
+    return static_cast<uint16_t>(DivideSum(sum, patch.division));
 }
 
 // The walk over tiles and patches that the fast forms share. It differs from the definition in what it keeps:
@@ -78,7 +77,7 @@ inline uint16_t BlendFourCurves(const BlendPatch& patch, uint32_t row, uint32_t 
 // no more curves than those of two rows of tiles. A patch is mapped as soon as the tiles below it are
 // counted; it ends above the tiles that are still to be counted.
 //
-// Tiles of more than kMaxPatchPixels go to the definition.
+// Tiles of more than 32767 columns go to the definition, as their shares do not fit ColumnWeights.
 void RunClaheSchedule(const ClaheCall& call, const ClaheKernels<uint8_t>& narrow,
                       const ClaheKernels<uint16_t>& wide);
 

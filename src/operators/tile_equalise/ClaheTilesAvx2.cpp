@@ -56,45 +56,88 @@ TARGET __m256i LoadCorners(const CornerLevels* corners, const Index* bins) {
     return _mm256_blend_epi32(low, high, 0b11110000);
 }
 
-// Quotients of eight sums below 2^31.
-TARGET __m256i Divide(__m256i sums, const BlendPatch& patch) {
-    if (patch.isPowerOfTwo) {
-        return _mm256_srl_epi32(sums, _mm_cvtsi32_si128(static_cast<int32_t>(patch.shift - 31)));
+// Quotients of eight sums.
+TARGET __m256i Divide(__m256i sums, const SumDivision& division) {
+    const __m128i shift = _mm_cvtsi32_si128(static_cast<int32_t>(division.shift));
+    if (division.rule == DivisionRule::Shift) return _mm256_srl_epi32(sums, shift);
+    const __m256i multiplier = _mm256_set1_epi64x(division.multiplier);
+    const __m256i even = _mm256_mul_epu32(sums, multiplier);
+    const __m256i odd = _mm256_mul_epu32(_mm256_srli_epi64(sums, 32), multiplier);
+    if (division.rule == DivisionRule::Product) {
+        return _mm256_or_si256(_mm256_srl_epi64(even, shift),
+                               _mm256_slli_epi64(_mm256_srl_epi64(odd, shift), 32));
     }
-    const __m256i multiplier = _mm256_set1_epi64x(patch.multiplier);
-    const __m128i shift = _mm_cvtsi32_si128(static_cast<int32_t>(patch.shift));
-    const __m256i even = _mm256_srl_epi64(_mm256_mul_epu32(sums, multiplier), shift);
-    const __m256i odd = _mm256_srl_epi64(_mm256_mul_epu32(_mm256_srli_epi64(sums, 32), multiplier), shift);
-    return _mm256_or_si256(even, _mm256_slli_epi64(odd, 32));
+    const __m256i high = _mm256_blend_epi32(_mm256_srli_epi64(even, 32), odd, 0b10101010);
+    const __m256i rest = _mm256_srli_epi32(_mm256_sub_epi32(sums, high), 1);
+    return _mm256_srl_epi32(_mm256_add_epi32(high, rest), shift);
 }
 
-template <typename Index>
-TARGET void BlendRow(const BlendPatch& sharedPatch, uint32_t row, uint32_t column, uint32_t count,
-                     const Index* bins, uint16_t* pixels) {
+// Patches of up to kMaxWeightedPixels: a pixel's weights fit 16 bits.
+struct WeightedPixels {
+    TARGET WeightedPixels(const BlendPatch& patch, uint32_t row) {
+        const auto upper = static_cast<int16_t>(patch.height - row);
+        const auto bottom = static_cast<int16_t>(row);
+        rowShares = _mm256_set_epi16(bottom, bottom, upper, upper, bottom, bottom, upper, upper, bottom,
+                                     bottom, upper, upper, bottom, bottom, upper, upper);
+    }
+
+    // For each of four pixels the sums of its upper and of its bottom pair.
+    TARGET __m256i PairSums(__m256i corners, __m256i columnShares) const {
+        return _mm256_madd_epi16(corners, _mm256_mullo_epi16(columnShares, rowShares));
+    }
+
+    __m256i rowShares;
+};
+
+// Any patch. The products of the rows keep their lowest 32 bits, as those of the definition do.
+struct SharedPixels {
+    TARGET SharedPixels(const BlendPatch& patch, uint32_t row) {
+        const auto upper = static_cast<int32_t>(patch.height - row);
+        const auto bottom = static_cast<int32_t>(row);
+        rowShares = _mm256_set_epi32(bottom, upper, bottom, upper, bottom, upper, bottom, upper);
+    }
+
+    TARGET __m256i PairSums(__m256i corners, __m256i columnShares) const {
+        return _mm256_mullo_epi32(_mm256_madd_epi16(corners, columnShares), rowShares);
+    }
+
+    __m256i rowShares;
+};
+
+template <typename Weights, typename Index>
+TARGET void BlendRowBy(const BlendPatch& sharedPatch, uint32_t row, uint32_t column, uint32_t count,
+                       const Index* bins, uint16_t* pixels) {
     constexpr uint32_t kLanes = 16;
     const BlendPatch patch = sharedPatch;  // a copy that stores of pixels cannot change
-    const auto upper = static_cast<int16_t>(patch.height - row);
-    const auto bottom = static_cast<int16_t>(row);
-    const __m256i rowShares = _mm256_set_epi16(bottom, bottom, upper, upper, bottom, bottom, upper, upper,
-                                               bottom, bottom, upper, upper, bottom, bottom, upper, upper);
-    const __m256i bias = _mm256_set1_epi32(static_cast<int32_t>(patch.width * patch.height) * kLevelBias);
+    const Weights weights(patch, row);
+    const __m256i bias =
+        _mm256_set1_epi32(static_cast<int32_t>(patch.width * patch.height * uint32_t{kLevelBias}));
     const __m256i inOrder = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
-    // For each of four pixels the sums of its upper and of its bottom pair.
     const auto pairSums = [&](uint32_t x) TARGET {
         const auto* columns = reinterpret_cast<const __m256i*>(patch.columns + column + x);
-        const __m256i weights = _mm256_mullo_epi16(_mm256_loadu_si256(columns), rowShares);
-        return _mm256_madd_epi16(LoadCorners(patch.corners, bins + x), weights);
+        return weights.PairSums(LoadCorners(patch.corners, bins + x), _mm256_loadu_si256(columns));
     };
     uint32_t x = 0;
     for (; x + kLanes <= count; x += kLanes) {
         // Pixels 0 1 4 5 | 2 3 6 7, then 8 more alike.
         const __m256i first = _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x), pairSums(x + 4)), bias);
         const __m256i second = _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x + 8), pairSums(x + 12)), bias);
-        const __m256i packed = _mm256_packus_epi32(Divide(first, patch), Divide(second, patch));
+        const __m256i packed =
+            _mm256_packus_epi32(Divide(first, patch.division), Divide(second, patch.division));
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(pixels + x),
                             _mm256_permutevar8x32_epi32(packed, inOrder));
     }
     for (; x < count; ++x) pixels[x] = BlendFourCurves(patch, row, column + x, bins[x]);
+}
+
+template <typename Index>
+TARGET void BlendRow(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count,
+                     const Index* bins, uint16_t* pixels) {
+    if (patch.width * patch.height <= kMaxWeightedPixels) {
+        BlendRowBy<WeightedPixels>(patch, row, column, count, bins, pixels);
+    } else {
+        BlendRowBy<SharedPixels>(patch, row, column, count, bins, pixels);
+    }
 }
 
 template <typename Index>

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "operators/tile_equalise/ClaheEqualize.h"
@@ -118,14 +121,71 @@ TEST(ClaheVariants, EveryRangeGivesTheReferenceBits) {
     }
 }
 
-// The largest tile whose weights fit 16 bits, and the next: 181 * 181 is 32761.
-TEST(ClaheVariants, BothSidesOfTheLargestTileGiveTheReferenceBits) {
+// The most pixels of a patch whose weights fit 16 bits, and one more, in one row of tiles, in one column and
+// in near squares. 32767 is 217 * 151, and 181 * 181 is 32761.
+TEST(ClaheVariants, BothSidesOfTheLargestWeightsGiveTheReferenceBits) {
     std::mt19937 random(20240505);
-    for (const uint32_t edge : {181U, 182U}) {
+    const std::pair<uint32_t, uint32_t> edges[] = {{217, 151}, {151, 217}, {256, 128}, {128, 256},
+                                                   {32767, 1}, {16384, 2}, {181, 181}, {182, 182}};
+    for (const auto& [tileWidth, tileHeight] : edges) {
+        ClaheCall call = MakeCall(tileWidth, tileHeight, 2, 2, tileWidth / 5, tileHeight / 6, 256);
+        for (const int32_t max : {4095, 65535}) {
+            call.max = static_cast<uint16_t>(max);
+            ExpectAllVariantsEqual(random, call);
+        }
+        if (HasFatalFailure()) return;
+    }
+}
+
+// Sums of weighted levels just below and at or above 2^31 and 2^32, by the brightest level; with even and odd
+// edges and with a power of two of pixels.
+TEST(ClaheVariants, BothSidesOfTheLargestSumGiveTheReferenceBits) {
+    std::mt19937 random(20240507);
+    for (const uint32_t edge : {182U, 183U, 256U, 299U, 300U}) {
         ClaheCall call = MakeCall(edge, edge, 2, 2, 40, 30, 256);
+        for (const uint64_t border : {uint64_t{1} << 31U, uint64_t{1} << 32U}) {
+            const uint64_t below = (border - 1) / (edge * edge);
+            for (const uint64_t max : {below, below + 1}) {
+                call.max = static_cast<uint16_t>(std::min<uint64_t>(max, 65535));
+                ExpectAllVariantsEqual(random, call);
+            }
+        }
+        call.min = 65534;
         call.max = 65535;
         ExpectAllVariantsEqual(random, call);
+        if (HasFatalFailure()) return;
     }
+}
+
+TEST(ClaheVariants, EveryNumberOfBinsInLargeTilesGivesTheReferenceBits) {
+    std::mt19937 random(20240508);
+    for (const uint32_t bins : {1U, 8U, 255U, 256U, 257U, 4096U, 65536U})
+        for (const int32_t max : {255, 4095, 65535}) {
+            ClaheCall call = MakeCall(200, 190, 2, 2, 77, 3, bins);
+            call.max = static_cast<uint16_t>(max);
+            ExpectAllVariantsEqual(random, call);
+            if (HasFatalFailure()) return;
+        }
+}
+
+// The frame ends in the first tile of each row, of each column or of both.
+TEST(ClaheVariants, FrameNarrowerThanALargeTileGivesTheReferenceBits) {
+    std::mt19937 random(20240509);
+    for (const uint32_t edge : {256U, 257U, 1000U})
+        for (const uint32_t side : {1U, 100U, 255U}) {
+            ExpectAllVariantsEqual(random, MakeCall(edge, edge, 2, 2, 2 * edge - side, 2 * edge - side, 256));
+            ExpectAllVariantsEqual(random, MakeCall(edge, edge, 2, 2, 2 * edge - side, 20, 256));
+            ExpectAllVariantsEqual(random, MakeCall(edge, edge, 2, 2, 20, 2 * edge - side, 256));
+            if (HasFatalFailure()) return;
+        }
+}
+
+// The most columns whose shares fit 16 bits, and one more.
+TEST(ClaheVariants, BothSidesOfTheWidestTileGiveTheReferenceBits) {
+    std::mt19937 random(20240510);
+    for (const uint32_t tileWidth : {32767U, 32768U})
+        for (const uint32_t tileHeight : {1U, 2U, 3U})
+            ExpectAllVariantsEqual(random, MakeCall(tileWidth, tileHeight, 2, 2, 30000, 1, 256));
 }
 
 // Rows of patches slip by more than the width of the frame.
