@@ -1,6 +1,6 @@
-// The loops of sharpening over three rows, with limits, tables and gains from anywhere: every form of each
-// against the definition. The input's head are the pixels, its tail picks the rest, so that a change of that
-// leaves the pixels where they are.
+// The loops of sharpening and of preProcessing over three rows, with limits, tables and gains from anywhere:
+// every form of each against the definition. The input's head are the pixels, its tail picks the rest, so
+// that a change of that leaves the pixels where they are.
 
 #include <algorithm>
 #include <cstddef>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "stages/adaptive_unsharp/DetailLoops.h"
+#include "stages/pre_processing/MidBandLoops.h"
 #include "support/EqualForms.h"
 #include "support/FuzzInput.h"
 
@@ -88,6 +89,34 @@ void TestTabledDetail(const Rows& rows, int32_t maxValue, double ratio, uint16_t
     }
 }
 
+void TestMidBand(const Rows& rows, int32_t maxValue, double gain, uint16_t floor) {
+    const auto requireEqual = [&](auto loop) {
+        RequireEqualForms(MidBandVariants(), [&](const MidBandVariant& form) {
+            Guarded<uint16_t> pixels(rows.above);
+            loop(*form.run, pixels.Data(), pixels.Size());
+            return pixels;
+        });
+    };
+    const uint16_t* centre = rows.centre.data();
+    const uint16_t* below = rows.below.data();
+    requireEqual([&](const MidBandLoops& loops, uint16_t* detail, size_t count) {
+        loops.subtract(centre, below, count, detail);
+    });
+    requireEqual([&](const MidBandLoops& loops, uint16_t* pixels, size_t count) {
+        loops.boost(pixels, centre, count, maxValue, gain);
+    });
+    requireEqual([&](const MidBandLoops& loops, uint16_t* pixels, size_t count) {
+        loops.addFine(pixels, centre, below, count, maxValue);
+    });
+    requireEqual([&](const MidBandLoops& loops, uint16_t* detail, size_t count) {
+        loops.finish(centre, detail, count, maxValue, floor);
+    });
+    RequireEqualForms(MidBandVariants(), [&](const MidBandVariant& form) {
+        const auto start = std::max<uint16_t>(floor, 1);
+        return Guarded<uint16_t>({form.run->findFloor(centre, rows.centre.size(), start)});
+    });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -106,5 +135,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Rows rows = {row(0), row(1), row(2)};
     TestWholeDetail(rows, maxValue);
     TestTabledDetail(rows, maxValue, ratio, base);
+    TestMidBand(rows, maxValue, ratio, base);
     return 0;
 }

@@ -7,9 +7,9 @@
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
 #include "operators/separable/SeparableFilter.h"
-#include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "stages/pre_processing/MidBandLoops.h"
 
 namespace vastrelline {
 
@@ -42,12 +42,7 @@ void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxVa
     std::vector<uint16_t> smoothed(frame.begin(), frame.end());
     SmoothFrame(smoothed, width, height, maxValue, params.sigma, smoothing);
     // MapDetailPower would start from limits with which it does nothing, so the difference needs no image.
-    size_t i = 0;
-    for (uint16_t& pixel : frame) {
-        const int32_t base = smoothed[i++];
-        const int32_t difference = pixel - base;
-        pixel = ClampToPixel(TruncateToInt32(base + difference * params.gain), maxValue);
-    }
+    FastestOf(MidBandVariants()).run->boost(buffer, smoothed.data(), frame.Count(), maxValue, params.gain);
 }
 
 void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue,
@@ -58,12 +53,8 @@ void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t max
     GaussFilterReplicate(smoothed.data(), width, height, maxValue, kFineSigma);
     std::vector<uint16_t> boosted = smoothed;
     MidBandBoost(boosted.data(), width, height, maxValue, params, kBoxSmoothing);
-    size_t i = 0;
-    for (uint16_t& pixel : frame) {
-        const int32_t fine = pixel - smoothed[i];
-        pixel = ClampToPixel(boosted[i] + fine, maxValue);
-        ++i;
-    }
+    FastestOf(MidBandVariants())
+        .run->addFine(buffer, smoothed.data(), boosted.data(), frame.Count(), maxValue);
 }
 
 }  // namespace vastrelline
