@@ -11,6 +11,7 @@ TARGET inline void StorePixels(uint16_t* p, Ints values) {
     const Ints low = _mm_and_si128(values, _mm_set1_epi32(0xFFFF));
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi32(low, low));
 }
+TARGET inline Ints LoadInts(const int32_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 TARGET inline Ints BroadcastInt(int32_t value) { return _mm_set1_epi32(value); }
 TARGET inline Ints AddInts(Ints a, Ints b) { return _mm_add_epi32(a, b); }
 TARGET inline Ints SubtractInts(Ints a, Ints b) { return _mm_sub_epi32(a, b); }
@@ -19,10 +20,14 @@ TARGET inline Ints ClampInts(Ints value, Ints top) {
     return _mm_max_epi32(_mm_min_epi32(value, top), _mm_setzero_si128());
 }
 
+TARGET inline Doubles LoadDoubles(const double* p) { return _mm256_loadu_pd(p); }
+TARGET inline void StoreDoubles(double* p, Doubles values) { _mm256_storeu_pd(p, values); }
 TARGET inline Doubles Broadcast(double value) { return _mm256_set1_pd(value); }
 TARGET inline Doubles Widen(Ints values) { return _mm256_cvtepi32_pd(values); }
 TARGET inline Ints Truncate(Doubles values) { return _mm256_cvttpd_epi32(values); }
 TARGET inline Doubles Least(Doubles a, Doubles b) { return _mm256_min_pd(a, b); }
+TARGET inline Doubles Greatest(Doubles a, Doubles b) { return _mm256_max_pd(a, b); }
+TARGET inline Doubles RootOf(Doubles values) { return _mm256_sqrt_pd(values); }
 // Loads of single entries: the processor's own gather takes longer.
 TARGET inline Doubles LookUp(const double* table, const uint16_t* levels) {
     return _mm256_set_pd(table[levels[3]], table[levels[2]], table[levels[1]], table[levels[0]]);

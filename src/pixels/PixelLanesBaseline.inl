@@ -14,6 +14,7 @@ TARGET inline Ints LoadPixels(const uint16_t* p) {
 TARGET inline void StorePixels(uint16_t* p, Ints values) {
     _mm_storeu_si32(p, _mm_shufflelo_epi16(values, _MM_SHUFFLE(3, 1, 2, 0)));
 }
+TARGET inline Ints LoadInts(const int32_t* p) { return _mm_loadu_si64(p); }
 TARGET inline Ints BroadcastInt(int32_t value) { return _mm_set1_epi32(value); }
 TARGET inline Ints AddInts(Ints a, Ints b) { return _mm_add_epi32(a, b); }
 TARGET inline Ints SubtractInts(Ints a, Ints b) { return _mm_sub_epi32(a, b); }
@@ -24,11 +25,15 @@ TARGET inline Ints ClampInts(Ints value, Ints top) {
     return _mm_and_si128(lowered, _mm_cmpgt_epi32(lowered, _mm_setzero_si128()));
 }
 
+TARGET inline Doubles LoadDoubles(const double* p) { return _mm_loadu_pd(p); }
+TARGET inline void StoreDoubles(double* p, Doubles values) { _mm_storeu_pd(p, values); }
 TARGET inline Doubles Broadcast(double value) { return _mm_set1_pd(value); }
 TARGET inline Doubles Widen(Ints values) { return _mm_cvtepi32_pd(values); }
 // As TruncateToInt32: what has no such integer gives the same smallest one.
 TARGET inline Ints Truncate(Doubles values) { return _mm_cvttpd_epi32(values); }
 TARGET inline Doubles Least(Doubles a, Doubles b) { return _mm_min_pd(a, b); }
+TARGET inline Doubles Greatest(Doubles a, Doubles b) { return _mm_max_pd(a, b); }
+TARGET inline Doubles RootOf(Doubles values) { return _mm_sqrt_pd(values); }
 // The entries of a table at as many levels.
 TARGET inline Doubles LookUp(const double* table, const uint16_t* levels) {
     return _mm_set_pd(table[levels[1]], table[levels[0]]);

@@ -10,6 +10,7 @@ constexpr DeviationLoops kScalar = {QuantiseDeviationScalar, BlendByLevelScalar}
 #if VASTRELLINE_VECTOR_FORMS
 constexpr DeviationLoops kBaseline = {QuantiseDeviationBaseline, BlendByLevelBaseline};
 constexpr DeviationLoops kAvx2 = {QuantiseDeviationAvx2, BlendByLevelAvx2};
+constexpr DeviationLoops kAvx512 = {QuantiseDeviationAvx512, BlendByLevelAvx512};
 #endif
 
 constexpr DeviationVariant kVariants[] = {
@@ -17,6 +18,7 @@ constexpr DeviationVariant kVariants[] = {
 #if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, &kBaseline},
     {"avx2", InstructionSet::Avx2, &kAvx2},
+    {"avx512", InstructionSet::Avx512, &kAvx512},
 #endif
 };
 

@@ -64,8 +64,7 @@ struct DeviationLoops {
 // A form of both.
 using DeviationVariant = Variant<const DeviationLoops*>;
 
-// All forms that this machine can run, the reference first and the fastest last. Wider vectors than those of
-// AVX2 gain nothing: roots and divisions take the same time for each lane.
+// All forms that this machine can run, the reference first and the fastest last.
 std::span<const DeviationVariant> DeviationVariants();
 
 // The definitions.
@@ -77,6 +76,8 @@ void QuantiseDeviationBaseline(const DeviationCall& call);
 void BlendByLevelBaseline(const BlendCall& call);
 void QuantiseDeviationAvx2(const DeviationCall& call);
 void BlendByLevelAvx2(const BlendCall& call);
+void QuantiseDeviationAvx512(const DeviationCall& call);
+void BlendByLevelAvx512(const BlendCall& call);
 #endif
 
 }  // namespace vastrelline

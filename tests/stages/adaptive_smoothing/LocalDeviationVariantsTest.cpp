@@ -40,7 +40,7 @@ std::vector<uint16_t> Quantise(const DeviationVariant& variant, const std::vecto
 void ExpectAllVariantsEqual(std::mt19937& random, int32_t width, int32_t height) {
     const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
     for (const Content content : {Content::Zeros, Content::AllMax, Content::Extremes, Content::Noise}) {
-        for (const uint32_t maxValue : {3U, 4095U, 65535U}) {
+        for (const uint32_t maxValue : {3U, 4095U, 17514U, 17515U, 65535U}) {
             const std::vector<uint16_t> image = MakePixels(random, count, content, maxValue);
             const std::span<const DeviationVariant> variants = DeviationVariants();
             const std::vector<uint16_t> expected = Quantise(variants.front(), image, width, height);
@@ -54,7 +54,7 @@ void ExpectAllVariantsEqual(std::mt19937& random, int32_t width, int32_t height)
 }
 
 TEST(DeviationVariants, AreThoseThatTheProcessorRuns) {
-    ExpectForms(DeviationVariants, {"scalar", "baseline", "avx2"});
+    ExpectForms(DeviationVariants, {"scalar", "baseline", "avx2", "avx512"});
 }
 
 TEST(DeviationVariants, TheLastOneRuns) {
