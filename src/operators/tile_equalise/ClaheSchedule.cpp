@@ -12,6 +12,9 @@ namespace vastrelline {
 
 namespace {
 
+// Of so many bins each has its number in 8 bits.
+constexpr uint32_t kNarrowBins = 256;
+
 uint32_t CeilLog2(uint32_t value) { return static_cast<uint32_t>(std::bit_width(value - 1)); }
 
 BinRule MakeBinRule(const ClaheCall& call) {
@@ -56,7 +59,7 @@ public:
           tileWidth_(paddedWidth_ / call.tilesX),
           tileHeight_((call.height + call.padBottom) / call.tilesY),
           usedBins_(BinOf(call.max) + 1),
-          counts_(kTables * size_t{call.bins}),
+          counts_(kTables == 1 ? call.bins : kTables * kTableStride),
           binRows_(std::bit_ceil(std::min(2 * tileHeight_, call.height))),
           bins_(size_t{binRows_} * call.width),
           pieceBins_(tileWidth_),
@@ -82,8 +85,10 @@ public:
     }
 
 private:
-    // Neighbours are often alike; four tables keep one count from waiting for the one before it.
+    // Neighbours are often alike; four tables keep one count from waiting for the one before it. They stand
+    // so far apart whatever the number of bins, which their addresses then need no register for.
     static constexpr size_t kTables = sizeof(Index) == 1 ? 4 : 1;
+    static constexpr size_t kTableStride = kNarrowBins + 16;
 
     Index BinOf(uint16_t level) const {
         Index bin = 0;
@@ -92,9 +97,6 @@ private:
     }
 
     uint16_t* Row(uint32_t y) const { return call_.pixels + size_t{y} * call_.width; }
-    std::span<uint32_t> Table(size_t table) {
-        return std::span(counts_).subspan(table * call_.bins, call_.bins);
-    }
     std::span<uint16_t> Curve(uint32_t x, uint32_t y) {
         return std::span(curves_).subspan((y % 2 * size_t{call_.tilesX} + x) * usedBins_, usedBins_);
     }
@@ -115,7 +117,7 @@ private:
         BinRowsUpTo((y + 1) * tileHeight_);
         for (uint32_t x = 0; x < call_.tilesX; ++x) {
             CountTile(x * tileWidth_, y * tileHeight_);
-            const std::span<uint32_t> block = Table(0);
+            const std::span<uint32_t> block = std::span(counts_).first(call_.bins);
             ClipHistogram(block, call_.clip);
             // No pixel asks for the bins beyond.
             const std::span<uint32_t> used = block.first(usedBins_);
@@ -128,31 +130,42 @@ private:
     void CountTile(uint32_t x0, uint32_t y0) {
         std::fill(counts_.begin(), counts_.end(), 0);
         const uint32_t yEnd = y0 + tileHeight_;
-        for (uint32_t y = y0; y < std::min(yEnd, call_.height); ++y) CountRow(x0, y, 1);
+        const uint32_t inside = std::clamp(call_.width, x0, x0 + tileWidth_) - x0;
+        const uint32_t borderColumns = tileWidth_ - inside;
+        for (uint32_t y = y0; y < std::min(yEnd, call_.height); ++y) {
+            const Index* const row = BinsOfRow(y);
+            if (inside != 0) CountInside(row + x0, inside);
+            if (borderColumns != 0) counts_[row[call_.width - 1]] += borderColumns;
+        }
         const uint32_t borderRows = yEnd - std::clamp(call_.height, y0, yEnd);
-        if (borderRows != 0) CountRow(x0, call_.height - 1, borderRows);
-        if constexpr (kTables > 1) {
-            for (size_t bin = 0; bin < call_.bins; ++bin)
-                Table(0)[bin] += Table(1)[bin] + Table(2)[bin] + Table(3)[bin];
+        if (borderRows != 0) CountBorderRows(x0, inside, borderColumns, borderRows);
+        if constexpr (kTables > 1) AddTables(counts_.data());
+    }
+
+    // A number of bins that the compiler knows is one that it makes vectors for.
+    static void AddTables(uint32_t* counts) {
+        for (size_t bin = 0; bin < kNarrowBins; ++bin) {
+            counts[bin] +=
+                counts[kTableStride + bin] + counts[2 * kTableStride + bin] + counts[3 * kTableStride + bin];
         }
     }
 
-    // Counts the part of a frame row that lies in a tile, `times` times.
-    void CountRow(uint32_t x0, uint32_t y, uint32_t times) {
-        const uint32_t xEnd = x0 + tileWidth_;
-        const uint32_t inside = std::clamp(call_.width, x0, xEnd) - x0;
-        const uint32_t borderColumns = tileWidth_ - inside;
-        const Index* const row = BinsOfRow(y);
-        if (borderColumns != 0) Table(0)[row[call_.width - 1]] += borderColumns * times;
-        const Index* const bins = row + x0;
+    void CountInside(const Index* bins, uint32_t count) {
+        uint32_t* const counts = counts_.data();  // a copy that counts cannot change
+        constexpr uint32_t kStep = 8;
         uint32_t x = 0;
-        if constexpr (kTables > 1) {
-            uint32_t* const tables[] = {Table(0).data(), Table(1).data(), Table(2).data(), Table(3).data()};
-            for (; x + kTables <= inside; x += kTables) {
-                for (size_t k = 0; k < kTables; ++k) tables[k][bins[x + k]] += times;
-            }
+        for (; x + kStep <= count; x += kStep) {
+#pragma GCC unroll 8
+            for (size_t k = 0; k < kStep; ++k) ++counts[k % kTables * kTableStride + bins[x + k]];
         }
-        for (; x < inside; ++x) Table(0)[bins[x]] += times;
+        for (; x < count; ++x) ++counts[bins[x]];
+    }
+
+    // The frame's last row stands for those below it.
+    void CountBorderRows(uint32_t x0, uint32_t inside, uint32_t borderColumns, uint32_t borderRows) {
+        const Index* const row = BinsOfRow(call_.height - 1);
+        for (uint32_t x = 0; x < inside; ++x) counts_[row[x0 + x]] += borderRows;
+        counts_[row[call_.width - 1]] += borderColumns * borderRows;
     }
 
     void FillCorners(const Span& rows, const Span& columns) {
@@ -180,29 +193,45 @@ private:
         // pixel.
         int64_t y = position < 0 ? -1 : position / paddedWidth_;
         const auto x = static_cast<uint32_t>(position - y * paddedWidth_);
+        if (y >= 0 && x + columns.edge <= paddedWidth_) {
+            MapPiece(patch, 0, 0, rows.edge, columns.edge, x, y);
+            return;
+        }
         for (uint32_t r = 0; r < rows.edge; ++r, ++y) {
             const uint32_t untilEnd = std::min(columns.edge, paddedWidth_ - x);
-            MapPiece(patch, r, 0, untilEnd, x, y);
-            if (untilEnd < columns.edge) MapPiece(patch, r, untilEnd, columns.edge - untilEnd, 0, y + 1);
+            MapPiece(patch, r, 0, 1, untilEnd, x, y);
+            if (untilEnd < columns.edge) MapPiece(patch, r, untilEnd, 1, columns.edge - untilEnd, 0, y + 1);
         }
     }
 
-    // Maps `count` pixels of a patch's row, from a column of it on, as far as they lie in the frame.
-    void MapPiece(const BlendPatch& patch, uint32_t r, uint32_t column, uint32_t count, uint32_t x,
-                  int64_t y) {
+    // Maps some rows and columns of a patch, from a row and a column of it on, as far as they lie in the
+    // frame.
+    void MapPiece(const BlendPatch& patch, uint32_t r, uint32_t column, uint32_t rows, uint32_t count,
+                  uint32_t x, int64_t y) {
         if (y < 0 || y >= call_.height || x >= call_.width) return;
-        count = std::min(count, call_.width - x);
-        const auto row = static_cast<uint32_t>(y);
-        uint16_t* const pixels = Row(row) + x;
-        const Index* bins = nullptr;
-        if (HasBinsOfRow(row)) {
-            bins = BinsOfRow(row) + x;
-        } else {
-            // In a narrow frame of odd tiles a patch can slip by rows.
-            kernels_.binRow(pixels, count, rule_, pieceBins_.data());
-            bins = pieceBins_.data();
+        auto row = static_cast<uint32_t>(y);
+        const uint32_t end = row + std::min(rows, call_.height - row);
+        BlendPiece<Index> piece = {.row = r,
+                                   .column = column,
+                                   .rows = 1,
+                                   .columns = std::min(count, call_.width - x),
+                                   .bins = nullptr,
+                                   .pixels = nullptr,
+                                   .stride = call_.width};
+        for (; row < end; row += piece.rows, piece.row += piece.rows) {
+            piece.pixels = Row(row) + x;
+            if (HasBinsOfRow(row)) {
+                // Up to where the rows of bins start anew.
+                piece.rows = std::min({end, binnedRows_, (row | (binRows_ - 1)) + 1}) - row;
+                piece.bins = BinsOfRow(row) + x;
+            } else {
+                // In a narrow frame of odd tiles a patch can slip by rows.
+                piece.rows = 1;
+                kernels_.binRow(piece.pixels, piece.columns, rule_, pieceBins_.data());
+                piece.bins = pieceBins_.data();
+            }
+            kernels_.blend(patch, piece);
         }
-        kernels_.blendRow(patch, r, column, count, bins, pixels);
     }
 
     const ClaheCall& call_;
@@ -227,7 +256,6 @@ private:
 
 void RunClaheSchedule(const ClaheCall& call, const ClaheKernels<uint8_t>& narrow,
                       const ClaheKernels<uint16_t>& wide) {
-    constexpr uint32_t kNarrowBins = 256;
     constexpr uint32_t kMostColumns = 32767;
     constexpr uint64_t kMostPixels = uint64_t{1} << 31U;
     const uint64_t tileWidth = (call.width + call.padRight) / call.tilesX;

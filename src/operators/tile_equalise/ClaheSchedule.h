@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "operators/tile_equalise/ClaheTiles.h"
@@ -48,15 +49,26 @@ struct BlendPatch {
     SumDivision division;          // by width * height
 };
 
+// Pixels of a patch that are mapped at once: some columns of some rows, from the patch's row and column on.
+template <typename Index>
+struct BlendPiece {
+    uint32_t row;
+    uint32_t column;
+    uint32_t rows;
+    uint32_t columns;
+    const Index* bins;
+    uint16_t* pixels;
+    size_t stride;  // from row to row, of bins and of pixels
+};
+
 // The kernels of a form, for bins held in 8 or in 16 bits.
 template <typename Index>
 struct ClaheKernels {
     // The bins of `count` levels.
     void (*binRow)(const uint16_t* levels, uint32_t count, const BinRule& rule, Index* bins);
 
-    // Maps `count` pixels in row `row` of a patch, from its column `column` on.
-    void (*blendRow)(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count,
-                     const Index* bins, uint16_t* pixels);
+    // Maps the pixels of a piece.
+    void (*blend)(const BlendPatch& patch, const BlendPiece<Index>& piece);
 };
 
 // One pixel of a patch, for the ends of vectors. Unsigned numbers wrap as they do in the definition; the bias

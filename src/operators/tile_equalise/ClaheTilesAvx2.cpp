@@ -105,43 +105,50 @@ struct SharedPixels {
 };
 
 template <typename Weights, typename Index>
-TARGET void BlendRowBy(const BlendPatch& sharedPatch, uint32_t row, uint32_t column, uint32_t count,
-                       const Index* bins, uint16_t* pixels) {
+TARGET void BlendBy(const BlendPatch& sharedPatch, const BlendPiece<Index>& sharedPiece) {
     constexpr uint32_t kLanes = 16;
-    const BlendPatch patch = sharedPatch;  // a copy that stores of pixels cannot change
-    const Weights weights(patch, row);
+    // Copies that stores of pixels cannot change.
+    const BlendPatch patch = sharedPatch;
+    const BlendPiece<Index> piece = sharedPiece;
     const __m256i bias =
         _mm256_set1_epi32(static_cast<int32_t>(patch.width * patch.height * uint32_t{kLevelBias}));
     const __m256i inOrder = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
-    const auto pairSums = [&](uint32_t x) TARGET {
-        const auto* columns = reinterpret_cast<const __m256i*>(patch.columns + column + x);
-        return weights.PairSums(LoadCorners(patch.corners, bins + x), _mm256_loadu_si256(columns));
-    };
-    uint32_t x = 0;
-    for (; x + kLanes <= count; x += kLanes) {
-        // Pixels 0 1 4 5 | 2 3 6 7, then 8 more alike.
-        const __m256i first = _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x), pairSums(x + 4)), bias);
-        const __m256i second = _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x + 8), pairSums(x + 12)), bias);
-        const __m256i packed =
-            _mm256_packus_epi32(Divide(first, patch.division), Divide(second, patch.division));
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(pixels + x),
-                            _mm256_permutevar8x32_epi32(packed, inOrder));
+    const ColumnWeights* const columns = patch.columns + piece.column;
+    for (uint32_t y = 0; y < piece.rows; ++y) {
+        const Index* const bins = piece.bins + y * piece.stride;
+        uint16_t* const pixels = piece.pixels + y * piece.stride;
+        const Weights weights(patch, piece.row + y);
+        const auto pairSums = [&](uint32_t x) TARGET {
+            const auto* shares = reinterpret_cast<const __m256i*>(columns + x);
+            return weights.PairSums(LoadCorners(patch.corners, bins + x), _mm256_loadu_si256(shares));
+        };
+        uint32_t x = 0;
+        for (; x + kLanes <= piece.columns; x += kLanes) {
+            // Pixels 0 1 4 5 | 2 3 6 7, then 8 more alike.
+            const __m256i first = _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x), pairSums(x + 4)), bias);
+            const __m256i second =
+                _mm256_add_epi32(_mm256_hadd_epi32(pairSums(x + 8), pairSums(x + 12)), bias);
+            const __m256i packed =
+                _mm256_packus_epi32(Divide(first, patch.division), Divide(second, patch.division));
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(pixels + x),
+                                _mm256_permutevar8x32_epi32(packed, inOrder));
+        }
+        for (; x < piece.columns; ++x)
+            pixels[x] = BlendFourCurves(patch, piece.row + y, piece.column + x, bins[x]);
     }
-    for (; x < count; ++x) pixels[x] = BlendFourCurves(patch, row, column + x, bins[x]);
 }
 
 template <typename Index>
-TARGET void BlendRow(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count,
-                     const Index* bins, uint16_t* pixels) {
+TARGET void Blend(const BlendPatch& patch, const BlendPiece<Index>& piece) {
     if (patch.width * patch.height <= kMaxWeightedPixels) {
-        BlendRowBy<WeightedPixels>(patch, row, column, count, bins, pixels);
+        BlendBy<WeightedPixels>(patch, piece);
     } else {
-        BlendRowBy<SharedPixels>(patch, row, column, count, bins, pixels);
+        BlendBy<SharedPixels>(patch, piece);
     }
 }
 
 template <typename Index>
-constexpr ClaheKernels<Index> kKernels = {BinRowAvx2<Index>, BlendRow<Index>};
+constexpr ClaheKernels<Index> kKernels = {BinRowAvx2<Index>, Blend<Index>};
 
 }  // namespace
 

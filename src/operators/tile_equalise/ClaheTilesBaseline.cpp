@@ -13,13 +13,17 @@ namespace {
 #include "operators/tile_equalise/ClaheBinRow.inl"
 
 template <typename Index>
-void BlendRow(const BlendPatch& patch, uint32_t row, uint32_t column, uint32_t count, const Index* bins,
-              uint16_t* pixels) {
-    for (uint32_t x = 0; x < count; ++x) pixels[x] = BlendFourCurves(patch, row, column + x, bins[x]);
+void Blend(const BlendPatch& patch, const BlendPiece<Index>& piece) {
+    for (uint32_t y = 0; y < piece.rows; ++y) {
+        const Index* const bins = piece.bins + y * piece.stride;
+        uint16_t* const pixels = piece.pixels + y * piece.stride;
+        for (uint32_t x = 0; x < piece.columns; ++x)
+            pixels[x] = BlendFourCurves(patch, piece.row + y, piece.column + x, bins[x]);
+    }
 }
 
 template <typename Index>
-constexpr ClaheKernels<Index> kKernels = {BinRow<Index>, BlendRow<Index>};
+constexpr ClaheKernels<Index> kKernels = {BinRow<Index>, Blend<Index>};
 
 }  // namespace
 

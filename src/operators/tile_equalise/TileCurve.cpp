@@ -18,7 +18,9 @@ class ExcessWalk {
 public:
     ExcessWalk(std::span<uint32_t> block, uint32_t clip, uint32_t excess)
         : block_(block), clip_(clip), excess_(excess) {
-        for (size_t bin = 0; bin < block_.size(); ++bin) openCount_ += IsOpen(bin) ? 1U : 0U;
+        uint32_t open = 0;  // as wide as bins, for the compiler's vectors
+        for (const uint32_t bin : block) open += bin < clip ? 1 : 0;
+        openCount_ = open;
     }
 
     void Run() {
@@ -39,10 +41,12 @@ private:
     bool CanGo() const { return excess_ != 0 && openCount_ != 0; }
     bool IsOpen(size_t bin) const { return block_[bin] < clip_; }
 
-    void Give(size_t bin) {
-        ++block_[bin];
-        --excess_;
-        if (!IsOpen(bin)) --openCount_;
+    // Gives a bin one count if it is open; without branches, which would go either way at random.
+    void Offer(size_t bin) {
+        const uint32_t given = IsOpen(bin) ? 1 : 0;
+        block_[bin] += given;
+        excess_ -= given;
+        openCount_ -= given != 0 && !IsOpen(bin) ? size_t{1} : 0;
     }
 
     void WalkFrom(size_t start, size_t step) {
@@ -50,13 +54,11 @@ private:
         constexpr size_t kLooksPerDivision = 8;
         if (openCount_ * kLooksPerDivision < block_.size() / step) {
             for (const uint32_t bin : OpenBinsFrom(start)) {
-                if (excess_ != 0 && (bin - start) % step == 0 && IsOpen(bin)) Give(bin);
+                if (excess_ != 0 && (bin - start) % step == 0) Offer(bin);
             }
             return;
         }
-        for (size_t bin = start; bin < block_.size() && excess_ != 0; bin += step) {
-            if (IsOpen(bin)) Give(bin);
-        }
+        for (size_t bin = start; bin < block_.size() && excess_ != 0; bin += step) Offer(bin);
     }
 
     // The first start, from `start` on, whose walk meets an open bin; the end of the histogram if none does.
@@ -100,10 +102,12 @@ void ClipHistogram(std::span<uint32_t> block, uint32_t clip) {
     // Without branches, which would go either way at random: a bin near the limit takes what is missing there
     // and not its whole share, one beyond it takes nothing.
     for (uint32_t& bin : block) {
-        const uint32_t missing = bin > clip ? 0 : clip - bin;
-        const bool isFilled = bin > clip || bin > upper;
-        excess -= isFilled ? missing : increment;
-        bin = isFilled ? clip : bin + increment;
+        const uint32_t held = std::min(bin, clip);
+        const uint32_t missing = clip - held;
+        const bool isFilled = (bin > clip) | (bin > upper);
+        const uint32_t share = isFilled ? missing : increment;
+        excess -= share;
+        bin = held + share;
     }
     if (excess != 0) ExcessWalk(block, clip, excess).Run();
 }
