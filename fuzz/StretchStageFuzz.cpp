@@ -9,8 +9,8 @@
 #include "operators/curves/LinearCurve.h"
 #include "operators/curves/LookupTable.h"
 #include "operators/curves/StretchCurve.h"
+#include "operators/curves/TonedFrame.h"
 #include "stages/stretch/HistogramSegments.h"
-#include "stages/stretch/PlannedCurves.h"
 #include "stages/stretch/StretchParams.h"
 #include "stages/stretch/StretchSegments.h"
 #include "support/FuzzInput.h"
@@ -46,16 +46,16 @@ Options TakeOptions(InputTail& tail) {
     return options;
 }
 
-std::vector<int32_t> BuildCurve(const PlannedCurves& plan, const Options& options) {
+std::vector<int32_t> BuildCurve(TonedFrame& plan, const Options& options) {
     if (options.params.STRETCH_SEPARATION_CNT > static_cast<int32_t>(StretchMode::BothValleys))
         return BuildPercentCurve(plan, options.maxValue, options.params);
     const SegmentCurve curve = options.isFixed
                                    ? BuildFixedSegmentCurve(plan, options.maxValue, options.params)
                                    : BuildSegmentCurve(plan, options.maxValue, options.params);
-    std::vector<uint16_t> mask(plan.Frame().Count());
-    MarkDarkTail(plan.Frame().begin(), mask.data(), options.width, options.height, curve.segment.left);
+    std::vector<uint16_t> mask(plan.Count());
+    MarkDarkTail(plan.Read().begin(), mask.data(), options.width, options.height, curve.segment.left);
     for (size_t i = 0; i < mask.size(); ++i)
-        Require((mask[i] == 255) == (plan.Frame().begin()[i] < curve.segment.left),
+        Require((mask[i] == 255) == (plan.Read().begin()[i] < curve.segment.left),
                 "the mask marks what lies below the valley");
     return curve.table;
 }
@@ -80,12 +80,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<uint16_t> pixels = tail.TakeFrame(options.width, options.height);
     std::vector<uint16_t> expected = pixels;
 
-    PlannedCurves plan({pixels.data(), options.width, options.height});
+    TonedFrame plan({pixels.data(), options.width, options.height});
     const std::vector<int32_t> table = BuildCurve(plan, options);
     Require(table.size() == static_cast<size_t>(options.maxValue) + 1, "one entry for each level");
     AddStretchCurve(plan, table);
     AddRestretch(plan, options.maxValue, options.params.RESTRETCH_OPTION);
-    plan.Apply();
+    plan.Read();
 
     for (uint16_t& pixel : expected)
         pixel = static_cast<uint16_t>(table[std::min<size_t>(pixel, table.size() - 1)] & 0xFFFF);

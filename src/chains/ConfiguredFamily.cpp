@@ -1,7 +1,6 @@
 #include "chains/ConfiguredFamily.h"
 
-#include <algorithm>
-
+#include "chains/TonedCopy.h"
 #include "config/ConfiguredState.h"
 #include "config/StageId.h"
 #include "pixels/AllocZeroed.h"
@@ -9,11 +8,9 @@
 #include "platform/Clock.h"
 #include "report/BackupSet.h"
 #include "report/RunDumps.h"
-#include "sensor/CornerMask.h"
 #include "sensor/MaskedPixels.h"
-#include "sensor/PixelBits.h"
-#include "sensor/SaturationCap.h"
 #include "sensor/TargetRange.h"
+#include "sensor/TonedSteps.h"
 #include "stages/inversion/InversionStage.h"
 
 namespace vastrelline {
@@ -48,7 +45,7 @@ void ConfiguredFamily::OpenLog() {
 
 void ConfiguredFamily::CopyInput() {
     maxValue_ = MaxValueOfBits(settings_.BITSTORED);
-    std::copy_n(call_.input, CountPixels(call_.width, call_.height), call_.output);
+    CopyTonedInput(call_, frame_);
 }
 
 void ConfiguredFamily::SwitchSection(const std::wstring& sectionName) {
@@ -57,32 +54,30 @@ void ConfiguredFamily::SwitchSection(const std::wstring& sectionName) {
 }
 
 void ConfiguredFamily::LimitPixels() {
-    maxValue_ = RescaleToPixelBits(call_.output, call_.width, call_.height, settings_.BITSTORED);
-    CapSaturation(call_.output, call_.width, call_.height, settings_.SATURATION_VALUE);
-    RunDumps::Configured().Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height);
+    maxValue_ = RescaleTonedBits(Frame(), settings_.BITSTORED);
+    CapTonedSaturation(Frame(), settings_.SATURATION_VALUE);
+    RunDumps::Configured().Dump(L"%02d_OriginalImage.raw", Frame());
 }
 
 void ConfiguredFamily::FillCorners(const SensorGeometry* geometry) {
     if (settings_.INTRAORAL_MASK == 0) return;
     cornerMask_ = AllocZeroed<uint16_t>(call_.width, call_.height);
     if (geometry != nullptr)
-        BuildMaskFromGeometry(call_.output, cornerMask_.data(), call_.width, call_.height, *geometry);
+        BuildTonedMask(Frame(), cornerMask_.data(), *geometry);
     else
-        BuildMaskFromProfile(call_.output, cornerMask_.data(), call_.width, call_.height, call_.iniPath);
-    FillMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, maxValue_);
+        BuildTonedMaskFromProfile(Frame(), cornerMask_.data(), call_.iniPath);
+    FillTonedPixels(Frame(), cornerMask_.data(), maxValue_);
 }
 
 void ConfiguredFamily::NormaliseRange() {
     TargetRangeParams target;
     ReadTargetRange(call_.iniPath, kSensorSection, target);
-    ApplyTargetRange(call_.output, call_.width, call_.height, target.TargetRange, target.MinimumValue,
-                     target.MaxCut, target.MinCut);
+    ApplyTargetRange(Frame(), target.TargetRange, target.MinimumValue, target.MaxCut, target.MinCut);
 }
 
 void ConfiguredFamily::Invert() {
     if (settings_.INVERSE_INTENSITY == 0) return;
-    RunInversion(call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height), maxValue_,
-                 log_, settings_);
+    RunInversion(Frame(), maxValue_, settings_);
 }
 
 void ConfiguredFamily::RunStageList(std::span<const StageEntry> stages) {
@@ -94,19 +89,17 @@ void ConfiguredFamily::RunStageList(std::span<const StageEntry> stages) {
 }
 
 void ConfiguredFamily::RunStageAt(std::span<const StageEntry> stages, StageId stage, int32_t position) {
-    RunStage(
-        stages, static_cast<int32_t>(stage),
-        {{call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height), maxValue_, log_},
-         position});
+    RunStage(stages, static_cast<int32_t>(stage), {{Frame(), maxValue_, log_}, position});
 }
 
 void ConfiguredFamily::RestoreCorners() {
+    uint16_t* const pixels = Frame().Change().begin();
     if (settings_.INTRAORAL_MASK != 0) {
         const int32_t isInverted = settings_.INVERSE_INTENSITY != 0 ? 1 : 0;
-        RestoreMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, isInverted);
+        RestoreMaskedPixels(pixels, cornerMask_.data(), call_.width, call_.height, isInverted);
         cornerMask_ = {};
     }
-    RunDumps::Configured().Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height);
+    RunDumps::Configured().Dump(L"%02d_Result.raw", pixels, call_.width, call_.height);
 }
 
 void ConfiguredFamily::CloseLog(std::wstring_view endLine) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "chains/StageTable.h"
 #include "config/CommonSettings.h"
 #include "config/SensorSettings.h"
+#include "operators/curves/TonedFrame.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
@@ -35,12 +37,14 @@ public:
     // If logging is on: opens the log and writes the head of the run.
     void OpenLog();
 
-    // Copies the input; from here on all work is in the output.
+    // Copies the input; from here on all work is in the output. Its pixels may come with the first step that
+    // asks for them, and are all there after RestoreCorners.
     void CopyInput();
 
     // The driver's own steps between CopyInput and LimitPixels may look at these.
     const CommonSettings& Settings() const { return settings_; }
     int32_t MaxValue() const { return maxValue_; }
+    TonedFrame& Frame() { return *frame_; }
 
     // Lets the stages read their keys from another section, which also names the backup.
     void SwitchSection(const std::wstring& sectionName);
@@ -84,6 +88,7 @@ private:
     int32_t maxValue_ = 0;
     LogFile log_;
     std::vector<uint16_t> cornerMask_;
+    std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 
 }  // namespace vastrelline

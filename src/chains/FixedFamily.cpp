@@ -1,15 +1,12 @@
 #include "chains/FixedFamily.h"
 
-#include <algorithm>
-
+#include "chains/TonedCopy.h"
 #include "config/FixedState.h"
 #include "pixels/AllocZeroed.h"
 #include "platform/Clock.h"
 #include "report/RunDumps.h"
-#include "sensor/CornerMask.h"
 #include "sensor/MaskedPixels.h"
-#include "sensor/PixelBits.h"
-#include "sensor/SaturationCap.h"
+#include "sensor/TonedSteps.h"
 
 namespace vastrelline {
 
@@ -39,25 +36,24 @@ void FixedFamily::OpenLog(std::wstring_view startLine) {
 }
 
 void FixedFamily::CopyInput() {
-    std::copy_n(call_.input, CountPixels(call_.width, call_.height), call_.output);
-    maxValue_ = RescaleToPixelBits(call_.output, call_.width, call_.height, settings_.BITSTORED);
-    CapSaturation(call_.output, call_.width, call_.height, settings_.SATURATION_VALUE);
-    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_OriginalImage.raw", call_.output, call_.width, call_.height);
+    CopyTonedInput(call_, frame_);
+    maxValue_ = RescaleTonedBits(*frame_, settings_.BITSTORED);
+    CapTonedSaturation(*frame_, settings_.SATURATION_VALUE);
+    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_OriginalImage.raw", *frame_);
 }
 
 void FixedFamily::FillCorners() {
     if (settings_.INTRAORAL_MASK == 0) return;
     cornerMask_ = AllocZeroed<uint16_t>(call_.width, call_.height);
-    BuildMaskFromProfile(call_.output, cornerMask_.data(), call_.width, call_.height, call_.iniPath);
-    FillMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, maxValue_);
+    BuildTonedMaskFromProfile(*frame_, cornerMask_.data(), call_.iniPath);
+    FillTonedPixels(*frame_, cornerMask_.data(), maxValue_);
 }
 
 void FixedFamily::RunStages(FixedChain chain) {
     // The frame that the stretch marks its dark tail in, and that the unsharp stage reads.
     std::vector<uint16_t> stretched;
     if (settings_.HISTOGRAM_STRETCH != 0) stretched = AllocZeroed<uint16_t>(call_.width, call_.height);
-    RunFixedStages(chain, {{call_.output, call_.width, call_.height, CountPixels(call_.width, call_.height),
-                            maxValue_, log_},
+    RunFixedStages(chain, {{*frame_, maxValue_, log_},
                            stretched.empty() ? nullptr : stretched.data(),
                            dumpCounter_,
                            settings_});
@@ -66,12 +62,12 @@ void FixedFamily::RunStages(FixedChain chain) {
 void FixedFamily::RestoreCorners() {
     if (settings_.INTRAORAL_MASK == 0) return;
     const int32_t isInverted = settings_.INVERSE_INTENSITY != 0 ? 1 : 0;
-    RestoreMaskedPixels(call_.output, cornerMask_.data(), call_.width, call_.height, isInverted);
+    RestoreMaskedPixels(frame_->Change().begin(), cornerMask_.data(), call_.width, call_.height, isInverted);
     cornerMask_ = {};
 }
 
 void FixedFamily::DumpResult() {
-    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_Result.raw", call_.output, call_.width, call_.height);
+    RunDumps::Fixed(dumpCounter_).Dump(L"%02d_Result.raw", frame_->Read().begin(), call_.width, call_.height);
 }
 
 void FixedFamily::CloseLog() {

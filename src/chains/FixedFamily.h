@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "chains/FixedStageTable.h"
 #include "chains/ReturnCode.h"
 #include "config/FixedSettings.h"
+#include "operators/curves/TonedFrame.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
@@ -28,7 +30,7 @@ public:
     void OpenLog(std::wstring_view startLine);
 
     // Copies the input; from here on all work is in the output. Rescales frames of more than 16 bits, caps
-    // saturated pixels, dumps the frame.
+    // saturated pixels, dumps the frame. Its pixels may come with the first step that asks for them.
     void CopyInput();
 
     // If the corner mask is on: builds it from the profile and fills the corners for the filters to come.
@@ -40,6 +42,7 @@ public:
     // If the corner mask is on: gives the corners the background's value.
     void RestoreCorners();
 
+    // All pixels of the output are there after it.
     void DumpResult();
 
     // If logging is on: writes the end of the run and closes the log.
@@ -55,6 +58,7 @@ private:
     int32_t dumpCounter_ = 0;
     LogFile log_;
     std::vector<uint16_t> cornerMask_;
+    std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 
 }  // namespace vastrelline

@@ -30,60 +30,56 @@ using Call = FixedStageCall;
 // In the order in which they run.
 constexpr FixedStageEntry kFixedStages[] = {
     {&Settings::INVERSE_INTENSITY, true,
-     [](const Call& c) {
-         RunFixedInversion(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log,
-                           c.settings);
-     }},
+     [](const Call& c) { RunFixedInversion(c.frame, c.maxValue, c.dumpCounter, c.settings); }},
     {&Settings::PRE_MEDIAN, true,
-     [](const Call& c) { RunPreMedian(c.frame, c.width, c.height, c.dumpCounter, c.log, c.settings); }},
+     [](const Call& c) {
+         RunPreMedian(c.Pixels(), c.Width(), c.Height(), c.dumpCounter, c.log, c.settings);
+     }},
     {&Settings::PRE_GAUSSIAN, true,
      [](const Call& c) {
-         RunPreGaussian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+         RunPreGaussian(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     {&Settings::PRE_CONTRAST, true,
      [](const Call& c) {
-         PreContrastStageFixed(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log,
-                               c.settings);
+         PreContrastStageFixed(c.Pixels(), c.Width(), c.Height(), c.PixelCount(), c.maxValue, c.dumpCounter,
+                               c.log, c.settings);
      }},
     {&Settings::HISTOGRAM_STRETCH, true,
      [](const Call& c) {
-         RunFixedStretch(c.frame, c.stretched, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter,
-                         c.log, c.settings);
+         RunFixedStretch(c.frame, c.stretched, c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     {&Settings::PYRAMID_PROCESSING, false,
      [](const Call& c) {
-         PyramidStageFixed(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+         PyramidStageFixed(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     {&Settings::CONTRAST_ENHANCE, true,
      [](const Call& c) {
-         AdaptiveUnsharpStageFixed(c.frame, c.stretched, c.width, c.height, c.maxValue, c.dumpCounter, c.log,
-                                   c.settings);
+         AdaptiveUnsharpStageFixed(c.Pixels(), c.stretched, c.Width(), c.Height(), c.maxValue, c.dumpCounter,
+                                   c.log, c.settings);
      }},
     {&Settings::CONTRAST_ENHANCE2, true,
      [](const Call& c) {
-         RunClahe(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.dumpCounter, c.log, c.settings);
+         RunClahe(c.Pixels(), c.Width(), c.Height(), c.PixelCount(), c.maxValue, c.dumpCounter, c.log,
+                  c.settings);
      }},
     {&Settings::ADAPTIVE_SMOOTHING, true,
      [](const Call& c) {
-         RunAdaptiveSmoothing(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+         RunAdaptiveSmoothing(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log,
+                              c.settings);
      }},
     {&Settings::POST_MEDIAN, true,
      [](const Call& c) {
-         RunPostMedian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+         RunPostMedian(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     {&Settings::POST_GAUSSIAN, true,
      [](const Call& c) {
-         RunPostGaussian(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
+         RunPostGaussian(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     // Whether it is the sigmoid or the linear curve is the stage's own switch.
     {nullptr, true,
-     [](const Call& c) {
-         RunFixedSigmoid(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
-     }},
+     [](const Call& c) { RunFixedSigmoid(c.frame, c.maxValue, c.dumpCounter, c.log, c.settings); }},
     {&Settings::POST_GAMMA_LUT, true,
-     [](const Call& c) {
-         RunFixedGamma(c.frame, c.width, c.height, c.maxValue, c.dumpCounter, c.log, c.settings);
-     }},
+     [](const Call& c) { RunFixedGamma(c.frame, c.maxValue, c.dumpCounter, c.log, c.settings); }},
 };
 
 }  // namespace

@@ -8,7 +8,6 @@
 
 #include "chains/ConfiguredFamily.h"
 #include "config/DoseRecord.h"
-#include "operators/histogram/Histogram.h"
 #include "operators/histogram/OtsuThreshold.h"
 #include "pixels/FrameLimits.h"
 #include "platform/MessageDialog.h"
@@ -28,10 +27,10 @@ constexpr std::array kLowSequence = {
 };
 
 // Decides on the frame as it came, before anything else changes it.
-bool IsExposureLow(const DriverCall& call, const ConfiguredFamily& run) {
+bool IsExposureLow(const DriverCall& call, ConfiguredFamily& run) {
     // Frames of more bits are rescaled later only, but no pixel reaches past 16: the levels above are empty.
     const int32_t maxValue = std::min(run.MaxValue(), kTopPixel);
-    const std::vector<uint32_t> histogram = BuildHistogram(call.output, call.width, call.height, maxValue);
+    const std::vector<uint32_t> histogram = run.Frame().Histogram(maxValue);
     const int32_t threshold = ComputeOtsuThreshold(histogram, static_cast<double>(call.width) * call.height);
     DoseRecord record;
     const int32_t isLow = ClassifyExposure(call.output, call.width, call.height, histogram, threshold,
@@ -70,7 +69,11 @@ ReturnCode RunLowExposureChain(const DriverCall& call, const SensorGeometry* geo
     run.CopyInput();
     const bool isLow = IsExposureLow(call, run);
     if (isLow) run.SwitchSection(kLowSection);
-    if (run.Settings().MSGBOX_ENABLE != 0) ShowDecision(isLow);
+    if (run.Settings().MSGBOX_ENABLE != 0) {
+        // A host may look at both frames while it shows the message, or process others.
+        run.Frame().Read();
+        ShowDecision(isLow);
+    }
     run.LimitPixels();
     run.FillCorners(geometry);
     run.NormaliseRange();

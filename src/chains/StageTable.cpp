@@ -24,38 +24,40 @@ using Call = StageCall;
 constexpr StageEntry kStages[] = {
     {StageId::PreContrastProc,
      [](const Call& c) {
-         PreContrastStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+         PreContrastStage(c.Pixels(), c.Width(), c.Height(), c.PixelCount(), c.maxValue, c.log, c.position);
      }},
     {StageId::HistogramStretch,
-     [](const Call& c) {
-         RunStretchStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
-     }},
+     [](const Call& c) { RunStretchStage(c.frame, c.maxValue, c.log, c.position); }},
     {StageId::CLAHE,
      [](const Call& c) {
-         RunClaheStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+         RunClaheStage(c.Pixels(), c.Width(), c.Height(), c.PixelCount(), c.maxValue, c.log, c.position);
      }},
     {StageId::Unsharp,
-     [](const Call& c) { AdaptiveUnsharpStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+     [](const Call& c) {
+         AdaptiveUnsharpStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position);
+     }},
     {StageId::AdaptiveSmoothing,
      [](const Call& c) {
-         RunAdaptiveSmoothingStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position);
+         RunAdaptiveSmoothingStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position);
      }},
     {StageId::Pyramid,
-     [](const Call& c) { PyramidStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
-    {StageId::Median, [](const Call& c) { RunMedianStage(c.frame, c.width, c.height, c.log, c.position); }},
+     [](const Call& c) { PyramidStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position); }},
+    {StageId::Median,
+     [](const Call& c) { RunMedianStage(c.Pixels(), c.Width(), c.Height(), c.log, c.position); }},
     {StageId::Gaussian,
-     [](const Call& c) { RunGaussianStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
-    {StageId::SigmoidLUT,
-     [](const Call& c) { RunSigmoidStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
-    {StageId::GammaLUT,
-     [](const Call& c) { RunGammaStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
-    {StageId::LinearLUT,
-     [](const Call& c) { RunLinearStage(c.frame, c.width, c.height, c.maxValue, c.log, c.position); }},
+     [](const Call& c) {
+         RunGaussianStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position);
+     }},
+    {StageId::SigmoidLUT, [](const Call& c) { RunSigmoidStage(c.frame, c.maxValue, c.log, c.position); }},
+    {StageId::GammaLUT, [](const Call& c) { RunGammaStage(c.frame, c.maxValue, c.log, c.position); }},
+    {StageId::LinearLUT, [](const Call& c) { RunLinearStage(c.frame, c.maxValue, c.log, c.position); }},
     {StageId::PreProcessing,
-     [](const Call& c) { PreProcessingStage(c.frame, c.maxValue, c.width, c.height, c.log, c.position); }},
+     [](const Call& c) {
+         PreProcessingStage(c.Pixels(), c.maxValue, c.Width(), c.Height(), c.log, c.position);
+     }},
     {StageId::HDR,
      [](const Call& c) {
-         RunHdrStage(c.frame, c.width, c.height, c.pixelCount, c.maxValue, c.log, c.position);
+         RunHdrStage(c.Pixels(), c.Width(), c.Height(), c.PixelCount(), c.maxValue, c.log, c.position);
      }},
 };
 

@@ -1,5 +1,6 @@
 #include "exports/ProcessFrame.h"
 
+#include <optional>
 #include <vector>
 
 #include "chains/ConfiguredChain.h"
@@ -10,6 +11,7 @@
 #include "config/CRegistryIO.h"
 #include "exports/CallScope.h"
 #include "exports/OutputMapping.h"
+#include "operators/curves/TonedFrame.h"
 #include "pixels/AllocZeroed.h"
 #include "report/Bitmap.h"
 #include "sensor/ExposureCurve.h"
@@ -34,26 +36,45 @@ void CorrectSpots(const ProcessCall& call) {
 }
 
 // Clips the highlights of the caller's frame and lifts very dark frames. No key sets the knees either.
-void CorrectExposure(const ProcessCall& call) {
+void CorrectExposure(const ProcessCall& call, TonedFrame& input) {
     constexpr int32_t kLowKnee = 250;
     constexpr int32_t kHighKnee = 3800;
     constexpr double kLiftExponent = 0.45;
     constexpr double kReserved = 0.6;
-    ApplyExposureCurve(call.input, call.width, call.height, kLowKnee, kHighKnee, kLiftExponent, kReserved,
-                       call.iniPath, call.geometry);
+    ApplyExposureCurve(input, kLowKnee, kHighKnee, kLiftExponent, kReserved, call.iniPath, call.geometry);
 }
 
-void CorrectInput(const ProcessCall& call) {
-    if (call.input == nullptr || call.width <= 0 || call.height <= 0) return;
-    CountPixels(call.width, call.height);
-    if (call.isSpotCorrectionOn) CorrectSpots(call);
-    CorrectExposure(call);
-}
+// The caller's frame, corrected in place. The exposure curve waits for the run, which may need the frame only
+// once, and reaches the caller's pixels in any case.
+class CorrectedInput {
+public:
+    explicit CorrectedInput(const ProcessCall& call) {
+        if (call.input == nullptr || call.width <= 0 || call.height <= 0) return;
+        CountPixels(call.width, call.height);
+        if (call.isSpotCorrectionOn) CorrectSpots(call);
+        frame_.emplace(FrameView(call.input, call.width, call.height));
+        CorrectExposure(call, *frame_);
+    }
+    ~CorrectedInput() {
+        if (frame_) frame_->Read();
+    }
+    CorrectedInput(const CorrectedInput&) = delete;
+    CorrectedInput& operator=(const CorrectedInput&) = delete;
+    CorrectedInput(CorrectedInput&&) = delete;
+    CorrectedInput& operator=(CorrectedInput&&) = delete;
 
-ReturnCode RunDriver(int32_t mode, const ProcessCall& call, uint16_t* output) {
+    // Null without a frame.
+    TonedFrame* Frame() { return frame_ ? &*frame_ : nullptr; }
+
+private:
+    std::optional<TonedFrame> frame_;
+};
+
+ReturnCode RunDriver(int32_t mode, const ProcessCall& call, TonedFrame* input, uint16_t* output) {
     constexpr int32_t kListedMode = 2;
     constexpr int32_t kDecidingMode = 3;
-    const DriverCall driver{call.input, output, call.width, call.height, call.iniPath, call.sectionName};
+    const DriverCall driver{call.input,   output,           call.width, call.height,
+                            call.iniPath, call.sectionName, input};
     if (mode == kListedMode) {
         return call.mode2 == ListedChain::Extended
                    ? RunExtendedChain(driver, call.sensorFolder, call.sensorMode)
@@ -67,8 +88,8 @@ ReturnCode RunDriver(int32_t mode, const ProcessCall& call, uint16_t* output) {
 // The steps of a call whose profile has been read.
 ReturnCode RunCall(const ProcessCall& call, uint16_t* output) {
     const int32_t mode = ReadProcessingMode(call);
-    CorrectInput(call);
-    const ReturnCode code = RunDriver(mode, call, output);
+    CorrectedInput input(call);
+    const ReturnCode code = RunDriver(mode, call, input.Frame(), output);
     // The mapping runs on any code of the driver, as long as there is a frame.
     const bool hasFrames = call.input != nullptr && output != nullptr && call.width > 0 && call.height > 0;
     if (call.isMappingOn && hasFrames) ApplyOutputMapping(output, call.width, call.height);

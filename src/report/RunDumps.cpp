@@ -24,6 +24,10 @@ void RunDumps::Dump(std::wstring_view nameFormat, const uint16_t* pixels, int32_
     if (areOn_) DumpNumbered(writePath_, nameFormat, number_, pixels, width, height);
 }
 
+void RunDumps::Dump(std::wstring_view nameFormat, TonedFrame& frame) const {
+    if (areOn_) Dump(nameFormat, frame.Read().begin(), frame.Width(), frame.Height());
+}
+
 void RunDumps::DumpBeside(std::wstring_view nameFormat, const uint16_t* pixels, int32_t width,
                           int32_t height) const {
     int32_t number = number_;

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "operators/curves/TonedFrame.h"
+
 namespace vastrelline {
 
 // The numbered dumps of a run: whether they are written, where to, and under which number. Refers to the
@@ -27,6 +29,9 @@ public:
     //
     // nameFormat   takes the number, as "%02d_Result_Gamma.raw"
     void Dump(std::wstring_view nameFormat, const uint16_t* pixels, int32_t width, int32_t height) const;
+
+    // The same of a frame whose curves wait: a dump makes them apply.
+    void Dump(std::wstring_view nameFormat, TonedFrame& frame) const;
 
     // The same without stepping: the next dump shares the number.
     void DumpBeside(std::wstring_view nameFormat, const uint16_t* pixels, int32_t width,

@@ -40,6 +40,12 @@ int32_t BuildMaskFromGeometry(const uint16_t* frame, uint16_t* mask, int32_t wid
     return 1;
 }
 
+bool AreCornersKnown(int32_t width, int32_t height, const SensorGeometry& geometry) {
+    const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
+    return code != kOrientationUnknown && FitsFrame(geometry, code, width, height) &&
+           HasCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR);
+}
+
 int32_t BuildMaskFromProfile(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height,
                              const std::wstring& iniPath) {
     SensorGeometry geometry{};

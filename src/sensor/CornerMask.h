@@ -16,6 +16,9 @@ namespace vastrelline {
 int32_t BuildMaskFromGeometry(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height,
                               const SensorGeometry& geometry);
 
+// Whether the mask follows from the geometry alone: then `frame` is not looked at, and no message shown.
+bool AreCornersKnown(int32_t width, int32_t height, const SensorGeometry& geometry);
+
 // The same with the geometry that stands in the profile.
 int32_t BuildMaskFromProfile(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height,
                              const std::wstring& iniPath);

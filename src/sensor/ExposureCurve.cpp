@@ -5,11 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "operators/curves/LookupTable.h"
-#include "operators/histogram/PixelRange.h"
 #include "pixels/AllocZeroed.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
+#include "sensor/MarkedRows.h"
 #include "sensor/RoundCornerMask.h"
 
 namespace vastrelline {
@@ -93,44 +92,15 @@ std::vector<uint16_t> BuildExposureTable(int32_t lowLevel, int32_t highLevel, in
     return table;
 }
 
-}  // namespace
-
-void ApplyExposureCurve(uint16_t* frame, int32_t width, int32_t height, int32_t lowKnee, int32_t highKnee,
-                        double liftExponent, double /*reserved*/, const std::wstring& profilePath,
-                        const SensorGeometry* geometry) {
-    constexpr double kTopLevel = 4095.0;
-    constexpr uint16_t kLowestClip = 1800;
-    SensorGeometry fromProfile{};
-    if (geometry == nullptr) {
-        ReadSensorGeometry(profilePath, kSensorSection, fromProfile);
-        geometry = &fromProfile;
-    }
-    const std::vector<uint16_t> mask = MakeCornerMask(frame, width, height, *geometry);
-    uint16_t low = 0;
-    uint16_t high = 0;
-    MeasureClipLevels(frame, mask.data(), width, height, low, high);
-    // The black point is the frame's true minimum, masked pixels included, in place of `low`.
-    const int32_t black = std::min(kLevels, MinPixel(frame, width, height));
-
-    const int32_t span = high - black;
-    const auto kneeLevel = [&](int32_t knee) {
-        return LowBits16(WrappingAdd(LowBits16(TruncateToInt32(span * knee / kTopLevel)), black));
-    };
-    const uint16_t lowLevel = kneeLevel(lowKnee);
-    const uint16_t highLevel = std::max(kneeLevel(highKnee), kLowestClip);
-    ApplyLookupTable(frame, width, height, BuildExposureTable(lowLevel, highLevel, lowKnee, liftExponent));
-}
-
-void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height,
-                       uint16_t& low, uint16_t& high) {
-    const FrameView<const uint16_t> pixels(frame, width, height);
-    std::vector<uint32_t> histogram(kLevels);
-    for (size_t i = 0; i < pixels.Count(); ++i) {
-        if (mask[i] == 0) ++histogram[std::min<size_t>(frame[i], kLevels - 1)];
-    }
+// As MeasureClipLevels.
+//
+// histogram    of the pixels that count
+// pixelCount   of all pixels
+void FindClipLevels(const std::vector<uint32_t>& histogram, size_t pixelCount, uint16_t& low,
+                    uint16_t& high) {
     low = kLevels;
     high = 0;
-    const double limit = 0.01 * static_cast<double>(pixels.Count());
+    const double limit = 0.01 * static_cast<double>(pixelCount);
     uint32_t sum = 0;
     for (size_t level = 0; level < kLevels; ++level) {
         sum += histogram[level];
@@ -147,6 +117,68 @@ void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t widt
             break;
         }
     }
+}
+
+size_t CountedLevel(uint16_t pixel) { return std::min<size_t>(pixel, kLevels - 1); }
+
+}  // namespace
+
+void ApplyExposureCurve(uint16_t* frame, int32_t width, int32_t height, int32_t lowKnee, int32_t highKnee,
+                        double liftExponent, double reserved, const std::wstring& profilePath,
+                        const SensorGeometry* geometry) {
+    TonedFrame toned({frame, width, height});
+    ApplyExposureCurve(toned, lowKnee, highKnee, liftExponent, reserved, profilePath, geometry);
+    toned.Change();
+}
+
+void ApplyExposureCurve(TonedFrame& frame, int32_t lowKnee, int32_t highKnee, double liftExponent,
+                        double /*reserved*/, const std::wstring& profilePath,
+                        const SensorGeometry* geometry) {
+    constexpr double kTopLevel = 4095.0;
+    constexpr uint16_t kLowestClip = 1800;
+    SensorGeometry fromProfile{};
+    if (geometry == nullptr) {
+        ReadSensorGeometry(profilePath, kSensorSection, fromProfile);
+        geometry = &fromProfile;
+    }
+    const std::vector<uint16_t> mask =
+        MakeCornerMask(frame.Read().begin(), frame.Width(), frame.Height(), *geometry);
+    uint16_t low = 0;
+    uint16_t high = 0;
+    MeasureClipLevels(frame, mask.data(), low, high);
+    // The black point is the frame's true minimum, masked pixels included, in place of `low`.
+    const int32_t black = std::min(kLevels, frame.MinLevel());
+
+    const int32_t span = high - black;
+    const auto kneeLevel = [&](int32_t knee) {
+        return LowBits16(WrappingAdd(LowBits16(TruncateToInt32(span * knee / kTopLevel)), black));
+    };
+    const uint16_t lowLevel = kneeLevel(lowKnee);
+    const uint16_t highLevel = std::max(kneeLevel(highKnee), kLowestClip);
+    frame.Map(BuildExposureTable(lowLevel, highLevel, lowKnee, liftExponent));
+}
+
+void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height,
+                       uint16_t& low, uint16_t& high) {
+    const FrameView<const uint16_t> pixels(frame, width, height);
+    std::vector<uint32_t> histogram(kLevels);
+    for (size_t i = 0; i < pixels.Count(); ++i) {
+        if (mask[i] == 0) ++histogram[CountedLevel(frame[i])];
+    }
+    FindClipLevels(histogram, pixels.Count(), low, high);
+}
+
+void MeasureClipLevels(TonedFrame& frame, const uint16_t* mask, uint16_t& low, uint16_t& high) {
+    // What the mask hides is little, and the counts of all have more uses.
+    std::vector<uint32_t> histogram = frame.Histogram(kLevels - 1);
+    const FrameView<const uint16_t> pixels = frame.Read();
+    const FrameView<const uint16_t> marks(mask, frame.Width(), frame.Height());
+    for (const int32_t y : FindMarkedRows(marks)) {
+        for (int32_t x = 0; x < frame.Width(); ++x) {
+            if (marks.Row(y)[x] != 0) --histogram[CountedLevel(pixels.Row(y)[x])];
+        }
+    }
+    FindClipLevels(histogram, frame.Count(), low, high);
 }
 
 void DetectCornerMask(const uint16_t* frame, int32_t width, int32_t height, uint16_t* mask, int32_t cutOff,

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "config/SensorSettings.h"
+#include "operators/curves/TonedFrame.h"
 
 namespace vastrelline {
 
@@ -22,6 +23,8 @@ namespace vastrelline {
 void ApplyExposureCurve(uint16_t* frame, int32_t width, int32_t height, int32_t lowKnee, int32_t highKnee,
                         double liftExponent, double reserved, const std::wstring& profilePath,
                         const SensorGeometry* geometry);
+void ApplyExposureCurve(TonedFrame& frame, int32_t lowKnee, int32_t highKnee, double liftExponent,
+                        double reserved, const std::wstring& profilePath, const SensorGeometry* geometry);
 
 // Levels that hold the outermost hundredth of a frame's pixels.
 //
@@ -30,6 +33,7 @@ void ApplyExposureCurve(uint16_t* frame, int32_t width, int32_t height, int32_t 
 // high   the level at which the count from 4095 down passes it, 0 if none does
 void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height,
                        uint16_t& low, uint16_t& high);
+void MeasureClipLevels(TonedFrame& frame, const uint16_t* mask, uint16_t& low, uint16_t& high);
 
 // Marks the dark corners of a frame with 1 in a zeroed mask, from the first and the last pixel of its rows: a
 // pixel above 10 is exposed.

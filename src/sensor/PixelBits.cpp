@@ -7,10 +7,17 @@
 
 namespace vastrelline {
 
+namespace {
+
+constexpr int32_t kPixelBits = 16;
+
+}  // namespace
+
+bool ArePixelsRescaled(int32_t bitsStored) { return bitsStored > kPixelBits; }
+
 int32_t RescaleToPixelBits(uint16_t* pixels, int32_t width, int32_t height, int32_t& bitsStored) {
-    constexpr int32_t kPixelBits = 16;
     const int32_t maxValue = MaxValueOfBits(bitsStored);
-    if (bitsStored <= kPixelBits) return maxValue;
+    if (!ArePixelsRescaled(bitsStored)) return maxValue;
     ApplyLookupTable(pixels, width, height,
                      BuildLinearCurve(pixels, width, height, maxValue, kTopPixel, 0, 0));
     bitsStored = kPixelBits;

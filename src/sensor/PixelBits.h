@@ -4,6 +4,9 @@
 
 namespace vastrelline {
 
+// Whether frames of so many significant bits have more than a pixel holds.
+bool ArePixelsRescaled(int32_t bitsStored);
+
 // Brings a frame of more significant bits than a pixel holds into 16 bits, in place, by a straight ramp; any
 // other frame stays as it is.
 //

@@ -57,6 +57,11 @@ void MarkCornersOfRows(const FrameView<uint16_t>& mask, const CornerOutline& out
     }
 }
 
+bool AreCornersTooLarge(int32_t frameWidth, int32_t frameHeight, int32_t cutOff, int32_t cutOffRight) {
+    const int32_t shortSide = std::min(frameWidth, frameHeight);
+    return cutOff > shortSide / 2 || cutOffRight > shortSide;
+}
+
 }  // namespace
 
 int32_t ComputeOrientationCode(int32_t rotation, int32_t flip) {
@@ -71,14 +76,18 @@ int32_t ComputeOrientationCode(int32_t rotation, int32_t flip) {
 
 std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
                                                int32_t cutOffRight) {
-    const int32_t shortSide = std::min(frameWidth, frameHeight);
-    if (cutOff > shortSide / 2 || cutOffRight > shortSide) {
+    if (AreCornersTooLarge(frameWidth, frameHeight, cutOff, cutOffRight)) {
         ShowMessage(L"Wrong parameters of round-corner mask", MessageIcon::Error);
         return std::nullopt;
     }
-    // Beyond this no frame is processed.
-    if (frameWidth < 0 || frameHeight < 0 || IsBeyondPixelLimit(frameWidth, frameHeight)) return std::nullopt;
+    if (!HasCornerOutline(frameWidth, frameHeight, cutOff, cutOffRight)) return std::nullopt;
     return CornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
+}
+
+bool HasCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff, int32_t cutOffRight) {
+    if (AreCornersTooLarge(frameWidth, frameHeight, cutOff, cutOffRight)) return false;
+    // Beyond this no frame is processed.
+    return frameWidth >= 0 && frameHeight >= 0 && !IsBeyondPixelLimit(frameWidth, frameHeight);
 }
 
 void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const CornerOutline& outline,

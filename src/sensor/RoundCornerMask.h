@@ -44,6 +44,9 @@ std::optional<std::vector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, in
 std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
                                                int32_t cutOffRight);
 
+// Whether there is one; without a message.
+bool HasCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff, int32_t cutOffRight);
+
 // BuildRoundCornerMask into the zeroed mask of a delivered frame.
 void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const CornerOutline& outline,
                       int32_t orientation, int32_t cutLeft, int32_t cutTop);

@@ -6,9 +6,6 @@
 #include <optional>
 #include <vector>
 
-#include "operators/curves/LookupTable.h"
-#include "operators/histogram/Histogram.h"
-#include "operators/histogram/PixelRange.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
@@ -64,15 +61,20 @@ std::array<uint16_t, kTailSlots> BuildTailTable(const std::vector<uint32_t>& his
 
 void ApplyTargetRange(uint16_t* frame, int32_t width, int32_t height, int32_t targetRange,
                       int32_t minimumValue, float maxCut, float minCut) {
-    const FrameView<const uint16_t> pixels(frame, width, height);
-    if (pixels.Count() == 0) return;
-    const auto pixelCount = static_cast<float>(pixels.Count());
+    TonedFrame toned({frame, width, height});
+    ApplyTargetRange(toned, targetRange, minimumValue, maxCut, minCut);
+    toned.Change();
+}
+
+void ApplyTargetRange(TonedFrame& frame, int32_t targetRange, int32_t minimumValue, float maxCut,
+                      float minCut) {
+    if (frame.Count() == 0) return;
+    const auto pixelCount = static_cast<float>(frame.Count());
     const float maxCutCount = pixelCount * maxCut;
     const float minCutCount = pixelCount * minCut;
-    const std::vector<uint32_t> histogram = BuildHistogram(frame, width, height, kTopLevel);
-    const auto [smallestPixel, largestPixel] = FindPixelRange(frame, width, height);
-    const float smallest = std::min(4096.0F, static_cast<float>(smallestPixel));
-    const auto largest = static_cast<float>(largestPixel);
+    const std::vector<uint32_t> histogram = frame.Histogram(kTopLevel);
+    const float smallest = std::min(4096.0F, static_cast<float>(frame.MinLevel()));
+    const auto largest = static_cast<float>(frame.MaxLevel());
 
     const std::optional<float> cut = FindLowCut(histogram, minCutCount);
     const int32_t top = FindTop(histogram);
@@ -89,14 +91,12 @@ void ApplyTargetRange(uint16_t* frame, int32_t width, int32_t height, int32_t ta
     const float range = highCut - lowCut;
     if (!(target > range)) return;
     const int32_t scale = std::min(TruncateToInt32(target * (largest - smallest) / range), kTopLevel);
-    std::vector<uint16_t> table(static_cast<size_t>(largestPixel) + 1);
-    for (int32_t level = 0; level <= largestPixel; ++level) {
+    frame.MapBy([&](int32_t level) {
         const float scaled = static_cast<float>(level) / largest * static_cast<float>(scale);
         // A signed 16-bit number before the limits: what wraps below 0 becomes 0.
         const auto value = static_cast<int16_t>(LowBits16(TruncateToInt32(scaled)));
-        table[static_cast<size_t>(level)] = LowBits16(std::clamp<int32_t>(value, 0, kTopLevel));
-    }
-    ApplyLookupTable(frame, width, height, table);
+        return LowBits16(std::clamp<int32_t>(value, 0, kTopLevel));
+    });
 }
 
 int32_t FindIsodataThreshold(const uint16_t* values, int32_t width, int32_t height, int32_t bins,

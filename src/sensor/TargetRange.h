@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "operators/curves/TonedFrame.h"
+
 namespace vastrelline {
 
 // Range normalisation: estimates the range of levels that the frame's signal covers and, if that is narrower
@@ -17,6 +19,8 @@ namespace vastrelline {
 // Arithmetic     32-bit floats
 void ApplyTargetRange(uint16_t* frame, int32_t width, int32_t height, int32_t targetRange,
                       int32_t minimumValue, float maxCut, float minCut);
+void ApplyTargetRange(TonedFrame& frame, int32_t targetRange, int32_t minimumValue, float maxCut,
+                      float minCut);
 
 // Isodata threshold (Ridler and Calvard, 1978) between the dark and the bright part of a set of values,
 // approached by half steps.

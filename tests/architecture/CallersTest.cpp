@@ -13,6 +13,12 @@ using testing::Key;
 
 // Functions that the library itself does not call, and what they are for.
 const Exceptions kCalledFromElsewhere{
+    {"ApplyLogTable", "maps pixels through the table of a logarithmic curve, as its levels are mapped"},
+    {"BuildGammaCurve", "the table of a gamma curve, whose shape alone the stages need"},
+    {"BuildLogCurve", "the table of a logarithmic curve, likewise"},
+    {"BuildMaskFromProfile", "BuildMaskFromGeometry with the profile's, on pixels that wait for no curve"},
+    {"BuildSigmoidCurve", "the table of a sigmoid curve, likewise"},
+    {"BuildWindowCurve", "the table of a window, likewise"},
     {"CImageM::BottomUp", "tells in which order the rows of the caller's raster lay"},
     {"CImageM::SetEqualize", "the only way to an equalised rendering, which no file asks for"},
     {"ClaheEqualize", "RunClaheTiles with its refusals told apart, as tests equalise"},
@@ -21,6 +27,7 @@ const Exceptions kCalledFromElsewhere{
     {"LocalDeviationMap", "the weights of DeviationWeightedSmooth, which has them by level only"},
     {"MapDetailPower",
      "the map of the AUM keys, left out of the stage because its start there makes it do nothing"},
+    {"MinPixel", "one end of the range that FindPixelRange finds, beside MaxPixel"},
     {"ReadProfileTextSection",
      "a section's lines as the profile functions of Windows list them, as recorded"},
     {"MemoryFiles::Clear", "a fuzz target begins each run with nothing"},

@@ -19,6 +19,7 @@ const Coverings kCoveredElsewhere{
      {"chains/ConfiguredChainTest.cpp", "chains/ExtendedChainTest.cpp", "chains/LowExposureChainTest.cpp"}},
     {"chains/FixedFamily", {"chains/CrChainTest.cpp", "chains/FixedChainTest.cpp"}},
     {"chains/FixedStageTable", {"chains/CrChainTest.cpp", "chains/FixedChainTest.cpp"}},
+    {"chains/StageFrame", {"chains/StageTableTest.cpp"}},
     {"chains/StageListDriver", {"chains/ConfiguredChainTest.cpp", "chains/ExtendedChainTest.cpp"}},
     {"operators/median/MedianFilterColumns", {"operators/median/MedianFilterTest.cpp"}},
     {"operators/median/MedianFilterHistogram", {"operators/median/MedianFilterTest.cpp"}},

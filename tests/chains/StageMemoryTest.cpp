@@ -4,6 +4,7 @@
 #include <string>
 
 #include "chains/StageTable.h"
+#include "operators/curves/TonedFrame.h"
 #include "platform/InstructionSet.h"
 #include "support/ConfiguredRun.h"
 #include "support/FailingMemory.h"
@@ -22,9 +23,9 @@ struct MemoryCase {
 class StageMemoryTest : public testing::TestWithParam<MemoryCase> {
 protected:
     Frame Run(Frame frame) {
-        RunStage(
-            AllStages(), static_cast<int32_t>(GetParam().stage),
-            {{frame.Data(), frame.width, frame.height, frame.width * frame.height, 4095, run_.Log()}, 7});
+        TonedFrame toned({frame.Data(), frame.width, frame.height});
+        RunStage(AllStages(), static_cast<int32_t>(GetParam().stage), {{toned, 4095, run_.Log()}, 7});
+        toned.Read();
         return frame;
     }
 

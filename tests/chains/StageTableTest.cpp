@@ -11,6 +11,7 @@
 
 #include "chains/StageTable.h"
 #include "config/ConfiguredState.h"
+#include "operators/curves/TonedFrame.h"
 #include "support/ConfiguredRun.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -21,20 +22,30 @@ namespace {
 
 // Stages of a table for tests: each marks a pixel of its own with its position.
 constexpr std::array<StageEntry, 2> kTable = {{
-    {StageId::Median, [](const StageCall& c) { c.frame[0] = static_cast<uint16_t>(c.position); }},
-    {StageId::GammaLUT, [](const StageCall& c) { c.frame[1] = static_cast<uint16_t>(c.position); }},
+    {StageId::Median, [](const StageCall& c) { c.Pixels()[0] = static_cast<uint16_t>(c.position); }},
+    {StageId::GammaLUT, [](const StageCall& c) { c.Pixels()[1] = static_cast<uint16_t>(c.position); }},
 }};
 
 Frame RunOnZeroes(int32_t stageNumber, int32_t position) {
     Frame frame = Flat(2, 1, 0);
+    TonedFrame toned({frame.Data(), 2, 1});
     LogFile log;
-    RunStage(kTable, stageNumber, {{frame.Data(), 2, 1, 2, 4095, log}, position});
+    RunStage(kTable, stageNumber, {{toned, 4095, log}, position});
     return frame;
 }
 
 TEST(StageTable, RunsTheStageOfTheNumber) {
     EXPECT_THAT(RunOnZeroes(7, 5), EqualsFrame(FromRows({{5, 0}})));
     EXPECT_THAT(RunOnZeroes(10, 6), EqualsFrame(FromRows({{0, 6}})));
+}
+
+TEST(StageTable, StageFindsThePixelsThroughTheCurvesBefore) {
+    Frame frame = FromRows({{3, 4}});
+    TonedFrame toned({frame.Data(), 2, 1});
+    toned.Map(std::vector<uint16_t>{0, 0, 0, 7, 8});
+    LogFile log;
+    RunStage(kTable, 7, {{toned, 4095, log}, 5});
+    EXPECT_THAT(frame, EqualsFrame(FromRows({{5, 8}})));
 }
 
 TEST(StageTable, NumberOutsideTheTableIsPassedOver) {
@@ -46,14 +57,17 @@ TEST(StageTable, NumberOutsideTheTableIsPassedOver) {
 TEST(StageTable, StageGetsEveryArgument) {
     static const StageCall* expected = nullptr;
     static bool isSame = false;
-    constexpr std::array<StageEntry, 1> kChecking = {
-        {{StageId::CLAHE, [](const StageCall& c) {
-              isSame = c.frame == expected->frame && c.width == 2 && c.height == 3 && c.pixelCount == 6 &&
-                       c.maxValue == 1023 && &c.log == &expected->log && c.position == 4;
-          }}}};
+    constexpr std::array<StageEntry, 1> kChecking = {{{StageId::CLAHE, [](const StageCall& c) {
+                                                           isSame =
+                                                               &c.frame == &expected->frame &&
+                                                               c.Width() == 2 && c.Height() == 3 &&
+                                                               c.PixelCount() == 6 && c.maxValue == 1023 &&
+                                                               &c.log == &expected->log && c.position == 4;
+                                                       }}}};
     Frame frame = Flat(2, 3, 0);
+    TonedFrame toned({frame.Data(), 2, 3});
     LogFile log;
-    const StageCall call{{frame.Data(), 2, 3, 6, 1023, log}, 4};
+    const StageCall call{{toned, 1023, log}, 4};
     expected = &call;
     RunStage(kChecking, 3, call);
     EXPECT_TRUE(isSame);
@@ -99,7 +113,8 @@ TEST(StageTable, EveryNumberRunsItsStage) {
         run.WriteProfile("[Molar]\r\n");
         SharedConfiguredState().SaveLog = 1;
         Frame frame = Noise(12, 12, 4095, 1);
-        RunStage(AllStages(), c.number, {frame.Data(), 12, 12, 144, 4095, run.Log(), 0});
+        TonedFrame toned({frame.Data(), 12, 12});
+        RunStage(AllStages(), c.number, {{toned, 4095, run.Log()}, 0});
         EXPECT_EQ(StageNamesIn(run.LogText()), c.names) << c.number;
     }
 }
@@ -108,10 +123,11 @@ TEST(StageTable, StageEightSmoothesByTheKeysOfItsPosition) {
     ConfiguredRun run;
     run.WriteProfile("[Molar]\r\n04_GAUSSIAN_SIZE=0\r\n05_GAUSSIAN_REPEAT=0\r\n");
     Frame frame = FromRows({{1000, 0, 0, 0, 0, 0, 0}});
-    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 4095, run.Log(), 4});
+    TonedFrame toned({frame.Data(), 7, 1});
+    RunStage(ConfiguredStages(), 8, {{toned, 4095, run.Log()}, 4});
     // The fixed taps 0.05, 0.25, 0.4, 0.25, 0.05, around the edges.
     EXPECT_THAT(frame, EqualsFrame(FromRows({{400, 250, 50, 0, 0, 50, 250}})));
-    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 4095, run.Log(), 5});
+    RunStage(ConfiguredStages(), 8, {{toned, 4095, run.Log()}, 5});
     EXPECT_THAT(frame, EqualsFrame(FromRows({{400, 250, 50, 0, 0, 50, 250}})));
 }
 
@@ -119,7 +135,8 @@ TEST(StageTable, StageEightGetsTheLargestValue) {
     ConfiguredRun run;
     run.WriteProfile("[Molar]\r\n00_GAUSSIAN_SIZE=0\r\n");
     Frame frame = FromRows({{1000, 0, 0, 0, 0, 0, 0}});
-    RunStage(ConfiguredStages(), 8, {frame.Data(), 7, 1, 7, 255, run.Log(), 0});
+    TonedFrame toned({frame.Data(), 7, 1});
+    RunStage(ConfiguredStages(), 8, {{toned, 255, run.Log()}, 0});
     EXPECT_THAT(frame, EqualsFrame(FromRows({{255, 250, 50, 0, 0, 50, 250}})));
 }
 

@@ -8,9 +8,9 @@
 #include "operators/curves/LinearCurve.h"
 #include "operators/curves/LookupTable.h"
 #include "operators/curves/StretchCurve.h"
+#include "operators/curves/TonedFrame.h"
 #include "pixels/Truncate.h"
 #include "stages/stretch/HistogramSegments.h"
-#include "stages/stretch/PlannedCurves.h"
 #include "stages/stretch/StretchParams.h"
 #include "stages/stretch/StretchSegments.h"
 
@@ -75,10 +75,10 @@ void RunOverPixels(BenchFrame& frame) {
 
 // Counted once and mapped once.
 void RunPlanned(BenchFrame& frame) {
-    PlannedCurves plan({frame.pixels.data(), frame.width, frame.height});
+    TonedFrame plan({frame.pixels.data(), frame.width, frame.height});
     AddStretchCurve(plan, BuildSegmentCurve(plan, kBenchMaxValue, BothValleysParams()).table);
     AddRestretch(plan, kBenchMaxValue, 2);
-    plan.Apply();
+    plan.Read();
 }
 
 void BenchWholeStage(benchmark::State& state, void (*run)(BenchFrame& frame)) {

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "operators/curves/TonedFrame.h"
+
 namespace vastrelline {
 
 // A power curve over the level range of one frame.
@@ -10,6 +12,26 @@ struct GammaCurve {
     int32_t low;                  // the first level of the curve itself
     int32_t high;                 // the last one, which can lie beyond the table
     std::vector<uint16_t> table;  // one entry for each level 0..maxValue
+};
+
+// The power curve as a function of the level.
+class GammaShape {
+public:
+    // outputRange, gamma, inverse   as BuildGammaCurve
+    GammaShape(int32_t low, int32_t high, int32_t outputRange, double gamma, int32_t inverse);
+
+    int32_t Low() const { return low_; }
+    int32_t High() const { return high_; }
+    uint16_t EntryAt(int32_t level) const;
+
+private:
+    int32_t low_;
+    int32_t high_;
+    int32_t outputRange_;
+    double gamma_;
+    double sign_;
+    int32_t offset_;
+    int32_t base_;
 };
 
 // Builds the curve from a frame.
@@ -27,6 +49,11 @@ struct GammaCurve {
 GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                            int32_t outputRange, double gamma, int32_t limitBin, int32_t inverse);
 
+// Its shape, and its table from that.
+GammaShape FindGammaShape(TonedFrame& frame, int32_t maxValue, int32_t outputRange, double gamma,
+                          int32_t limitBin, int32_t inverse);
+GammaCurve MakeGammaTable(const GammaShape& shape, int32_t maxValue);
+
 // The exponent for a frame.
 //
 // ratio         of magnitude 1 or more: the exponent itself. Below 1: the fraction of the frame's pixels
@@ -35,5 +62,6 @@ GammaCurve BuildGammaCurve(const uint16_t* pixels, int32_t width, int32_t height
 //               no pixel (-1 < ratio < 0) gives 2
 // outputRange   top of the range in which the frame's brightness is judged
 double ChooseGamma(const uint16_t* pixels, int32_t width, int32_t height, int32_t outputRange, double ratio);
+double ChooseGamma(TonedFrame& frame, int32_t outputRange, double ratio);
 
 }  // namespace vastrelline

@@ -54,10 +54,18 @@ LinearRamp FindLinearRamp(const uint16_t* pixels, int32_t width, int32_t height,
     return {static_cast<double>(FindRampEnd(histogram, maxValue, limitBin, mode)), outputRange};
 }
 
+LinearRamp FindLinearRamp(TonedFrame& frame, int32_t maxValue, int32_t outputRange, int32_t limitBin,
+                          int32_t mode) {
+    if (IsFullRange(limitBin, mode)) return {static_cast<double>(maxValue), outputRange};
+    const std::vector<uint32_t> histogram =
+        frame.UnclampedHistogram(std::min(maxValue, kTopPixel + kEmptyBins));
+    return {static_cast<double>(FindRampEnd(histogram, maxValue, limitBin, mode)), outputRange};
+}
+
 std::vector<uint16_t> MakeRampTable(const LinearRamp& ramp, int32_t maxValue) {
     std::vector<uint16_t> table(static_cast<size_t>(std::min(maxValue, kTopPixel)) + 1);
     for (size_t level = 0; level < table.size(); ++level)
-        table[level] = RampEntry(ramp.outputRange, static_cast<double>(level) / ramp.end);
+        table[level] = ramp.EntryAt(static_cast<int32_t>(level));
     return table;
 }
 
@@ -66,12 +74,6 @@ std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, in
                                        int32_t mode) {
     return MakeRampTable(FindLinearRamp(pixels, width, height, maxValue, outputRange, limitBin, mode),
                          maxValue);
-}
-
-std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
-                                       int32_t outputRange, int32_t limitBin, int32_t mode) {
-    const auto end = static_cast<double>(FindRampEnd(histogram, maxValue, limitBin, mode));
-    return MakeRampTable({end, outputRange}, maxValue);
 }
 
 }  // namespace vastrelline

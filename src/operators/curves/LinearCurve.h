@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <vector>
+
+#include "operators/curves/TonedFrame.h"
 
 namespace vastrelline {
 
@@ -21,6 +22,7 @@ struct LinearRamp {
     int32_t outputRange;  // may pass 16 bits
 
     int32_t ValueAt(int32_t level) const { return RampValue(outputRange, level / end); }
+    uint16_t EntryAt(int32_t level) const { return RampEntry(outputRange, level / end); }
 };
 
 // A straight ramp from level 0 to `high`, in a table of one entry per level 0..maxValue, at most 0..65535.
@@ -38,12 +40,8 @@ std::vector<uint16_t> BuildLinearCurve(const uint16_t* pixels, int32_t width, in
 // The ramp of that table, and the table of such a ramp.
 LinearRamp FindLinearRamp(const uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
                           int32_t outputRange, int32_t limitBin, int32_t mode);
+LinearRamp FindLinearRamp(TonedFrame& frame, int32_t maxValue, int32_t outputRange, int32_t limitBin,
+                          int32_t mode);
 std::vector<uint16_t> MakeRampTable(const LinearRamp& ramp, int32_t maxValue);
-
-// The same from the counts of a frame's levels.
-//
-// histogram   maxValue + 1 bins; above level 65535 + 64 they need not exist. Not read for the full range
-std::vector<uint16_t> BuildLinearCurve(std::span<const uint32_t> histogram, int32_t maxValue,
-                                       int32_t outputRange, int32_t limitBin, int32_t mode);
 
 }  // namespace vastrelline

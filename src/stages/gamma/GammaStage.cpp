@@ -1,9 +1,10 @@
 #include "stages/gamma/GammaStage.h"
 
+#include <algorithm>
+
 #include "config/CommonSettings.h"
 #include "config/ConfiguredState.h"
 #include "operators/curves/GammaCurve.h"
-#include "operators/curves/LookupTable.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/StageReport.h"
@@ -22,38 +23,57 @@ constexpr const wchar_t* kGammaLine = L"\t\t\t Gamma : %.2lf\r\n";
 void ApplyGammaCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
                      double gamma, int32_t limitBin, int32_t inverse, int32_t saveCurve,
                      const std::wstring& path, int32_t number) {
-    const GammaCurve curve =
-        BuildGammaCurve(pixels, width, height, maxValue, outputRange, gamma, limitBin, inverse);
+    TonedFrame frame({pixels, width, height});
+    ApplyGammaCurve(frame, maxValue, outputRange, gamma, limitBin, inverse, saveCurve, path, number);
+    frame.Change();
+}
+
+void ApplyGammaCurve(TonedFrame& frame, int32_t maxValue, int32_t outputRange, double gamma, int32_t limitBin,
+                     int32_t inverse, int32_t saveCurve, const std::wstring& path, int32_t number) {
+    const GammaShape shape = FindGammaShape(frame, maxValue, outputRange, gamma, limitBin, inverse);
     if (saveCurve != 0) {
         TellIfPossible([&] {
-            WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), curve.low, curve.high,
-                           curve.table);
+            WriteCurveFile(path + FormatText(L"%02d_GammaCurve.txt", {number}), shape.Low(), shape.High(),
+                           MakeGammaTable(shape, maxValue).table);
         });
     }
-    ApplyLookupTable(pixels, width, height, curve.table);
+    frame.MapBy([&](int32_t level) { return shape.EntryAt(std::min(level, maxValue)); });
 }
 
 void RunGammaStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                    int32_t position) {
+    TonedFrame frame({pixels, width, height});
+    RunGammaStage(frame, maxValue, log, position);
+    frame.Change();
+}
+
+void RunGammaStage(TonedFrame& frame, int32_t maxValue, LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const GammaParams params = ReadGammaParams(state.IniPath, state.SectionName, position);
     const CommonSettings settings = ReadStageSettings(state.IniPath, state.SectionName);
 
     const StageReport report = StageReport::BeginConfigured(log);
-    const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, params.POST_GAMMA_RATIO);
-    ApplyGammaCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, state.SaveImage,
-                    state.WritePath, state.DumpNumber);
+    const double gamma = ChooseGamma(frame, settings.OUTPUTRANGE, params.POST_GAMMA_RATIO);
+    ApplyGammaCurve(frame, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, state.SaveImage, state.WritePath,
+                    state.DumpNumber);
     // The curve file and this dump share one number.
-    report.Dump(kDumpName, pixels, width, height);
+    report.Dump(kDumpName, frame);
     report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %.03lf sec )\r\n", {LogLine(kGammaLine, {gamma})});
 }
 
 void RunFixedGamma(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
                    LogFile& log, const FixedSettings& settings) {
+    TonedFrame frame({pixels, width, height});
+    RunFixedGamma(frame, maxValue, dumpCounter, log, settings);
+    frame.Change();
+}
+
+void RunFixedGamma(TonedFrame& frame, int32_t maxValue, int32_t& dumpCounter, LogFile& log,
+                   const FixedSettings& settings) {
     const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
-    const double gamma = ChooseGamma(pixels, width, height, settings.OUTPUTRANGE, settings.POST_GAMMA_RATIO);
-    ApplyGammaCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, 0, L"", 0);
-    report.Dump(kDumpName, pixels, width, height);
+    const double gamma = ChooseGamma(frame, settings.OUTPUTRANGE, settings.POST_GAMMA_RATIO);
+    ApplyGammaCurve(frame, maxValue, settings.OUTPUTRANGE, gamma, 0, 0, 0, L"", 0);
+    report.Dump(kDumpName, frame);
     report.Log(L"#### %02d:%02d:%02d \t: Gamma Curve ( %d ms )\r\n", {LogLine(kGammaLine, {gamma})});
 }
 

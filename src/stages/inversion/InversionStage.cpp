@@ -1,11 +1,11 @@
 #include "stages/inversion/InversionStage.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "config/ConfiguredState.h"
 #include "config/FixedState.h"
 #include "operators/curves/GammaCurve.h"
-#include "operators/curves/LookupTable.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
 #include "report/RunDumps.h"
@@ -21,17 +21,16 @@ constexpr int32_t kOn = 1;
 constexpr const wchar_t* kDumpName = L"%02d_OriginalImage_Invert.raw";
 
 // The frame inverted through a power curve within its own range.
-void ApplyInversePower(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, double exponent,
-                       const ConfiguredState& state) {
+void ApplyInversePower(TonedFrame& frame, int32_t maxValue, double exponent, const ConfiguredState& state) {
     constexpr int32_t kOwnRange = 0;
-    const GammaCurve curve = BuildGammaCurve(pixels, width, height, maxValue, kOwnRange, exponent, 0, kOn);
+    const GammaShape shape = FindGammaShape(frame, maxValue, kOwnRange, exponent, 0, kOn);
     if (state.SaveImage != 0) {
         TellIfPossible([&] {
             WriteCurveFile(state.WritePath + FormatText(L"%02d_GammaCurve.txt", {state.DumpNumber}),
-                           curve.low, curve.high, curve.table);
+                           shape.Low(), shape.High(), MakeGammaTable(shape, maxValue).table);
         });
     }
-    ApplyLookupTable(pixels, width, height, curve.table);
+    frame.MapBy([&](int32_t level) { return shape.EntryAt(std::min(level, maxValue)); });
 }
 
 void WriteLogCurve(const std::wstring& path, const LogCurve& curve) {
@@ -44,52 +43,77 @@ void WriteLogCurve(const std::wstring& path, const LogCurve& curve) {
 
 void RunInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/, int32_t maxValue,
                   LogFile& /*log*/, const CommonSettings& settings) {
+    TonedFrame frame({pixels, width, height});
+    RunInversion(frame, maxValue, settings);
+    frame.Change();
+}
+
+void RunInversion(TonedFrame& frame, int32_t maxValue, const CommonSettings& settings) {
     const ConfiguredState& state = SharedConfiguredState();
     switch (settings.INVERSE_INTENSITY) {
         case 1:
-            InvertPixels(pixels, width, height, maxValue);
+            InvertPixels(frame, maxValue);
             break;
         case 2:
-            ApplyLogCurve(pixels, width, height, settings.INVERSE_LOGRATIO, kOn, state.SaveImage,
-                          state.WritePath, state.DumpNumber);
+            ApplyLogCurve(frame, settings.INVERSE_LOGRATIO, kOn, state.SaveImage, state.WritePath,
+                          state.DumpNumber);
             break;
         case 3:
             // The ratio is the exponent here.
-            ApplyInversePower(pixels, width, height, maxValue, settings.INVERSE_LOGRATIO, state);
+            ApplyInversePower(frame, maxValue, settings.INVERSE_LOGRATIO, state);
             break;
         default:
             break;
     }
     // The curve file and this dump share one number.
-    RunDumps::Configured().Dump(kDumpName, pixels, width, height);
+    RunDumps::Configured().Dump(kDumpName, frame);
 }
 
 void RunFixedInversion(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/,
                        int32_t maxValue, int32_t& dumpCounter, LogFile& /*log*/,
                        const FixedSettings& settings) {
-    if (settings.INVERSE_INTENSITY == 1) InvertPixels(pixels, width, height, maxValue);
-    if (settings.INVERSE_INTENSITY == 2) {
-        ApplyFixedLogCurve(pixels, width, height, settings.INVERSE_LOGRATIO, kOn);
-    }
-    RunDumps::Fixed(dumpCounter).Dump(kDumpName, pixels, width, height);
+    TonedFrame frame({pixels, width, height});
+    RunFixedInversion(frame, maxValue, dumpCounter, settings);
+    frame.Change();
+}
+
+void RunFixedInversion(TonedFrame& frame, int32_t maxValue, int32_t& dumpCounter,
+                       const FixedSettings& settings) {
+    if (settings.INVERSE_INTENSITY == 1) InvertPixels(frame, maxValue);
+    if (settings.INVERSE_INTENSITY == 2) ApplyFixedLogCurve(frame, settings.INVERSE_LOGRATIO, kOn);
+    RunDumps::Fixed(dumpCounter).Dump(kDumpName, frame);
 }
 
 void ApplyLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse,
                    int32_t saveCurve, const std::wstring& path, int32_t number) {
-    const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
+    TonedFrame frame({pixels, width, height});
+    ApplyLogCurve(frame, ratio, inverse, saveCurve, path, number);
+    frame.Change();
+}
+
+void ApplyLogCurve(TonedFrame& frame, double ratio, int32_t inverse, int32_t saveCurve,
+                   const std::wstring& path, int32_t number) {
+    const LogShape shape(frame.MinLevel(), frame.MaxLevel(), ratio, inverse);
     if (saveCurve != 0) {
-        TellIfPossible([&] { WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), curve); });
+        TellIfPossible(
+            [&] { WriteLogCurve(path + FormatText(L"%02d_LogCurve.txt", {number}), shape.Table()); });
     }
-    ApplyLogTable(pixels, width, height, curve);
+    frame.MapBy([&](int32_t level) { return shape.EntryAt(level); });
 }
 
 void ApplyFixedLogCurve(uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse) {
+    TonedFrame frame({pixels, width, height});
+    ApplyFixedLogCurve(frame, ratio, inverse);
+    frame.Change();
+}
+
+void ApplyFixedLogCurve(TonedFrame& frame, double ratio, int32_t inverse) {
     const FixedState& state = SharedFixedState();
-    const LogCurve curve = BuildLogCurve(pixels, width, height, ratio, inverse);
+    const LogShape shape(frame.MinLevel(), frame.MaxLevel(), ratio, inverse);
     if (state.SaveImage != 0) {
-        TellIfPossible([&] { WriteLogCurve(state.WritePath + L"InverseCurve.txt", curve); });
+        TellIfPossible([&] { WriteLogCurve(state.WritePath + L"InverseCurve.txt", shape.Table()); });
     }
-    ApplyLogTable(pixels, width, height, curve);
+    frame.MapBy([&](int32_t level) { return shape.EntryAt(level); });
 }
 
 }  // namespace vastrelline

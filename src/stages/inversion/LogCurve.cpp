@@ -13,26 +13,36 @@ namespace {
 
 double LogAboveZero(int32_t value) { return value > 0 ? std::log(static_cast<double>(value)) : 0.0; }
 
+int32_t Magnitude(int32_t value) { return value < 0 ? WrappingSubtract(0, value) : value; }
+
 }  // namespace
+
+LogShape::LogShape(int32_t minLevel, int32_t maxLevel, double ratio, int32_t inverse)
+    : minLevel_(minLevel),
+      span_(maxLevel - minLevel + 1),
+      sign_(inverse != 0 ? -1.0 : 1.0),
+      offset_(inverse != 0 ? span_ : 0),
+      k_(Magnitude(TruncateToInt32(span_ * ratio))),
+      logK_(LogAboveZero(k_)),
+      denominator_(std::log(static_cast<double>(WrappingAdd(span_, k_))) - logK_) {}
+
+uint16_t LogShape::EntryAt(int32_t level) const {
+    const double rise = span_ * (LogAboveZero(WrappingAdd(level - minLevel_, k_)) - logK_);
+    // One level at ratio 0 has 0 / 0 here, which counts as 0.
+    const double v = rise == 0 && denominator_ == 0 ? 0.0 : rise / denominator_;
+    const uint16_t entry = LowBits16(TruncateToInt32(sign_ * v + offset_));
+    return LowBits16(WrappingAdd(entry, minLevel_));
+}
+
+LogCurve LogShape::Table() const {
+    LogCurve curve{minLevel_, std::vector<uint16_t>(static_cast<size_t>(std::max(span_, 0)))};
+    for (int32_t i = 0; i < span_; ++i) curve.table[static_cast<size_t>(i)] = EntryAt(minLevel_ + i);
+    return curve;
+}
 
 LogCurve BuildLogCurve(const uint16_t* pixels, int32_t width, int32_t height, double ratio, int32_t inverse) {
     const auto [minLevel, maxLevel] = FindPixelRange(pixels, width, height);
-    const int32_t span = maxLevel - minLevel + 1;
-    LogCurve curve{minLevel, std::vector<uint16_t>(static_cast<size_t>(std::max(span, 0)))};
-    const double sign = inverse != 0 ? -1.0 : 1.0;
-    const int32_t offset = inverse != 0 ? span : 0;
-    const int32_t start = TruncateToInt32(span * ratio);
-    const int32_t k = start < 0 ? WrappingSubtract(0, start) : start;
-    const double logK = LogAboveZero(k);
-    const double denominator = std::log(static_cast<double>(WrappingAdd(span, k))) - logK;
-    for (int32_t i = 0; i < span; ++i) {
-        const double rise = span * (LogAboveZero(WrappingAdd(i, k)) - logK);
-        // One level at ratio 0 has 0 / 0 here, which counts as 0.
-        const double v = rise == 0 && denominator == 0 ? 0.0 : rise / denominator;
-        const uint16_t entry = LowBits16(TruncateToInt32(sign * v + offset));
-        curve.table[static_cast<size_t>(i)] = LowBits16(WrappingAdd(entry, minLevel));
-    }
-    return curve;
+    return LogShape(minLevel, maxLevel, ratio, inverse).Table();
 }
 
 void ApplyLogTable(uint16_t* pixels, int32_t width, int32_t height, const LogCurve& curve) {

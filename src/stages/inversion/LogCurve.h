@@ -11,6 +11,27 @@ struct LogCurve {
     std::vector<uint16_t> table;  // one entry for each level from minLevel to the frame's highest
 };
 
+// The curve as a function of the level.
+class LogShape {
+public:
+    // minLevel, maxLevel   the frame's lowest and highest level
+    // ratio, inverse       as BuildLogCurve
+    LogShape(int32_t minLevel, int32_t maxLevel, double ratio, int32_t inverse);
+
+    // level   minLevel to maxLevel
+    uint16_t EntryAt(int32_t level) const;
+    LogCurve Table() const;
+
+private:
+    int32_t minLevel_;
+    int32_t span_;
+    double sign_;
+    int32_t offset_;
+    int32_t k_;
+    double logK_;
+    double denominator_;
+};
+
 // Builds the curve from a frame.
 //
 // ratio     how far along the logarithm the frame begins, as a fraction of its span of levels; its sign has

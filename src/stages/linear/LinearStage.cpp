@@ -1,12 +1,11 @@
 #include "stages/linear/LinearStage.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "config/CommonSettings.h"
 #include "config/ConfiguredState.h"
 #include "operators/curves/LinearCurve.h"
-#include "operators/curves/LookupTable.h"
+#include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 #include "platform/TextFormat.h"
 #include "report/CurveFile.h"
@@ -17,41 +16,55 @@
 
 namespace vastrelline {
 
-namespace {
-
-int32_t LastLevel(const std::vector<uint16_t>& table) { return static_cast<int32_t>(table.size()) - 1; }
-
-}  // namespace
-
 void ApplyLinearCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, int32_t outputRange,
                       int32_t limitBin, int32_t mode, int32_t saveCurve, const std::wstring& path,
                       int32_t number) {
-    const LinearRamp ramp = FindLinearRamp(pixels, width, height, maxValue, outputRange, limitBin, mode);
-    const std::vector<uint16_t> table = MakeRampTable(ramp, maxValue);
+    TonedFrame frame({pixels, width, height});
+    ApplyLinearCurve(frame, maxValue, outputRange, limitBin, mode, saveCurve, path, number);
+    frame.Change();
+}
+
+void ApplyLinearCurve(TonedFrame& frame, int32_t maxValue, int32_t outputRange, int32_t limitBin,
+                      int32_t mode, int32_t saveCurve, const std::wstring& path, int32_t number) {
+    const LinearRamp ramp = FindLinearRamp(frame, maxValue, outputRange, limitBin, mode);
+    const int32_t last = std::min(maxValue, kTopPixel);
     if (saveCurve != 0) {
         TellIfPossible([&] {
-            WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, LastLevel(table),
+            WriteCurveFile(path + FormatText(L"%02d_LinearCurve.txt", {number}), 0, last,
                            [&](int32_t level) { return ramp.ValueAt(level); });
         });
     }
-    ApplyLookupTable(pixels, width, height, table);
+    frame.MapBy([&](int32_t level) { return ramp.EntryAt(std::min(level, last)); });
 }
 
 void ApplyWindowCurve(uint16_t* pixels, int32_t width, int32_t height, int32_t windowWidth, int32_t centre,
                       int32_t outputRange, int32_t saveCurve, const std::wstring& path, int32_t number) {
-    const WindowCurve curve = BuildWindowCurve(pixels, width, height, windowWidth, centre, outputRange);
+    TonedFrame frame({pixels, width, height});
+    ApplyWindowCurve(frame, windowWidth, centre, outputRange, saveCurve, path, number);
+    frame.Change();
+}
+
+void ApplyWindowCurve(TonedFrame& frame, int32_t windowWidth, int32_t centre, int32_t outputRange,
+                      int32_t saveCurve, const std::wstring& path, int32_t number) {
+    const WindowCurve curve = MakeWindowCurve(windowWidth, centre, outputRange);
     if (saveCurve != 0) {
         TellIfPossible([&] {
             WriteCurveFile(path + FormatText(L"%02d_LinearCurve2.txt", {number}), 0,
-                           std::min(curve.highEdge, LastLevel(curve.table)),
+                           std::min(curve.highEdge, frame.MaxLevel()),
                            [&](int32_t level) { return curve.ValueAt(level); });
         });
     }
-    ApplyLookupTable(pixels, width, height, curve.table);
+    frame.MapBy([&](int32_t level) { return LowBits16(curve.ValueAt(level)); });
 }
 
 void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue, LogFile& log,
                     int32_t position) {
+    TonedFrame frame({pixels, width, height});
+    RunLinearStage(frame, maxValue, log, position);
+    frame.Change();
+}
+
+void RunLinearStage(TonedFrame& frame, int32_t maxValue, LogFile& log, int32_t position) {
     constexpr int32_t kWindowMode = 2;
     const ConfiguredState& state = SharedConfiguredState();
     const LinearParams params = ReadLinearParams(state.IniPath, state.SectionName, position);
@@ -62,10 +75,10 @@ void RunLinearStage(uint16_t* pixels, int32_t width, int32_t height, int32_t max
         const int32_t shift = params.POST_LINEAR_BRIGHTOPT;
         const int32_t centre = TruncateToInt32(maxValue / 2.0 + shift);
         const int32_t magnitude = shift < 0 ? WrappingSubtract(0, shift) : shift;
-        ApplyWindowCurve(pixels, width, height, WrappingAdd(magnitude, maxValue), centre,
-                         settings.OUTPUTRANGE, state.SaveImage, state.WritePath, state.DumpNumber);
+        ApplyWindowCurve(frame, WrappingAdd(magnitude, maxValue), centre, settings.OUTPUTRANGE,
+                         state.SaveImage, state.WritePath, state.DumpNumber);
     } else {
-        ApplyLinearCurve(pixels, width, height, maxValue, settings.OUTPUTRANGE, params.POST_LINEAR_LIMITBIN,
+        ApplyLinearCurve(frame, maxValue, settings.OUTPUTRANGE, params.POST_LINEAR_LIMITBIN,
                          params.POST_LINEAR_MODE, state.SaveImage, state.WritePath, state.DumpNumber);
     }
     report.Log(L"#### %02d:%02d:%02d \t: Linear Curve ( %.03lf sec )\r\n",

@@ -25,4 +25,7 @@ struct WindowCurve {
 WindowCurve BuildWindowCurve(const uint16_t* pixels, int32_t width, int32_t height, int32_t windowWidth,
                              int32_t centre, int32_t outputRange);
 
+// The same without a table.
+WindowCurve MakeWindowCurve(int32_t windowWidth, int32_t centre, int32_t outputRange);
+
 }  // namespace vastrelline

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
-#include <span>
 
 #include "operators/histogram/Histogram.h"
 #include "pixels/FrameLimits.h"
@@ -17,14 +16,6 @@ constexpr int32_t kLowMargin = 100;  // levels by which the curve begins below t
 constexpr int32_t kHeadroom = 1500;  // above the output's top, which only flattens the shoulder
 constexpr double kSlope = -4.0;
 
-// Where a curve lies, in levels.
-struct SigmoidShape {
-    int32_t low;
-    int32_t high;
-    int32_t centre;
-    int32_t width;  // negative for a falling curve
-};
-
 // The first level at which the running count of pixels passes the fraction `ratio` of them; 0 if there is
 // none.
 int32_t FindCentre(std::span<const uint32_t> histogram, int32_t pixelCount, double ratio) {
@@ -37,8 +28,8 @@ int32_t FindCentre(std::span<const uint32_t> histogram, int32_t pixelCount, doub
     return 0;
 }
 
-SigmoidShape FitSigmoid(std::span<const uint32_t> histogram, int32_t pixelCount, double ratio,
-                        int32_t limitBin) {
+SigmoidPlace FindPlace(std::span<const uint32_t> histogram, int32_t pixelCount, double ratio,
+                       int32_t limitBin) {
     const HistogramCut cut = FindHistogramCut(histogram, limitBin);
     const int32_t low = std::max(cut.low - kLowMargin, 0);
     const int32_t high = std::max(cut.high, 0);
@@ -52,32 +43,47 @@ SigmoidShape FitSigmoid(std::span<const uint32_t> histogram, int32_t pixelCount,
 
 }  // namespace
 
+SigmoidShape::SigmoidShape(std::span<const uint32_t> histogram, int32_t pixelCount, int32_t outputRange,
+                           double ratio, int32_t limitBin)
+    : place_(FindPlace(histogram, pixelCount, ratio, limitBin)),
+      outputRange_(outputRange),
+      top_(WrappingAdd(outputRange, kHeadroom)),
+      floor_(CurveAt(place_.low)),
+      ceiling_(CurveAt(place_.high)) {}
+
+uint16_t SigmoidShape::EntryAt(int32_t level) const {
+    if (level < place_.low) return Stretch(floor_);
+    return Stretch(level < place_.high ? CurveAt(level) : ceiling_);
+}
+
+// Without a width this is a division of 0 by 0 at the centre, and the conversion makes it INT32_MIN.
+int32_t SigmoidShape::CurveAt(int32_t level) const {
+    return TruncateToInt32(top_ / (1 + std::exp(kSlope * (level - place_.centre) / place_.width)));
+}
+
+uint16_t SigmoidShape::Stretch(int32_t value) const {
+    const double rise = WrappingSubtract(ceiling_, floor_);
+    const double share = WrappingSubtract(LowBits16(value), floor_) / rise;
+    return LowBits16(TruncateToInt32(outputRange_ * share));
+}
+
+std::vector<uint16_t> SigmoidShape::Table(int32_t maxValue) const {
+    // The low end is at or below the high one, and both are in the table.
+    std::vector<uint16_t> table(static_cast<size_t>(maxValue) + 1);
+    const auto begin = table.begin();
+    std::fill(begin, begin + place_.low, Stretch(floor_));
+    for (int32_t level = place_.low; level < place_.high; ++level) begin[level] = EntryAt(level);
+    std::fill(begin + place_.high, table.end(), Stretch(ceiling_));
+    return table;
+}
+
 std::vector<uint16_t> BuildSigmoidCurve(const uint16_t* pixels, int32_t width, int32_t height,
                                         int32_t maxValue, int32_t outputRange, double ratio,
                                         int32_t limitBin) {
     assert(0 <= maxValue && maxValue <= kTopPixel);
-    const SigmoidShape shape =
-        FitSigmoid(BuildUnclampedHistogram(pixels, width, height, maxValue), width * height, ratio, limitBin);
-    const double top = WrappingAdd(outputRange, kHeadroom);
-    // Without a width this is a division of 0 by 0 at the centre, and the conversion makes it INT32_MIN.
-    const auto curveAt = [&](int32_t level) {
-        return TruncateToInt32(top / (1 + std::exp(kSlope * (level - shape.centre) / shape.width)));
-    };
-    const int32_t floor = curveAt(shape.low);
-    const int32_t ceiling = curveAt(shape.high);
-    const double rise = WrappingSubtract(ceiling, floor);
-    const auto stretch = [&](int32_t value) {
-        const double share = WrappingSubtract(LowBits16(value), floor) / rise;
-        return LowBits16(TruncateToInt32(outputRange * share));
-    };
-
-    // The low end is at or below the high one, and both are in the table.
-    std::vector<uint16_t> table(static_cast<size_t>(maxValue) + 1);
-    const auto begin = table.begin();
-    std::fill(begin, begin + shape.low, stretch(floor));
-    for (int32_t level = shape.low; level < shape.high; ++level) begin[level] = stretch(curveAt(level));
-    std::fill(begin + shape.high, table.end(), stretch(ceiling));
-    return table;
+    const SigmoidShape shape(BuildUnclampedHistogram(pixels, width, height, maxValue), width * height,
+                             outputRange, ratio, limitBin);
+    return shape.Table(maxValue);
 }
 
 }  // namespace vastrelline

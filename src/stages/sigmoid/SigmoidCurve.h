@@ -1,9 +1,39 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace vastrelline {
+
+// Where a curve lies, in levels.
+struct SigmoidPlace {
+    int32_t low;
+    int32_t high;
+    int32_t centre;
+    int32_t width;  // negative for a falling curve
+};
+
+// The curve of BuildSigmoidCurve as a function of the level.
+class SigmoidShape {
+public:
+    // histogram   as BuildUnclampedHistogram up to maxValue
+    SigmoidShape(std::span<const uint32_t> histogram, int32_t pixelCount, int32_t outputRange, double ratio,
+                 int32_t limitBin);
+
+    uint16_t EntryAt(int32_t level) const;
+    std::vector<uint16_t> Table(int32_t maxValue) const;
+
+private:
+    int32_t CurveAt(int32_t level) const;
+    uint16_t Stretch(int32_t value) const;
+
+    SigmoidPlace place_;
+    int32_t outputRange_;
+    double top_;
+    int32_t floor_;
+    int32_t ceiling_;
+};
 
 // An S-shaped curve fitted to the occupied levels of a frame: one entry for each level 0..maxValue, from 0 at
 // the low end of the occupied levels to outputRange at their high end, flat outside.

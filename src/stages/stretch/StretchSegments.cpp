@@ -20,8 +20,8 @@ constexpr int32_t kOccupiedInLargeFrame = 100;
 constexpr int32_t kOccupied = 10;
 
 // The tails get no more output levels than they have levels.
-std::vector<int32_t> BuildWithinRange(const PlannedCurves& frame, int32_t maxValue, int32_t left,
-                                      int32_t right, const StretchParams& params) {
+std::vector<int32_t> BuildWithinRange(TonedFrame& frame, int32_t maxValue, int32_t left, int32_t right,
+                                      const StretchParams& params) {
     const int32_t leftLen = std::min(params.LEFT_LEN_LIMIT, left);
     const int32_t rightLen = std::min(params.RIGHT_LEN_LIMIT, maxValue - right);
     const int32_t midLen = WrappingSubtract(WrappingSubtract(maxValue + 1, leftLen), rightLen);
@@ -32,12 +32,12 @@ std::vector<int32_t> BuildWithinRange(const PlannedCurves& frame, int32_t maxVal
 
 // `low` and `top` are the ends of the frame's range: where no valley is found, and in the modes that ask for
 // none.
-SegmentCurve BuildFromValleys(const PlannedCurves& frame, int32_t maxValue, int32_t low, int32_t top,
+SegmentCurve BuildFromValleys(TonedFrame& frame, int32_t maxValue, int32_t low, int32_t top,
                               const StretchParams& params) {
     const std::vector<uint32_t> histogram = frame.Histogram(maxValue);
-    const StretchSegment valleys = FindStretchSegments(
-        {frame.Frame().Width(), frame.Frame().Height(), frame.MinLevel(), frame.MaxLevel(), histogram}, low,
-        top, params.STRETCH_LIMITBIN);
+    const StretchSegment valleys =
+        FindStretchSegments({frame.Width(), frame.Height(), frame.MinLevel(), frame.MaxLevel(), histogram},
+                            low, top, params.STRETCH_LIMITBIN);
     const StretchMode mode{params.STRETCH_SEPARATION_CNT};
     const int32_t left = mode == StretchMode::WholeRange ? low : valleys.left;
     const int32_t right = mode == StretchMode::BothValleys ? valleys.right : top;
@@ -66,8 +66,8 @@ int32_t WalkDown(std::span<const uint32_t> histogram, int32_t count) {
 
 }  // namespace
 
-SegmentCurve BuildSegmentCurve(const PlannedCurves& frame, int32_t maxValue, const StretchParams& params) {
-    const int32_t limit = frame.Frame().Width() < kLargeFrameWidth ? kOccupied : kOccupiedInLargeFrame;
+SegmentCurve BuildSegmentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params) {
+    const int32_t limit = frame.Width() < kLargeFrameWidth ? kOccupied : kOccupiedInLargeFrame;
     int32_t low = 0;
     int32_t top = 0;
     FindOccupiedRange(frame.Histogram(maxValue), limit, low, top);
@@ -75,14 +75,12 @@ SegmentCurve BuildSegmentCurve(const PlannedCurves& frame, int32_t maxValue, con
     return BuildFromValleys(frame, maxValue, low, top, params);
 }
 
-SegmentCurve BuildFixedSegmentCurve(const PlannedCurves& frame, int32_t maxValue,
-                                    const StretchParams& params) {
+SegmentCurve BuildFixedSegmentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params) {
     return BuildFromValleys(frame, maxValue, frame.MinLevel(), frame.MaxLevel(), params);
 }
 
-std::vector<int32_t> BuildPercentCurve(const PlannedCurves& frame, int32_t maxValue,
-                                       const StretchParams& params) {
-    const double pixelCount = static_cast<double>(frame.Frame().Count());
+std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params) {
+    const double pixelCount = static_cast<double>(frame.Count());
     const int32_t count = TruncateToInt32(pixelCount * (params.STRETCH_LIMITBIN * 0.01));
     const std::vector<uint32_t> histogram = frame.UnclampedHistogram(maxValue);
     int32_t left = WalkUp(histogram, count);
@@ -112,27 +110,24 @@ void MarkDarkTail(const uint16_t* pixels, uint16_t* tailMask, int32_t width, int
     }
 }
 
-bool AddRestretch(PlannedCurves& frame, int32_t maxValue, int32_t option) {
+bool AddRestretch(TonedFrame& frame, int32_t maxValue, int32_t option) {
     constexpr int32_t kFromMinimum = 1;
     constexpr int32_t kLinear = 2;
     if (option == kLinear) {
-        frame.Add(BuildLinearCurve(frame.UnclampedHistogram(maxValue), maxValue, maxValue, 0, 0));
+        const LinearRamp ramp = FindLinearRamp(frame, maxValue, maxValue, 0, 0);
+        frame.MapBy([&](int32_t level) { return ramp.EntryAt(std::min(level, maxValue)); });
         return true;
     }
     if (option != kFromMinimum) return false;
     const int32_t minLevel = frame.MinLevel();
-    std::vector<uint16_t> table(static_cast<size_t>(frame.MaxLevel()) + 1);
-    for (size_t level = 0; level < table.size(); ++level) {
-        table[level] = LowBits16(static_cast<int32_t>(level) - minLevel);
-    }
-    frame.Add(table);
+    frame.MapBy([=](int32_t level) { return LowBits16(level - minLevel); });
     return true;
 }
 
-void AddStretchCurve(PlannedCurves& frame, const std::vector<int32_t>& table) {
+void AddStretchCurve(TonedFrame& frame, const std::vector<int32_t>& table) {
     std::vector<uint16_t> entries(table.size());
     std::transform(table.begin(), table.end(), entries.begin(), LowBits16);
-    frame.Add(entries);
+    frame.Map(entries);
 }
 
 }  // namespace vastrelline

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "operators/curves/TonedFrame.h"
 #include "stages/stretch/HistogramSegments.h"
-#include "stages/stretch/PlannedCurves.h"
 #include "stages/stretch/StretchParams.h"
 
 namespace vastrelline {
@@ -27,16 +27,14 @@ struct SegmentCurve {
 
 // Modes WholeRange to BothValleys in the configured chain: the frame's range is what is well occupied, and
 // begins at level 0 whatever the frame.
-SegmentCurve BuildSegmentCurve(const PlannedCurves& frame, int32_t maxValue, const StretchParams& params);
+SegmentCurve BuildSegmentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params);
 
 // The same in the fixed chain: the range is that of the frame's pixels.
-SegmentCurve BuildFixedSegmentCurve(const PlannedCurves& frame, int32_t maxValue,
-                                    const StretchParams& params);
+SegmentCurve BuildFixedSegmentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params);
 
 // Modes BothPercent to RightPercent: one or both ends are the levels at which STRETCH_LIMITBIN percent of the
 // pixels are passed from outside, -1 where they never are. The lengths stand as the keys give them.
-std::vector<int32_t> BuildPercentCurve(const PlannedCurves& frame, int32_t maxValue,
-                                       const StretchParams& params);
+std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params);
 
 // Marks the dark tail: gives 255 to the mask where a pixel lies strictly below `level`, and leaves the rest
 // of it.
@@ -46,9 +44,9 @@ void MarkDarkTail(const uint16_t* pixels, uint16_t* tailMask, int32_t width, int
 
 // The second step, after any mode: fills the range again, as RESTRETCH_OPTION says. The curve is added to
 // the plan. False, and nothing added, for an option without a step.
-bool AddRestretch(PlannedCurves& frame, int32_t maxValue, int32_t option);
+bool AddRestretch(TonedFrame& frame, int32_t maxValue, int32_t option);
 
 // Plans a curve of 32 bits, of which the frame keeps the low 16.
-void AddStretchCurve(PlannedCurves& frame, const std::vector<int32_t>& table);
+void AddStretchCurve(TonedFrame& frame, const std::vector<int32_t>& table);
 
 }  // namespace vastrelline

@@ -3,12 +3,10 @@
 #include <vector>
 
 #include "config/ConfiguredState.h"
-#include "pixels/FrameView.h"
 #include "report/CurveFile.h"
 #include "report/RunDumps.h"
 #include "report/StageReport.h"
 #include "report/TellIfPossible.h"
-#include "stages/stretch/PlannedCurves.h"
 #include "stages/stretch/StretchParams.h"
 #include "stages/stretch/StretchSegments.h"
 
@@ -40,7 +38,7 @@ void SaveCurve(const std::vector<int32_t>& table, const RunDumps& dumps) {
     });
 }
 
-StretchSegment StretchBySegments(PlannedCurves& frame, int32_t maxValue, const StretchParams& params,
+StretchSegment StretchBySegments(TonedFrame& frame, int32_t maxValue, const StretchParams& params,
                                  const RunDumps& dumps) {
     const SegmentCurve curve = BuildSegmentCurve(frame, maxValue, params);
     AddStretchCurve(frame, curve.table);
@@ -48,28 +46,18 @@ StretchSegment StretchBySegments(PlannedCurves& frame, int32_t maxValue, const S
     return curve.segment;
 }
 
-StretchSegment StretchBySegmentsFixed(PlannedCurves& frame, uint16_t* tailMask, int32_t maxValue,
+StretchSegment StretchBySegmentsFixed(TonedFrame& frame, uint16_t* tailMask, int32_t maxValue,
                                       const StretchParams& params, const RunDumps& dumps) {
     const SegmentCurve curve = BuildFixedSegmentCurve(frame, maxValue, params);
-    const FrameView<uint16_t>& view = frame.Frame();
-    MarkDarkTail(view.begin(), tailMask, view.Width(), view.Height(), curve.segment.left);
-    dumps.DumpBeside(L"%02d_UnsharpMasking.raw", tailMask, view.Width(), view.Height());
+    MarkDarkTail(frame.Read().begin(), tailMask, frame.Width(), frame.Height(), curve.segment.left);
+    dumps.DumpBeside(L"%02d_UnsharpMasking.raw", tailMask, frame.Width(), frame.Height());
     AddStretchCurve(frame, curve.table);
     SaveCurve(curve.table, dumps);
     return curve.segment;
 }
 
-// Only a dump needs the pixels between the two steps.
-void DumpPlanned(PlannedCurves& frame, const wchar_t* name, const RunDumps& dumps) {
-    if (!dumps.AreOn()) return;
-    frame.Apply();
-    dumps.Dump(name, frame.Frame().begin(), frame.Frame().Width(), frame.Frame().Height());
-}
-
-void FinishStretch(PlannedCurves& frame, int32_t maxValue, const StretchParams& params,
-                   const RunDumps& dumps) {
-    if (AddRestretch(frame, maxValue, params.RESTRETCH_OPTION)) DumpPlanned(frame, kRestretchedDump, dumps);
-    frame.Apply();
+void FinishStretch(TonedFrame& frame, int32_t maxValue, const StretchParams& params, const RunDumps& dumps) {
+    if (AddRestretch(frame, maxValue, params.RESTRETCH_OPTION)) dumps.Dump(kRestretchedDump, frame);
 }
 
 void LogStretch(const StageReport& report, const wchar_t* stageLine, const StretchParams& params,
@@ -84,15 +72,20 @@ void LogStretch(const StageReport& report, const wchar_t* stageLine, const Stret
 
 void RunStretchStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pixelCount*/,
                      int32_t maxValue, LogFile& log, int32_t position) {
+    TonedFrame frame({pixels, width, height});
+    RunStretchStage(frame, maxValue, log, position);
+    frame.Change();
+}
+
+void RunStretchStage(TonedFrame& frame, int32_t maxValue, LogFile& log, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const StretchParams params = ReadStretchParams(state.IniPath, state.SectionName, position);
 
     const StageReport report = StageReport::BeginConfigured(log);
-    PlannedCurves frame({pixels, width, height});
     StretchSegment segment;
     if (IsSegmentMode(params)) {
         segment = StretchBySegments(frame, maxValue, params, report);
-        DumpPlanned(frame, kStretchedDump, report);
+        report.Dump(kStretchedDump, frame);
     } else if (IsPercentMode(params)) {
         AddStretchCurve(frame, BuildPercentCurve(frame, maxValue, params));
     }
@@ -103,13 +96,19 @@ void RunStretchStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*
 void RunFixedStretch(uint16_t* pixels, uint16_t* tailMask, int32_t width, int32_t height,
                      int32_t /*pixelCount*/, int32_t maxValue, int32_t& dumpCounter, LogFile& log,
                      const FixedSettings& settings) {
+    TonedFrame frame({pixels, width, height});
+    RunFixedStretch(frame, tailMask, maxValue, dumpCounter, log, settings);
+    frame.Change();
+}
+
+void RunFixedStretch(TonedFrame& frame, uint16_t* tailMask, int32_t maxValue, int32_t& dumpCounter,
+                     LogFile& log, const FixedSettings& settings) {
     const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
     const StretchParams params = StretchParamsOf(settings);
-    PlannedCurves frame({pixels, width, height});
     StretchSegment segment;
     if (IsSegmentMode(params)) {
         segment = StretchBySegmentsFixed(frame, tailMask, maxValue, params, report);
-        DumpPlanned(frame, kStretchedDump, report);
+        report.Dump(kStretchedDump, frame);
     }
     FinishStretch(frame, maxValue, params, report);
     LogStretch(report, L"#### %02d:%02d:%02d \t: StretchCurve ( %d ms )\r\n", params, segment);

@@ -1,0 +1,215 @@
+#include "operators/curves/TonedFrame.h"
+
+#include <algorithm>
+#include <cassert>
+#include <numeric>
+#include <utility>
+
+#include "operators/curves/LookupTable.h"
+#include "operators/histogram/Histogram.h"
+#include "pixels/FrameLimits.h"
+
+namespace vastrelline {
+
+namespace {
+
+uint16_t EntryOf(std::span<const uint16_t> table, size_t level) {
+    return table[std::min(level, table.size() - 1)];
+}
+
+bool IsOccupied(uint32_t count) { return count != 0; }
+
+// Counts of all levels from 0 to the highest one at least.
+std::vector<uint32_t> CountLevels(const FrameView<const uint16_t>& frame) {
+    // Nearly all frames have 12 bits, and a short table is cheap. Its last bin shows whether this one has
+    // more.
+    constexpr int32_t kBeyond12Bits = 4096;
+    std::vector<uint32_t> counts =
+        BuildHistogram(frame.begin(), frame.Width(), frame.Height(), kBeyond12Bits);
+    if (counts.back() == 0) return counts;
+    return BuildHistogram(frame.begin(), frame.Width(), frame.Height(),
+                          MaxPixel(frame.begin(), frame.Width(), frame.Height()));
+}
+
+std::vector<uint32_t> MapCounts(const std::vector<uint32_t>& counts, std::span<const uint16_t> table) {
+    uint16_t highest = 0;
+    for (size_t level = 0; level < counts.size(); ++level) {
+        if (IsOccupied(counts[level])) highest = std::max(highest, EntryOf(table, level));
+    }
+    std::vector<uint32_t> mapped(size_t{highest} + 1);
+    for (size_t level = 0; level < counts.size(); ++level) {
+        if (IsOccupied(counts[level])) mapped[EntryOf(table, level)] += counts[level];
+    }
+    return mapped;
+}
+
+PixelRange RangeOfCounts(const std::vector<uint32_t>& counts) {
+    constexpr int32_t kAboveAnyPixel = kTopPixel + 1;
+    const auto first = std::find_if(counts.begin(), counts.end(), IsOccupied);
+    if (first == counts.end()) return {kAboveAnyPixel, 0};
+    const auto last = std::find_if(counts.rbegin(), counts.rend(), IsOccupied);
+    return {static_cast<int32_t>(first - counts.begin()), static_cast<int32_t>(counts.rend() - last) - 1};
+}
+
+// Where the ends of a range go, if the curve keeps them the ends.
+std::optional<PixelRange> MapRange(const PixelRange& range, std::span<const uint16_t> table) {
+    if (range.smallest > range.largest) return range;
+    const auto first = static_cast<size_t>(range.smallest);
+    const auto last = static_cast<size_t>(range.largest);
+    const auto reached = table.first(std::min(last + 1, table.size()));
+    if (first < reached.size() && !std::ranges::is_sorted(reached.subspan(first))) return std::nullopt;
+    return PixelRange{EntryOf(table, first), EntryOf(table, last)};
+}
+
+void MapRow(uint16_t* pixels, size_t count, std::span<const uint16_t> curve) {
+    ApplyLookupTable(pixels, static_cast<int32_t>(count), 1, curve);
+}
+
+}  // namespace
+
+TonedFrame::TonedFrame(const FrameView<uint16_t>& pixels) : pixels_(pixels) {}
+
+TonedFrame::TonedFrame(TonedFrame& source, const FrameView<uint16_t>& pixels)
+    : pixels_(pixels),
+      source_(&source),
+      curve_(source.curve_),
+      counts_(source.counts_),
+      range_(source.range_) {
+    assert(pixels.Width() == source.Width() && pixels.Height() == source.Height());
+    assert(source.source_ == nullptr);
+}
+
+int32_t TonedFrame::MinLevel() { return Range().smallest; }
+
+int32_t TonedFrame::MaxLevel() { return Range().largest; }
+
+std::vector<uint32_t> TonedFrame::Histogram(int32_t maxValue) {
+    std::vector<uint32_t> histogram = UnclampedHistogram(maxValue);
+    if (histogram.size() < Counts().size() && !histogram.empty()) {
+        const auto above = Counts().begin() + static_cast<std::ptrdiff_t>(histogram.size());
+        histogram.back() = std::accumulate(above, Counts().end(), histogram.back());
+    }
+    return histogram;
+}
+
+std::vector<uint32_t> TonedFrame::UnclampedHistogram(int32_t maxValue) {
+    if (maxValue < 0) return {};
+    std::vector<uint32_t> histogram(static_cast<size_t>(maxValue) + 1);
+    std::copy_n(Counts().begin(), std::min(Counts().size(), histogram.size()), histogram.begin());
+    return histogram;
+}
+
+void TonedFrame::Map(std::span<const uint16_t> table) {
+    if (table.empty()) return;
+    if (counts_) {
+        counts_ = MapCounts(*counts_, table);
+        range_.reset();
+    } else if (range_) {
+        range_ = MapRange(*range_, table);
+    }
+    if (curve_.empty()) {
+        curve_.assign(table.begin(), table.end());
+    } else {
+        for (uint16_t& level : curve_) level = EntryOf(table, level);
+    }
+}
+
+void TonedFrame::MapBy(const std::function<uint16_t(int32_t level)>& curve) {
+    const PixelRange range = Range();
+    if (range.smallest > range.largest) return;
+    // A small frame holds few of its levels.
+    if (Count() < static_cast<size_t>(range.largest - range.smallest)) Counts();
+    std::vector<uint16_t> table(static_cast<size_t>(range.largest) + 1);
+    for (int32_t level = range.smallest; level <= range.largest; ++level) {
+        const auto i = static_cast<size_t>(level);
+        if (!counts_ || (*counts_)[i] != 0) table[i] = curve(level);
+    }
+    Map(table);
+}
+
+void TonedFrame::Rearrange(std::vector<int32_t> rows, std::function<void(uint16_t* row, int32_t y)> edit) {
+    if (source_ != nullptr && rearrangement_) Apply();
+    range_.reset();
+    std::vector<uint16_t> row(static_cast<size_t>(Width()));
+    for (const int32_t y : rows) {
+        const uint16_t* stored = Stored().Row(y);
+        std::copy_n(stored, row.size(), row.begin());
+        edit(row.data(), y);
+        for (size_t x = 0; counts_ && x < row.size(); ++x) {
+            if (row[x] == stored[x]) continue;
+            --(*counts_)[Mapped(stored[x])];
+            ++(*counts_)[Mapped(row[x])];
+        }
+        if (source_ == nullptr) std::copy(row.begin(), row.end(), pixels_.Row(y));
+    }
+    if (source_ == nullptr) return;
+    rearrangedRows_ = std::move(rows);
+    rearrangement_ = std::move(edit);
+}
+
+FrameView<const uint16_t> TonedFrame::Read() {
+    Apply();
+    return Stored();
+}
+
+FrameView<uint16_t> TonedFrame::Change() {
+    Apply();
+    counts_.reset();
+    range_.reset();
+    return pixels_;
+}
+
+FrameView<const uint16_t> TonedFrame::Stored() const {
+    const FrameView<uint16_t>& stored = source_ != nullptr ? source_->pixels_ : pixels_;
+    return {stored.begin(), stored.Width(), stored.Height()};
+}
+
+const std::vector<uint32_t>& TonedFrame::Counts() {
+    if (!counts_) {
+        // The rows on their way here are counted as they will be.
+        if (rearrangement_) Apply();
+        counts_ = CountLevels(Stored());
+        if (!curve_.empty()) counts_ = MapCounts(*counts_, curve_);
+    }
+    return *counts_;
+}
+
+const PixelRange& TonedFrame::Range() {
+    if (!range_) {
+        const bool isStoredRange = !counts_ && curve_.empty() && !rearrangement_;
+        range_ =
+            isStoredRange ? FindPixelRange(Stored().begin(), Width(), Height()) : RangeOfCounts(Counts());
+    }
+    return *range_;
+}
+
+uint16_t TonedFrame::Mapped(size_t storedLevel) const {
+    return curve_.empty() ? static_cast<uint16_t>(storedLevel) : EntryOf(curve_, storedLevel);
+}
+
+void TonedFrame::Apply() {
+    if (source_ != nullptr)
+        TakeFromSource();
+    else
+        ApplyLookupTable(pixels_.begin(), Width(), Height(), curve_);
+    curve_.clear();
+}
+
+void TonedFrame::TakeFromSource() {
+    // Blocks stay in the nearest cache from one step to the next.
+    constexpr size_t kBlock = 4096;
+    for (size_t start = 0; start < Count(); start += kBlock) {
+        const size_t count = std::min(Count() - start, kBlock);
+        uint16_t* stored = source_->pixels_.begin() + start;
+        uint16_t* block = pixels_.begin() + start;
+        std::copy_n(stored, count, block);
+        MapRow(block, count, curve_);
+        MapRow(stored, count, source_->curve_);
+    }
+    source_->curve_.clear();
+    source_ = nullptr;
+    for (const int32_t y : rearrangedRows_) rearrangement_(pixels_.Row(y), y);
+    rearrangement_ = nullptr;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,53 @@
+#include "sensor/TonedSteps.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "config/CommonSettings.h"
+#include "pixels/FrameView.h"
+#include "pixels/Truncate.h"
+#include "sensor/CornerMask.h"
+#include "sensor/MarkedRows.h"
+#include "sensor/MaskedPixels.h"
+#include "sensor/PixelBits.h"
+#include "sensor/SaturationCap.h"
+
+namespace vastrelline {
+
+int32_t RescaleTonedBits(TonedFrame& frame, int32_t& bitsStored) {
+    if (!ArePixelsRescaled(bitsStored)) return MaxValueOfBits(bitsStored);
+    return RescaleToPixelBits(frame.Change().begin(), frame.Width(), frame.Height(), bitsStored);
+}
+
+void CapTonedSaturation(TonedFrame& frame, int32_t saturationValue) {
+    if (!frame.IsCounted()) {
+        CapSaturation(frame.Change().begin(), frame.Width(), frame.Height(), saturationValue);
+        return;
+    }
+    if (frame.MaxLevel() < saturationValue) return;
+    std::vector<uint32_t> below = frame.UnclampedHistogram(std::max(saturationValue, 0) - 1);
+    while (!below.empty() && below.back() == 0) below.pop_back();
+    const int32_t brightest = std::max(static_cast<int32_t>(below.size()) - 1, 0);
+    frame.MapBy([=](int32_t level) { return LowBits16(std::min(level, brightest)); });
+}
+
+int32_t BuildTonedMask(TonedFrame& frame, uint16_t* mask, const SensorGeometry& geometry) {
+    const bool isFrameNeeded = !AreCornersKnown(frame.Width(), frame.Height(), geometry);
+    return BuildMaskFromGeometry(isFrameNeeded ? frame.Read().begin() : nullptr, mask, frame.Width(),
+                                 frame.Height(), geometry);
+}
+
+int32_t BuildTonedMaskFromProfile(TonedFrame& frame, uint16_t* mask, const std::wstring& iniPath) {
+    SensorGeometry geometry{};
+    ReadSensorGeometry(iniPath, kSensorSection, geometry);
+    return BuildTonedMask(frame, mask, geometry);
+}
+
+void FillTonedPixels(TonedFrame& frame, const uint16_t* mask, int32_t maxValue) {
+    const FrameView<const uint16_t> masks(mask, frame.Width(), frame.Height());
+    frame.Rearrange(FindMarkedRows(masks), [=](uint16_t* row, int32_t y) {
+        FillMaskedPixels(row, masks.Row(y), masks.Width(), 1, maxValue);
+    });
+}
+
+}  // namespace vastrelline
