@@ -1,7 +1,7 @@
 // The kernels that take a row of pixels or go over a frame from the first pixel to the last (range,
-// saturation cap, masked corners, pre-contrast, power of the spots, row of Sobel magnitudes) with arguments
-// from anywhere: every form of each list against its definition. The input's head are the pixels, its tail
-// picks the rest, so that a change of that leaves the pixels where they are.
+// clipped ramp, saturation cap, masked corners, pre-contrast, power of the spots, row of Sobel magnitudes)
+// with arguments from anywhere: every form of each list against its definition. The input's head are the
+// pixels, its tail picks the rest, so that a change of that leaves the pixels where they are.
 
 #include <algorithm>
 #include <cmath>
@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "operators/curves/ClippedRamp.h"
 #include "operators/histogram/PixelRange.h"
 #include "sensor/MaskedPixels.h"
 #include "sensor/SaturationCap.h"
@@ -41,6 +42,15 @@ void TestCap(const Rows& rows, int32_t saturationValue) {
     RequireEqualForms(SaturationCapVariants(), [&](const SaturationCapVariant& form) {
         Guarded<uint16_t> pixels(rows.above);
         form.run(pixels.Data(), pixels.Size(), saturationValue);
+        return pixels;
+    });
+}
+
+void TestRamp(const Rows& rows, uint16_t first, uint16_t second, uint16_t atLow) {
+    const ClippedRamp ramp{std::min(first, second), std::max(first, second), atLow, first > second};
+    RequireEqualForms(ClippedRampVariants(), [&](const ClippedRampVariant& form) {
+        Guarded<uint16_t> pixels(rows.above);
+        form.run(pixels.Data(), pixels.Size(), ramp);
         return pixels;
     });
 }
@@ -116,6 +126,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Rows rows = {count, row(0), row(1), row(2)};
     TestRange(rows.above);
     TestCap(rows, maxValue);
+    TestRamp(rows, static_cast<uint16_t>(maxValue), static_cast<uint16_t>(peak),
+             static_cast<uint16_t>(maxValue >> 16));
     TestMasked(rows, static_cast<uint16_t>(peak));
     TestAmplify(rows, maxValue, ratio);
     TestSobelRow(rows);

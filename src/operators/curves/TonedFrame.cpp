@@ -5,6 +5,7 @@
 #include <numeric>
 #include <utility>
 
+#include "operators/curves/ClippedRamp.h"
 #include "operators/curves/LookupTable.h"
 #include "operators/histogram/Histogram.h"
 #include "pixels/FrameLimits.h"
@@ -61,9 +62,22 @@ std::optional<PixelRange> MapRange(const PixelRange& range, std::span<const uint
     return PixelRange{EntryOf(table, first), EntryOf(table, last)};
 }
 
-void MapRow(uint16_t* pixels, size_t count, std::span<const uint16_t> curve) {
-    ApplyLookupTable(pixels, static_cast<int32_t>(count), 1, curve);
-}
+// A table, and how it is applied to pixels.
+class Mapping {
+public:
+    explicit Mapping(std::span<const uint16_t> table) : table_(table), ramp_(FindClippedRamp(table)) {}
+
+    void Apply(uint16_t* pixels, size_t count) const {
+        if (ramp_)
+            ApplyClippedRamp({pixels, count}, *ramp_);
+        else
+            ApplyLookupTable(pixels, static_cast<int32_t>(count), 1, table_);
+    }
+
+private:
+    std::span<const uint16_t> table_;
+    std::optional<ClippedRamp> ramp_;
+};
 
 }  // namespace
 
@@ -118,11 +132,12 @@ void TonedFrame::MapBy(const std::function<uint16_t(int32_t level)>& curve) {
     const PixelRange range = Range();
     if (range.smallest > range.largest) return;
     // A small frame holds few of its levels.
-    if (Count() < static_cast<size_t>(range.largest - range.smallest)) Counts();
-    std::vector<uint16_t> table(static_cast<size_t>(range.largest) + 1);
+    const bool isSmall = Count() < static_cast<size_t>(range.largest - range.smallest);
+    if (isSmall) Counts();
+    std::vector<uint16_t> table(static_cast<size_t>(range.largest) + 1, curve(range.smallest));
     for (int32_t level = range.smallest; level <= range.largest; ++level) {
         const auto i = static_cast<size_t>(level);
-        if (!counts_ || (*counts_)[i] != 0) table[i] = curve(level);
+        if (!isSmall || IsOccupied((*counts_)[i])) table[i] = curve(level);
     }
     Map(table);
 }
@@ -191,20 +206,22 @@ void TonedFrame::Apply() {
     if (source_ != nullptr)
         TakeFromSource();
     else
-        ApplyLookupTable(pixels_.begin(), Width(), Height(), curve_);
+        Mapping(curve_).Apply(pixels_.begin(), Count());
     curve_.clear();
 }
 
 void TonedFrame::TakeFromSource() {
     // Blocks stay in the nearest cache from one step to the next.
     constexpr size_t kBlock = 4096;
+    const Mapping own(curve_);
+    const Mapping sources(source_->curve_);
     for (size_t start = 0; start < Count(); start += kBlock) {
         const size_t count = std::min(Count() - start, kBlock);
         uint16_t* stored = source_->pixels_.begin() + start;
         uint16_t* block = pixels_.begin() + start;
         std::copy_n(stored, count, block);
-        MapRow(block, count, curve_);
-        MapRow(stored, count, source_->curve_);
+        own.Apply(block, count);
+        sources.Apply(stored, count);
     }
     source_->curve_.clear();
     source_ = nullptr;
