@@ -64,7 +64,7 @@ Options TakeOptions(InputTail& tail) {
 void TestOutline(const Options& o) {
     const SensorGeometry& g = o.geometry;
     for (const int32_t orientation : {kAsBuilt, kTurnedHalf, kTurnedClockwise, kTurnedCounterclockwise}) {
-        const std::optional<std::vector<uint16_t>> mask =
+        const std::optional<ScratchVector<uint16_t>> mask =
             BuildRoundCornerMask(g.FrameWidth, g.FrameHeight, g.RCCutOff, g.RCCutOffR, orientation,
                                  g.ImgCutLeft, g.ImgCutTop, o.width, o.height);
         const int32_t shortSide = std::min(g.FrameWidth, g.FrameHeight);

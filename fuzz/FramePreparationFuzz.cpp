@@ -72,7 +72,7 @@ void TestCrop(const Frame& frame, InputTail tail) {
     std::vector<std::byte> source(static_cast<size_t>(sourceWidth) * static_cast<size_t>(frame.height) *
                                   elementBytes);
     if (!source.empty()) std::memcpy(source.data(), frame.pixels.data(), source.size());
-    const std::vector<std::byte> crop =
+    const ScratchVector<std::byte> crop =
         CropBuffer(source.data(), sourceWidth, frame.height, left, top, width, height, type);
     Require(crop.size() == static_cast<size_t>(width) * static_cast<size_t>(height) * elementBytes,
             "the cut has the size that was asked for");

@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Options options = TakeOptions(tail);
     const std::vector<uint16_t> image = tail.TakeFrame(options.width, options.height);
     std::vector<uint16_t> result = image;
-    const std::vector<uint16_t> smoothed =
+    const ScratchVector<uint16_t> smoothed =
         ApplyPreContrast(result.data(), options.width, options.height, options.maxValue, options.params);
     Require(smoothed.size() == image.size(), "the smoothed frame has the size of the frame");
     for (const uint16_t pixel : result)

@@ -3,7 +3,7 @@
 #include "chains/TonedCopy.h"
 #include "config/ConfiguredState.h"
 #include "config/StageId.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/Truncate.h"
 #include "platform/Clock.h"
 #include "report/BackupSet.h"

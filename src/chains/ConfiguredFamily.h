@@ -5,7 +5,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "chains/DriverCall.h"
 #include "chains/ReturnCode.h"
@@ -13,6 +12,7 @@
 #include "config/CommonSettings.h"
 #include "config/SensorSettings.h"
 #include "operators/curves/TonedFrame.h"
+#include "pixels/ScratchVector.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
@@ -87,7 +87,7 @@ private:
     CommonSettings settings_;
     int32_t maxValue_ = 0;
     LogFile log_;
-    std::vector<uint16_t> cornerMask_;
+    ScratchVector<uint16_t> cornerMask_;
     std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 

@@ -2,7 +2,7 @@
 
 #include "chains/TonedCopy.h"
 #include "config/FixedState.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "platform/Clock.h"
 #include "report/RunDumps.h"
 #include "sensor/MaskedPixels.h"
@@ -51,7 +51,7 @@ void FixedFamily::FillCorners() {
 
 void FixedFamily::RunStages(FixedChain chain) {
     // The frame that the stretch marks its dark tail in, and that the unsharp stage reads.
-    std::vector<uint16_t> stretched;
+    ScratchVector<uint16_t> stretched;
     if (settings_.HISTOGRAM_STRETCH != 0) stretched = AllocZeroed<uint16_t>(call_.width, call_.height);
     RunFixedStages(chain, {{*frame_, maxValue_, log_},
                            stretched.empty() ? nullptr : stretched.data(),

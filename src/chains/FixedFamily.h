@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "chains/DriverCall.h"
 #include "chains/FixedStageTable.h"
 #include "chains/ReturnCode.h"
 #include "config/FixedSettings.h"
 #include "operators/curves/TonedFrame.h"
+#include "pixels/ScratchVector.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
@@ -57,7 +57,7 @@ private:
     int32_t maxValue_ = 0;
     int32_t dumpCounter_ = 0;
     LogFile log_;
-    std::vector<uint16_t> cornerMask_;
+    ScratchVector<uint16_t> cornerMask_;
     std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 

@@ -8,6 +8,7 @@
 #include "exports/CallScope.h"
 #include "exports/GuardExport.h"
 #include "exports/ProcessFrame.h"
+#include "pixels/ScratchArena.h"
 #include "platform/Text.h"
 #include "sensor/Rotation.h"
 #include "vastrelline.h"
@@ -23,6 +24,7 @@ using vastrelline::ProcessCall;
 using vastrelline::ProcessFrame;
 using vastrelline::ProcessFrameToBitmap;
 using vastrelline::RunCrChain;
+using vastrelline::ScratchCall;
 using vastrelline::WidenThreadText;
 using vastrelline::WidenUtf8Text;
 
@@ -111,6 +113,7 @@ extern "C" int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t 
         const DriverCall call{
             input, output, width, height, WidenThreadText(iniPath), WidenThreadText(sectionName)};
         const CallScope scope(call.iniPath);
+        const ScratchCall scratch(width, height);
         return RunCrChain(call);
     });
 }
@@ -130,6 +133,7 @@ extern "C" int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, i
     constexpr int32_t kNotRotated = 0;
     return GuardExport(kNotRotated, [&] {
         if (frame != nullptr && width > 0 && height > 0) CountPixels(width, height);
+        const ScratchCall scratch(width, height);
         return vastrelline::RotateAndFlip(frame, width, height, rotation, flip);
     });
 }

@@ -12,7 +12,7 @@
 #include "exports/CallScope.h"
 #include "exports/OutputMapping.h"
 #include "operators/curves/TonedFrame.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "report/Bitmap.h"
 #include "sensor/ExposureCurve.h"
 #include "sensor/SpotCorrection.h"
@@ -100,6 +100,7 @@ ReturnCode RunCall(const ProcessCall& call, uint16_t* output) {
 
 ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
     const CallScope scope(call.iniPath);
+    const ScratchCall scratchOfCall(call.width, call.height);
     // Without its profile nobody knows what the frame's picture is, and the frame stays as it came.
     if (scope.ProfileState() == ReadResult::Failed) return kInternalFailure;
     return RunCall(call, output);
@@ -107,13 +108,14 @@ ReturnCode ProcessFrame(const ProcessCall& call, uint16_t* output) {
 
 ReturnCode ProcessFrameToBitmap(const ProcessCall& call, const std::wstring& bitmapPath) {
     const CallScope scope(call.iniPath);
+    const ScratchCall scratchOfCall(call.width, call.height);
     if (scope.ProfileState() == ReadResult::Failed) return kInternalFailure;
     const bool hasPixels = call.width > 0 && call.height > 0;
     // A call that ends with an argument's code asks for no frame, however large its sizes are.
     const bool isFrameNeeded = hasPixels && call.input != nullptr;
     if (isFrameNeeded) CountPixels(call.width, call.height);
-    std::vector<uint16_t> scratch =
-        AllocZeroed<uint16_t>(isFrameNeeded ? call.width : 1, isFrameNeeded ? call.height : 1);
+    ScratchVector<uint16_t> scratch =
+        AllocFrame<uint16_t>(isFrameNeeded ? call.width : 1, isFrameNeeded ? call.height : 1);
     const ReturnCode code = RunCall(call, scratch.data());
     if (code != kSuccess || !hasPixels || bitmapPath.empty()) return code;
     const int32_t isSaved = SaveFrameBitmap(scratch.data(), call.width, call.height, bitmapPath);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameView.h"
 
 namespace vastrelline {
@@ -27,17 +27,17 @@ std::optional<Margins> MarginsOf(BorderMode mode, int32_t padWidth, int32_t padH
 
 }  // namespace
 
-std::optional<std::vector<uint16_t>> ExtendImage(const uint16_t* source, int32_t width, int32_t height,
-                                                 int32_t padWidth, int32_t padHeight, BorderMode mode) {
+std::optional<ScratchVector<uint16_t>> ExtendImage(const uint16_t* source, int32_t width, int32_t height,
+                                                   int32_t padWidth, int32_t padHeight, BorderMode mode) {
     if (source == nullptr || (padWidth < 0 && padHeight < 0)) return std::nullopt;
-    std::vector<uint16_t> padded = AllocZeroed<uint16_t>(width + padWidth, height + padHeight);
+    ScratchVector<uint16_t> padded = AllocFrame<uint16_t>(width + padWidth, height + padHeight);
     const FrameView<const uint16_t> from(source, width, height);
     if (padWidth == 0 && padHeight == 0) {
         std::copy(from.begin(), from.end(), padded.begin());
         return padded;
     }
     const std::optional<Margins> margins = MarginsOf(mode, padWidth, padHeight);
-    if (!margins || from.Count() == 0) return padded;
+    if (!margins || from.Count() == 0) return AllocZeroed<uint16_t>(width + padWidth, height + padHeight);
 
     // Every row and column of the result takes the nearest one of the source. With a negative pad the margin
     // is negative too: the first columns of the source then lie outside the result.

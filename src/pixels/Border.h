@@ -2,7 +2,8 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -20,9 +21,9 @@ enum class BorderMode : int32_t {
 //                      pads of 0, 0
 // Returns              (width + padWidth) * (height + padHeight) pixels; none if `source` is null or both
 //                      pads are negative. With one negative pad, what lies outside the result is left out
-// Errors               std::length_error as AllocZeroed
-std::optional<std::vector<uint16_t>> ExtendImage(const uint16_t* source, int32_t width, int32_t height,
-                                                 int32_t padWidth, int32_t padHeight, BorderMode mode);
+// Errors               std::length_error as CountElements
+std::optional<ScratchVector<uint16_t>> ExtendImage(const uint16_t* source, int32_t width, int32_t height,
+                                                   int32_t padWidth, int32_t padHeight, BorderMode mode);
 
 // Takes the border off again: the inverse of ExtendImage with the same pads and mode.
 //

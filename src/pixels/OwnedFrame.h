@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -11,7 +11,7 @@ namespace vastrelline {
 struct OwnedFrame {
     int32_t width;
     int32_t height;
-    std::vector<uint16_t> pixels;  // width * height of them
+    ScratchVector<uint16_t> pixels;  // width * height of them
 
     FrameView<uint16_t> View() { return {pixels.data(), width, height}; }
     FrameView<const uint16_t> View() const { return {pixels.data(), width, height}; }

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <span>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/Truncate.h"
 #include "report/WindowTable.h"
 

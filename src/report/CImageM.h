@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -32,7 +33,7 @@ public:
     // pixelType      0 unsigned 16-bit, 1 signed 16-bit, 2 signed 32-bit, 3 double, 4 unsigned 8-bit
     // curve          of the window, see BuildWindowTable
     // scale          stored and never read
-    // Errors         std::length_error as AllocZeroed
+    // Errors         std::length_error as CountElements
     void Set(const void* pixels, int32_t width, int32_t height, int32_t bitsAllocated, int32_t bitsStored,
              int32_t windowCenter, int32_t windowWidth, int32_t invert, int32_t pixelType, int32_t curve,
              double scale);
@@ -63,8 +64,8 @@ public:
 private:
     void EqualizeRendering();
 
-    std::vector<std::byte> m_pixels;
-    std::vector<uint8_t> m_display;
+    ScratchVector<std::byte> m_pixels;
+    ScratchVector<uint8_t> m_display;
     int32_t m_width = 0;
     int32_t m_height = 0;
     int32_t m_bitsStored = 0;

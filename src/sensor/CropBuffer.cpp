@@ -5,7 +5,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 
 namespace vastrelline {
 
@@ -33,12 +33,13 @@ size_t ElementSize(ElementType type) {
 
 }  // namespace
 
-std::vector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight, int32_t left,
-                                  int32_t top, int32_t width, int32_t height, ElementType elementType) {
+ScratchVector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight,
+                                    int32_t left, int32_t top, int32_t width, int32_t height,
+                                    ElementType elementType) {
     const size_t size = ElementSize(elementType);
     const int64_t rowBytes = int64_t{width} * static_cast<int64_t>(size);
     if (rowBytes > std::numeric_limits<int32_t>::max()) throw std::length_error("CropBuffer: too large");
-    std::vector<std::byte> crop = AllocZeroed<std::byte>(static_cast<int32_t>(rowBytes), height);
+    ScratchVector<std::byte> crop = AllocZeroed<std::byte>(static_cast<int32_t>(rowBytes), height);
     if (!IsElementType(elementType)) return crop;
     // The columns and rows of the crop that lie inside the source.
     const int64_t firstX = std::max<int64_t>(0, -static_cast<int64_t>(left));

@@ -2,7 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -22,7 +23,8 @@ enum class ElementType : int32_t {
 // Returns                     width * height elements; for a value that is no ElementType as many of 2 bytes,
 //                             all 0
 // Errors                      a negative size, a row of 2^31 bytes or 2^32 bytes in all: std::length_error
-std::vector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight, int32_t left,
-                                  int32_t top, int32_t width, int32_t height, ElementType elementType);
+ScratchVector<std::byte> CropBuffer(const void* source, int32_t sourceWidth, int32_t sourceHeight,
+                                    int32_t left, int32_t top, int32_t width, int32_t height,
+                                    ElementType elementType);
 
 }  // namespace vastrelline

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "sensor/MarkedRows.h"
@@ -29,15 +29,15 @@ bool IsInsideFullFrame(const SensorGeometry& geometry, int32_t code, int32_t wid
 
 // The corners of the frame: from the sensor's outline if its orientation is known, otherwise from the frame
 // itself. An outline that cannot be built, or that does not hold the frame, gives a mask of zeros.
-std::vector<uint16_t> MakeCornerMask(const uint16_t* frame, int32_t width, int32_t height,
-                                     const SensorGeometry& geometry) {
+ScratchVector<uint16_t> MakeCornerMask(const uint16_t* frame, int32_t width, int32_t height,
+                                       const SensorGeometry& geometry) {
     const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
     if (code == kOrientationUnknown) {
-        std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
+        ScratchVector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
         DetectCornerMask(frame, width, height, mask.data(), geometry.RCCutOff, geometry.RCCutOffR);
         return mask;
     }
-    std::optional<std::vector<uint16_t>> outline =
+    std::optional<ScratchVector<uint16_t>> outline =
         BuildRoundCornerMask(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR,
                              code, geometry.ImgCutLeft, geometry.ImgCutTop, width, height);
     if (!outline || !IsInsideFullFrame(geometry, code, width, height)) {
@@ -141,7 +141,7 @@ void ApplyExposureCurve(TonedFrame& frame, int32_t lowKnee, int32_t highKnee, do
         ReadSensorGeometry(profilePath, kSensorSection, fromProfile);
         geometry = &fromProfile;
     }
-    const std::vector<uint16_t> mask =
+    const ScratchVector<uint16_t> mask =
         MakeCornerMask(frame.Read().begin(), frame.Width(), frame.Height(), *geometry);
     uint16_t low = 0;
     uint16_t high = 0;

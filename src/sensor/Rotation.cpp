@@ -1,9 +1,9 @@
 #include "sensor/Rotation.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -40,7 +40,7 @@ int32_t RotateBuffer(uint16_t* buffer, int32_t width, int32_t height, int32_t an
         return 1;
     }
     if (angle != kClockwise && angle != -90 && angle != 270) return 0;
-    const std::vector<uint16_t> copy(frame.begin(), frame.end());
+    const ScratchVector<uint16_t> copy(frame.begin(), frame.end());
     Transpose({copy.data(), width, height}, {buffer, height, width}, angle == kClockwise);
     return 1;
 }

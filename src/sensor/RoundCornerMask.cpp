@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "platform/MessageDialog.h"
@@ -100,14 +100,14 @@ void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const Corne
     }
 }
 
-std::optional<std::vector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
-                                                          int32_t cutOff, int32_t cutOffRight,
-                                                          int32_t orientation, int32_t cutLeft,
-                                                          int32_t cutTop, int32_t width, int32_t height) {
+std::optional<ScratchVector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
+                                                            int32_t cutOff, int32_t cutOffRight,
+                                                            int32_t orientation, int32_t cutLeft,
+                                                            int32_t cutTop, int32_t width, int32_t height) {
     const std::optional<CornerOutline> outline =
         MakeCornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
     if (!outline) return std::nullopt;
-    std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
+    ScratchVector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
     MarkRoundCorners(mask.data(), width, height, *outline, orientation, cutLeft, cutTop);
     return mask;
 }

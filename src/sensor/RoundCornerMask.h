@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
+#include "pixels/ScratchVector.h"
 #include "sensor/CornerOutline.h"
 
 namespace vastrelline {
@@ -35,10 +35,10 @@ int32_t ComputeOrientationCode(int32_t rotation, int32_t flip);
 //                           that are too large, which also shows a message, and for a full frame of 2^29
 //                           pixels or more
 // Memory                    that of the delivered frame alone, however large the full one
-std::optional<std::vector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
-                                                          int32_t cutOff, int32_t cutOffRight,
-                                                          int32_t orientation, int32_t cutLeft,
-                                                          int32_t cutTop, int32_t width, int32_t height);
+std::optional<ScratchVector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
+                                                            int32_t cutOff, int32_t cutOffRight,
+                                                            int32_t orientation, int32_t cutLeft,
+                                                            int32_t cutTop, int32_t width, int32_t height);
 
 // The outline of the corners; none where BuildRoundCornerMask gives no mask, with its message.
 std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
@@ -53,8 +53,8 @@ void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const Corne
 
 // The definition of the same: draws the outline on the whole full frame, turns that and cuts the delivered
 // frame out of it.
-std::vector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
-                                       int32_t cutTop, int32_t width, int32_t height);
+ScratchVector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
+                                         int32_t cutTop, int32_t width, int32_t height);
 
 // Marks the dark corners of a frame from its content: 255 in `mask`, zeroed before, where a pixel of exactly
 // 0 lies in one of two corner triangles of 170 pixels. A frame higher than wide has its corners at the top or

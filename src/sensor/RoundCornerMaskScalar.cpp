@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameView.h"
 #include "sensor/CropBuffer.h"
 #include "sensor/MaskedPixels.h"
@@ -12,11 +12,11 @@
 
 namespace vastrelline {
 
-std::vector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
-                                       int32_t cutTop, int32_t width, int32_t height) {
+ScratchVector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
+                                         int32_t cutTop, int32_t width, int32_t height) {
     int32_t frameWidth = outline.FrameWidth();
     int32_t frameHeight = outline.FrameHeight();
-    std::vector<uint16_t> work = AllocZeroed<uint16_t>(frameWidth, frameHeight);
+    ScratchVector<uint16_t> work = AllocZeroed<uint16_t>(frameWidth, frameHeight);
     const FrameView<uint16_t> frame(work.data(), frameWidth, frameHeight);
     for (int32_t x = 0; x <= frameWidth / 2 && x < frameWidth; ++x) {
         const int32_t hiddenRows = std::min(outline.HiddenRowsAtLeft(x), frameHeight);
@@ -34,9 +34,9 @@ std::vector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t ori
     if (orientation == kTurnedClockwise || orientation == kTurnedCounterclockwise) {
         std::swap(frameWidth, frameHeight);
     }
-    const std::vector<std::byte> crop = CropBuffer(work.data(), frameWidth, frameHeight, cutLeft, cutTop,
-                                                   width, height, ElementType::Unsigned16);
-    std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
+    const ScratchVector<std::byte> crop = CropBuffer(work.data(), frameWidth, frameHeight, cutLeft, cutTop,
+                                                     width, height, ElementType::Unsigned16);
+    ScratchVector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
     if (!crop.empty()) std::memcpy(mask.data(), crop.data(), crop.size());
     return mask;
 }

@@ -8,6 +8,7 @@
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "sensor/SpotPower.h"
 
@@ -122,7 +123,7 @@ void ApplySpotCorrection(uint16_t* frame, int32_t maskSize, int32_t width, int32
     const SpotPowerVariant& power = FastestOf(SpotPowerVariants());
     MovingSquare square(maskSize, width, height);
     const auto lineLength = static_cast<size_t>(width);
-    std::vector<uint16_t> kept(static_cast<size_t>(square.SeenRows()) * lineLength);
+    ScratchVector<uint16_t> kept(static_cast<size_t>(square.SeenRows()) * lineLength);
     const auto inverseRow = [&](int32_t y) {
         return kept.data() + static_cast<size_t>(y % square.SeenRows()) * lineLength;
     };

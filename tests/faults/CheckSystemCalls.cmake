@@ -8,6 +8,8 @@ set(harmless
     __cxa_atexit __cxa_finalize __errno_location __libc_single_threaded stderr
     # Descriptors and locks of this process, which only a mistake of ours could make fail.
     close pthread_mutex_lock pthread_mutex_unlock pthread_setcancelstate
+    # Large blocks that go back, and a hint where they lie.
+    madvise munmap
     # A text to a person, whose loss has no effect.
     fwrite
     # Who and when.

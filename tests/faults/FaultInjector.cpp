@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <pthread.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -85,6 +86,13 @@ extern "C" {
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*), void* argument) {
     static auto* const behind = Behind<decltype(pthread_create)>("pthread_create");
     return Fails(FaultKind::Threads, "pthread_create") ? EAGAIN : behind(thread, attributes, run, argument);
+}
+
+void* mmap(void* place, size_t size, int protection, int flags, int file, off_t at) {
+    static auto* const behind = Behind<decltype(mmap)>("mmap");
+    if (!Fails(FaultKind::Memory, "mmap")) return behind(place, size, protection, flags, file, at);
+    errno = ENOMEM;
+    return MAP_FAILED;
 }
 
 // A function that gives -1 for a failure: its parameters, its arguments, and why it fails.

@@ -7,7 +7,7 @@ namespace vastrelline {
 
 // What the system refuses.
 enum class FaultKind {
-    Memory,   // malloc and its kin, and so every operator new
+    Memory,   // malloc and its kin, and so every operator new; large blocks straight from the system
     Files,    // everything that opens, reads, writes, asks about, renames, makes or removes files and folders
     Threads,  // the start of a thread
 };

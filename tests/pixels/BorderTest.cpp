@@ -10,6 +10,7 @@
 #include "pixels/Border.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/ToVector.h"
 
 namespace vastrelline {
 namespace {
@@ -19,7 +20,7 @@ constexpr auto kCentred = BorderMode::BorderCentred;
 constexpr auto kNoMode = static_cast<BorderMode>(2);
 
 Frame Extended(const Frame& source, int32_t padWidth, int32_t padHeight, BorderMode mode) {
-    std::optional<std::vector<uint16_t>> padded =
+    std::optional<ScratchVector<uint16_t>> padded =
         ExtendImage(source.Data(), source.width, source.height, padWidth, padHeight, mode);
     if (!padded) throw std::logic_error("no extended image");
     return {source.width + padWidth, source.height + padHeight, *padded};
@@ -79,7 +80,7 @@ TEST(ExtendImage, WithoutPadsGivesAFreshCopy) {
         const auto copy = ExtendImage(source.Data(), 3, 2, 0, 0, mode);
         ASSERT_TRUE(copy.has_value());
         EXPECT_NE(copy->data(), source.Data());
-        EXPECT_EQ(*copy, source.pixels);
+        EXPECT_EQ(ToVector(*copy), source.pixels);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "pixels/OwnedFrame.h"
+#include "support/ToVector.h"
 
 namespace vastrelline {
 namespace {
@@ -21,7 +22,7 @@ TEST(OwnedFrame, ItsViewShowsItsPixelsRowByRow) {
 TEST(OwnedFrame, WhatIsWrittenThroughItsViewIsKept) {
     OwnedFrame frame{2, 2, {1, 2, 3, 4}};
     frame.View().Row(1)[0] = 9;
-    EXPECT_EQ(frame.pixels, (std::vector<uint16_t>{1, 2, 9, 4}));
+    EXPECT_EQ(ToVector(frame.pixels), (std::vector<uint16_t>{1, 2, 9, 4}));
 }
 
 TEST(OwnedFrame, TheViewOfAConstantFrameIsReadOnly) {

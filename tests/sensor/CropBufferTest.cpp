@@ -11,6 +11,7 @@
 #include "sensor/CropBuffer.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/ToVector.h"
 
 namespace vastrelline {
 namespace {
@@ -32,8 +33,9 @@ class CropBufferTest : public testing::TestWithParam<CropCase> {};
 TEST_P(CropBufferTest, CutsARectangleAndIsZeroOutside) {
     const Frame source = FromRows({{1, 2, 3}, {4, 5, 6}});
     const Frame& expected = GetParam().crop;
-    const std::vector<std::byte> bytes = CropBuffer(source.Data(), 3, 2, GetParam().left, GetParam().top,
-                                                    expected.width, expected.height, ElementType::Unsigned16);
+    const ScratchVector<std::byte> bytes =
+        CropBuffer(source.Data(), 3, 2, GetParam().left, GetParam().top, expected.width, expected.height,
+                   ElementType::Unsigned16);
     Frame crop(expected.width, expected.height);
     ASSERT_EQ(bytes.size(), crop.pixels.size() * sizeof(uint16_t));
     if (!bytes.empty()) std::memcpy(crop.Data(), bytes.data(), bytes.size());
@@ -61,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
 // The element (2, 1) of a 3 by 2 buffer, cut out as a 1 by 1 buffer.
 template <typename Element>
 Element LastOfSix(ElementType type, const std::vector<Element>& six) {
-    const std::vector<std::byte> bytes = CropBuffer(six.data(), 3, 2, 2, 1, 1, 1, type);
+    const ScratchVector<std::byte> bytes = CropBuffer(six.data(), 3, 2, 2, 1, 1, 1, type);
     Element element{};
     EXPECT_EQ(bytes.size(), sizeof element);
     std::memcpy(&element, bytes.data(), sizeof element);
@@ -81,7 +83,8 @@ TEST(CropBuffer, UnknownTypesReadAsZeros) {
 }
 
 TEST(CropBuffer, EmptySourcesGiveZeros) {
-    EXPECT_EQ(CropBuffer(nullptr, 0, 0, 0, 0, 2, 1, ElementType::Unsigned8), std::vector<std::byte>(2));
+    EXPECT_EQ(ToVector(CropBuffer(nullptr, 0, 0, 0, 0, 2, 1, ElementType::Unsigned8)),
+              std::vector<std::byte>(2));
 }
 
 TEST(CropBuffer, RefusesSizesThatNoBufferHas) {

@@ -25,7 +25,7 @@ constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 // How many pixels are hidden in each column of a full frame, from the bottom up; no pixel above a gap.
 std::vector<int32_t> HiddenRows(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
                                 int32_t cutOffRight) {
-    const std::optional<std::vector<uint16_t>> pixels =
+    const std::optional<ScratchVector<uint16_t>> pixels =
         BuildRoundCornerMask(frameWidth, frameHeight, cutOff, cutOffRight, 0, 0, 0, frameWidth, frameHeight);
     EXPECT_TRUE(pixels.has_value());
     if (!pixels) return {};
@@ -234,7 +234,7 @@ TEST_P(OrientationTest, PutsTheCornersAtTheirSideOfAFrameCutUnevenly) {
                                          SideOfCorners(GetParam().rotation, GetParam().flip), kCutOff)
                                     ? M
                                     : uint16_t{0};
-    const std::optional<std::vector<uint16_t>> mask = BuildRoundCornerMask(
+    const std::optional<ScratchVector<uint16_t>> mask = BuildRoundCornerMask(
         kFullWidth, kFullHeight, kCutOff, 0, ComputeOrientationCode(GetParam().rotation, GetParam().flip),
         kCutLeft, kCutTop, expected.width, expected.height);
     ASSERT_TRUE(mask.has_value());
@@ -273,7 +273,7 @@ TEST(RoundCornerMask, MarksWhatTheDrawnFullFrameHas) {
                             constexpr int32_t kHeight = 17;
                             Frame mask(kWidth, kHeight + 1);
                             MarkRoundCorners(mask.Data(), kWidth, kHeight, outline, code, left, top);
-                            const std::vector<uint16_t> drawn =
+                            const ScratchVector<uint16_t> drawn =
                                 DrawRoundCorners(outline, code, left, top, kWidth, kHeight);
                             ASSERT_TRUE(std::equal(drawn.begin(), drawn.end(), mask.pixels.begin()))
                                 << full.width << " x " << full.height << ", " << cutOff << ", " << cutOffRight

@@ -32,6 +32,11 @@ struct Frame {
         pixels.shrink_to_fit();
     }
 
+    // The same with pixels from elsewhere.
+    template <typename Allocator>
+    Frame(int32_t frameWidth, int32_t frameHeight, const std::vector<uint16_t, Allocator>& framePixels)
+        : Frame(frameWidth, frameHeight, std::vector<uint16_t>(framePixels.begin(), framePixels.end())) {}
+
     uint16_t& At(int32_t x, int32_t y) { return pixels.at(IndexOf(x, y)); }
     uint16_t At(int32_t x, int32_t y) const { return pixels.at(IndexOf(x, y)); }
     uint16_t* Data() { return pixels.data(); }

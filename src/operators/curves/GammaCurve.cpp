@@ -6,7 +6,7 @@
 
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
 
@@ -90,7 +90,8 @@ GammaShape FindGammaShape(TonedFrame& frame, int32_t maxValue, int32_t outputRan
 
 GammaCurve MakeGammaTable(const GammaShape& shape, int32_t maxValue) {
     assert(0 <= maxValue && maxValue <= kTopPixel);
-    GammaCurve curve{shape.Low(), shape.High(), AllocZeroed<uint16_t>(maxValue + 1, 1)};
+    GammaCurve curve{shape.Low(), shape.High(),
+                     std::vector<uint16_t>(CountElements<uint16_t>(maxValue + 1, 1))};
     for (int32_t level = 0; level <= maxValue; ++level)
         curve.table[static_cast<size_t>(level)] = shape.EntryAt(level);
     return curve;

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "operators/histogram/PixelRange.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -117,7 +117,7 @@ std::vector<int32_t> BuildStretchCurve(int32_t minLevel, int32_t maxLevel, int32
         if (level < shape.right) return ramp.EntryAt(level);
         return level <= maxLevel ? Limit(bright.EntryAt(level), outTop) : aboveMax;
     };
-    std::vector<int32_t> table = AllocZeroed<int32_t>(maxValue + 1, 1);
+    std::vector<int32_t> table(CountElements<int32_t>(maxValue + 1, 1));
     for (int32_t level = 0; level <= maxValue; ++level) table[static_cast<size_t>(level)] = entryAt(level);
     return table;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "operators/median/MedianFilter.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -86,8 +87,8 @@ public:
         : seen_(seen),
           windowHeight_(windowHeight),
           groups_(groups),
-          below_(seen.width * (groups.Count() + 1)),
-          first_(seen.width * groups.Count()),
+          below_(seen.width * (groups.Count() + 1), 0),
+          first_(seen.width * groups.Count(), 0),
           sorted_(seen.width * seen.height) {
         // So many columns at once that a line of the cache is read whole, and their lists stay in it.
         constexpr size_t kColumnsAtOnce = 32;
@@ -153,9 +154,9 @@ private:
     size_t windowHeight_;
     const LevelGroups& groups_;
     size_t top_ = 0;
-    std::vector<uint16_t> below_;   // by column and group, one group more; a window has below 2^16 rows
-    std::vector<uint32_t> first_;   // likewise, without the one more: where the list in the window begins
-    std::vector<uint16_t> sorted_;  // the ranks of each column by group, inside it by row
+    ScratchVector<uint16_t> below_;   // by column and group, one group more; a window has below 2^16 rows
+    ScratchVector<uint32_t> first_;   // likewise, without the one more: where the list in the window begins
+    ScratchVector<uint16_t> sorted_;  // the ranks of each column by group, inside it by row
 };
 
 // The window that moves over a strip, and what is known of each group in it.

@@ -1,7 +1,8 @@
 #include "operators/median/MedianSchedule.h"
 
 #include <algorithm>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -17,7 +18,7 @@ void RunMedianSchedule(const MedianCall& call, std::span<const MedianKernel> ker
         FilterMedianCounted(call);
         return;
     }
-    std::vector<uint16_t> scratch(scratchPixels);
+    ScratchVector<uint16_t> scratch(scratchPixels);
     kernel->run(call, scratch.data());
 }
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
 
 #include "operators/median/MedianFilter.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -26,7 +26,7 @@ void FilterInPlace(const FrameView<uint16_t>& frame, int32_t windowWidth, int32_
     const int32_t half = windowHeight / 2;
     const int32_t rowsInBand = std::max(kLeastRowsInBand, windowHeight);
     const size_t sharedPixels = static_cast<size_t>(2 * half) * stride;
-    std::vector<uint16_t> before;  // the rows from first - half to last + half, as they came
+    ScratchVector<uint16_t> before;  // the rows from first - half to last + half, as they came
     int32_t copiedRows = 0;
     for (int32_t first = half; first < frame.Height() - half; first += rowsInBand) {
         const int32_t last = std::min(first + rowsInBand, frame.Height() - half) - 1;

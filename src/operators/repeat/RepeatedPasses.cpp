@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -34,7 +35,7 @@ private:
     FrameView<uint16_t> frame_;
     int32_t step_ = 1;
     bool mayBeStill_ = false;
-    std::vector<uint16_t> kept_;  // every step_-th row
+    ScratchVector<uint16_t> kept_;  // every step_-th row
 };
 
 }  // namespace
@@ -47,7 +48,7 @@ void RepeatPasses(const FrameView<uint16_t>& frame, int32_t count, const std::fu
     constexpr int32_t kFirstMark = 8;
     if (frame.Count() == 0) return;
     StillnessWatch watch(frame);
-    std::vector<uint16_t> mark;
+    ScratchVector<uint16_t> mark;
     int32_t markedAt = 0;
     for (int32_t done = 0; done < count; ++done) {
         if (done > markedAt && !mark.empty() && std::equal(mark.begin(), mark.end(), frame.begin())) {

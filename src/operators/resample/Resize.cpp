@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <optional>
-#include <vector>
 
 #include "operators/separable/GaussPlan.h"
 #include "operators/separable/SeparableFilter.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/Border.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
@@ -37,7 +36,7 @@ std::optional<OwnedFrame> ShrinkByFactor(const uint16_t* source, int32_t width, 
     const int32_t padHeight = PadToMultiple(height, factor);
     if (IsBeyondPixelLimit(width, height, padWidth, padHeight)) return std::nullopt;
     if (padWidth == 0 && padHeight == 0) return ResizeBilinear(source, width, height, 1.0 / factor);
-    const std::optional<std::vector<uint16_t>> padded =
+    const std::optional<ScratchVector<uint16_t>> padded =
         ExtendImage(source, width, height, padWidth, padHeight, BorderMode::BorderTrailing);
     return ResizeBilinear(padded->data(), width + padWidth, height + padHeight, 1.0 / factor);
 }
@@ -69,7 +68,7 @@ std::span<const ResizeVariant> ResizeVariants() { return AllowedVariants(kVarian
 OwnedFrame ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale) {
     const int32_t resultWidth = TruncateToInt32(width * scale);
     const int32_t resultHeight = TruncateToInt32(height * scale);
-    OwnedFrame result{resultWidth, resultHeight, AllocZeroed<uint16_t>(resultWidth, resultHeight)};
+    OwnedFrame result{resultWidth, resultHeight, AllocFrame<uint16_t>(resultWidth, resultHeight)};
     if (!result.pixels.empty()) {
         FastestOf(ResizeVariants())
             .run({source, width, height, scale, result.pixels.data(), resultWidth, resultHeight});

@@ -17,7 +17,7 @@ namespace vastrelline {
 // Edges     a place on the last source row or column takes the source pixel at its whole part, without
 //           interpolation in either direction; a place outside gives 0
 // Rounding  truncation toward zero of a sum in doubles
-// Errors    std::length_error as AllocZeroed
+// Errors    std::length_error as CountElements
 OwnedFrame ResizeBilinear(const uint16_t* source, int32_t width, int32_t height, double scale);
 
 // Smooths a frame, in place, by a Gaussian at reduced resolution.

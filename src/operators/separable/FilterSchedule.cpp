@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "pixels/FrameLimits.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -42,7 +43,7 @@ private:
     }
 
     const FilterCall& call_;
-    std::vector<uint16_t> kept_;  // the first rows of a wrapped frame, unfiltered
+    ScratchVector<uint16_t> kept_;  // the first rows of a wrapped frame, unfiltered
     int32_t keptRows_ = 0;
 };
 
@@ -63,7 +64,7 @@ public:
 
 private:
     const RowFilterCall& call_;
-    std::vector<uint16_t> result_;
+    ScratchVector<uint16_t> result_;
 };
 
 template <typename Rows>
@@ -77,7 +78,7 @@ public:
           half_(size_ / 2),
           capacity_(size_ + kRowsAtOnce - 1),
           stride_(FilteredRowStride(call.width, kernels.slack)),
-          line_(static_cast<size_t>(call.width + size_ + kernels.slack)),
+          line_(static_cast<size_t>(call.width + size_ + kernels.slack), 0.0),
           ring_(static_cast<size_t>(RingRows()) * stride_),
           seen_(static_cast<size_t>(capacity_)),
           window_(static_cast<size_t>(capacity_)) {}
@@ -150,8 +151,8 @@ private:
     int32_t half_;
     int32_t capacity_;                   // rows that four rows of the result see
     size_t stride_;                      // doubles from one row of the ring to the next
-    std::vector<double> line_;           // one row of pixels with what lies beyond its edges
-    std::vector<double> ring_;           // the filtered rows in use
+    ScratchVector<double> line_;         // one row of pixels with what lies beyond its edges
+    ScratchVector<double> ring_;         // the filtered rows in use
     std::vector<const double*> seen_;    // where each row in use lies in the ring
     std::vector<const double*> window_;  // the same, in order
     int32_t filtered_ = 0;               // rows filtered so far

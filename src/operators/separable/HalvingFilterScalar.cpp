@@ -1,13 +1,13 @@
 #include <cstddef>
-#include <vector>
 
 #include "operators/separable/HalvingFilter.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
 void FilterAndHalveScalar(const HalvingCall& call) {
     const auto width = static_cast<size_t>(call.width);
-    std::vector<uint16_t> filtered(call.source, call.source + width * static_cast<size_t>(call.height));
+    ScratchVector<uint16_t> filtered(call.source, call.source + width * static_cast<size_t>(call.height));
     FilterFrameScalar({filtered.data(), call.width, call.height, call.maxValue, call.kernel, call.edges});
     uint16_t* result = call.result;
     for (int32_t y = 0; y < call.height / 2; ++y) {

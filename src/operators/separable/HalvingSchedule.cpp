@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "operators/separable/FilterSchedule.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -87,10 +88,10 @@ private:
     int32_t size_;
     int32_t half_;
     int32_t resultWidth_;
-    size_t stride_;              // doubles from one row of the ring to the next
-    std::vector<double> evens_;  // one row of pixels with what lies beyond its edges: places 0, 2, ...
-    std::vector<double> odds_;   // places 1, 3, ...
-    std::vector<double> ring_;   // the filtered rows in use
+    size_t stride_;               // doubles from one row of the ring to the next
+    std::vector<double> evens_;   // one row of pixels with what lies beyond its edges: places 0, 2, ...
+    std::vector<double> odds_;    // places 1, 3, ...
+    ScratchVector<double> ring_;  // the filtered rows in use
     std::vector<const double*> window_;  // those that a row of the result sees, in order
     int32_t next_;                       // the key of the next row to filter
 };

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cstddef>
-#include <vector>
 
 #include "operators/separable/SeparableFilter.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -24,7 +24,7 @@ void FilterFrameScalar(const FilterCall& call) {
     const auto at = [&](int32_t x, int32_t y) {
         return static_cast<size_t>(y) * static_cast<size_t>(call.width) + static_cast<size_t>(x);
     };
-    std::vector<double> intermediate(at(0, call.height));
+    ScratchVector<double> intermediate(at(0, call.height));
     for (int32_t y = 0; y < call.height; ++y) {
         for (int32_t x = 0; x < call.width; ++x) {
             double sum = 0.0;

@@ -5,6 +5,7 @@
 #include "operators/tile_equalise/ClaheTiles.h"
 #include "operators/tile_equalise/TileCurve.h"
 #include "pixels/Border.h"
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -20,7 +21,7 @@ struct Corners {
 
 // The padded frame and how its pixels fall into bins.
 struct Padded {
-    std::vector<uint16_t> pixels;
+    ScratchVector<uint16_t> pixels;
     size_t width;
     std::vector<uint16_t> binOfLevel;
 };
@@ -76,7 +77,7 @@ void ClaheTilesScalar(const ClaheCall& call) {
     const auto padRight = static_cast<int32_t>(call.padRight);
     const auto padBottom = static_cast<int32_t>(call.padBottom);
     Padded padded{ExtendImage(call.pixels, width, height, padRight, padBottom, BorderMode::BorderTrailing)
-                      .value_or(std::vector<uint16_t>()),
+                      .value_or(ScratchVector<uint16_t>()),
                   call.width + call.padRight, std::vector<uint16_t>(0x10000)};
     const uint32_t tileWidth = (call.width + call.padRight) / call.tilesX;
     const uint32_t tileHeight = (call.height + call.padBottom) / call.tilesY;

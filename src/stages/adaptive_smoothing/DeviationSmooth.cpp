@@ -6,6 +6,7 @@
 #include "operators/histogram/Histogram.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "stages/adaptive_smoothing/LocalDeviation.h"
 
 namespace vastrelline {
@@ -19,13 +20,13 @@ constexpr uint32_t kMostPixelsIgnored = 200;
 constexpr double kFinalSigma = 0.5;
 
 struct DeviationLevels {
-    std::vector<uint16_t> levels;  // of the pixels
-    int32_t limit = 0;             // the level of full deviation
+    ScratchVector<uint16_t> levels;  // of the pixels
+    int32_t limit = 0;               // the level of full deviation
 };
 
 DeviationLevels MeasureDeviation(const FrameView<const uint16_t>& image, int32_t radius) {
     DeviationLevels result;
-    result.levels.resize(image.Count());
+    result.levels.assign(image.Count(), 0);
     QuantiseDeviation({image.begin(), image.Width(), image.Height(), radius, result.levels.data()});
     const std::vector<uint32_t> histogram =
         BuildHistogram(result.levels.data(), image.Width(), image.Height(), kTopDeviationLevel);
@@ -78,7 +79,7 @@ void DeviationWeightedSmooth(uint16_t* image, int32_t width, int32_t height, int
     const DeviationLevels deviation = MeasureDeviation({image, width, height}, kDeviationRadius);
     std::vector<double> weights = MakeLevelWeights(deviation.limit);
     ApplyThreshold(thresholdPercent, weights);
-    std::vector<uint16_t> smooth(frame.begin(), frame.end());
+    ScratchVector<uint16_t> smooth(frame.begin(), frame.end());
     GaussFilterReplicate(smooth.data(), width, height, maxValue, sigma);
     BlendByLevel(
         {image, smooth.data(), deviation.levels.data(), weights, static_cast<int64_t>(frame.Count())});

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <vector>
 
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/adaptive_smoothing/BandMean.h"
 #include "stages/adaptive_smoothing/LocalDeviation.h"
@@ -20,8 +20,8 @@ double SquareOf(uint16_t pixel) { return static_cast<int32_t>(uint32_t{pixel} * 
 void LocalDeviation(const uint16_t* image, const double* squares, double* output, int32_t width,
                     int32_t height, int32_t radius, int32_t top, int32_t bottom) {
     const FrameView<double> deviations(output, width, height);
-    std::vector<double> squareMeans(deviations.Count());
-    std::vector<double> means(deviations.Count());
+    ScratchVector<double> squareMeans(deviations.Count(), 0.0);
+    ScratchVector<double> means(deviations.Count(), 0.0);
     BandMeanDoubles(squares, squareMeans.data(), width, height, top, bottom, radius);
     BandMeanPixels(image, means.data(), width, height, top, bottom, radius);
     const FrameView<const double> squareMeanFrame(squareMeans.data(), width, height);
@@ -37,8 +37,8 @@ void LocalDeviation(const uint16_t* image, const double* squares, double* output
 
 void QuantiseDeviationScalar(const DeviationCall& call) {
     const FrameView<const uint16_t> image(call.image, call.width, call.height);
-    std::vector<double> deviations(image.Count());
-    std::vector<double> squares(image.Count());
+    ScratchVector<double> deviations(image.Count(), 0.0);
+    ScratchVector<double> squares(image.Count(), 0.0);
     std::transform(image.begin(), image.end(), squares.begin(), SquareOf);
     LocalDeviation(call.image, squares.data(), deviations.data(), call.width, call.height, call.radius,
                    call.radius, call.height - call.radius - 1);

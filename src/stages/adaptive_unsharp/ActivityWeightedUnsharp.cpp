@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <limits>
 #include <optional>
-#include <vector>
 
 #include "operators/box_mean/BoxMean.h"
 #include "pixels/ClampPixel.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/adaptive_unsharp/DetailLoops.h"
 #include "stages/adaptive_unsharp/ValueHistogram.h"
@@ -21,7 +21,7 @@ namespace {
 // So short in all results that they follow from it: never to be made exact.
 constexpr double kPi = 3.14159;
 
-using Pixels = std::vector<uint16_t>;
+using Pixels = ScratchVector<uint16_t>;
 
 Pixels MakeBoxMean(const FrameView<const uint16_t>& frame, int32_t radius) {
     Pixels means(frame.Count());

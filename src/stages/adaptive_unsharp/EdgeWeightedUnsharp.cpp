@@ -8,6 +8,7 @@
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "stages/adaptive_unsharp/DetailLoops.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
 
@@ -49,8 +50,8 @@ void EdgeWeightedUnsharp(uint16_t* image, int32_t width, int32_t height, int32_t
                          double ratio, int32_t noise, int32_t reduce) {
     const FrameView<uint16_t> frame(image, width, height);
     if (frame.Count() == 0) return;
-    const std::vector<uint16_t> original(frame.begin(), frame.end());
-    std::vector<uint16_t> base = original;
+    const ScratchVector<uint16_t> original(frame.begin(), frame.end());
+    ScratchVector<uint16_t> base = original;
     SmoothBase({base.data(), width, height}, maxValue, sigma, reduce);
     SobelMagnitudeInPlace(image, width, height);
     const auto [smallest, largest] = FindPixelRange(image, width, height);

@@ -9,6 +9,7 @@
 #include "operators/histogram/PixelRange.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/adaptive_unsharp/DetailLoops.h"
 
@@ -19,7 +20,7 @@ namespace {
 int16_t LowBitsSigned(int32_t value) { return static_cast<int16_t>(LowBits16(value)); }
 
 // What each detail value from lo to hi puts on the smoothed frame.
-std::vector<double> BuildEnhancedDetail(const std::vector<uint16_t>& detail, int32_t width, int32_t height,
+std::vector<double> BuildEnhancedDetail(const ScratchVector<uint16_t>& detail, int32_t width, int32_t height,
                                         double ratio, int32_t noise) {
     constexpr double kTailWeight = 8.0;
     const auto [lo, hi] = FindPixelRange(detail.data(), width, height);
@@ -80,9 +81,9 @@ void ShapeDetail(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     constexpr double kSigmaOfMask = 6.0;
     const FrameView<uint16_t> frame(pixels, width, height);
     if (frame.Count() == 0) return;
-    std::vector<uint16_t> smooth(frame.begin(), frame.end());
+    ScratchVector<uint16_t> smooth(frame.begin(), frame.end());
     GaussFilterReplicate(smooth.data(), width, height, maxValue, sigma);
-    std::vector<uint16_t> detail(frame.Count());
+    ScratchVector<uint16_t> detail(frame.Count());
     const DetailLoops& loops = *FastestOf(DetailVariants()).run;
     loops.scaleDetail(pixels, smooth.data(), frame.Count(), detail.data());
     const std::vector<double> enhanced = BuildEnhancedDetail(detail, width, height, ratio, noise);

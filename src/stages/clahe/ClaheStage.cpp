@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include "config/ConfiguredState.h"
 #include "operators/tile_equalise/ClaheFrame.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "report/StageReport.h"
 #include "stages/clahe/ClaheParams.h"
 #include "stages/clahe/DarkArea.h"
@@ -36,9 +35,9 @@ void RunClaheStage(uint16_t* pixels, int32_t width, int32_t height, int32_t /*pi
 void RunClahe(uint16_t* pixels, int32_t width, int32_t height, int32_t pixelCount, int32_t maxValue,
               int32_t& dumpCounter, LogFile& log, const FixedSettings& settings) {
     const StageReport report = StageReport::BeginFixed(log, dumpCounter, settings);
-    std::vector<uint16_t> before = AllocZeroed<uint16_t>(width, height);
+    ScratchVector<uint16_t> before = AllocFrame<uint16_t>(width, height);
     const size_t known = std::min(before.size(), static_cast<size_t>(std::max(pixelCount, 0)));
-    std::copy_n(pixels, known, before.begin());
+    std::fill(std::copy_n(pixels, known, before.begin()), before.end(), uint16_t{0});
     ClaheFrame(pixels, width, height, maxValue, settings.BLOCK_SIZE, settings.HISTO_BINS, settings.MAX_SLOPE);
     report.DumpBeside(L"%02d_clahe_00.raw", before.data(), width, height);
     report.DumpBeside(L"%02d_clahe_01.raw", pixels, width, height);

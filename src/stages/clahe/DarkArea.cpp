@@ -8,7 +8,7 @@
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/SmoothedCopy.h"
 #include "operators/separable/SeparableFilter.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
@@ -43,7 +43,7 @@ void CorrectDarkArea(uint16_t* pixels, const uint16_t* before, int32_t width, in
     constexpr double kWholeMask = 127.0;  // from here on the earlier value counts alone
     const FrameView<uint16_t> frame(pixels, width, height);
     const int32_t threshold = DarkThreshold({pixels, width, height}, maxValue);
-    std::vector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
+    ScratchVector<uint16_t> mask = AllocFrame<uint16_t>(width, height);
     bool hasDark = false;
     for (size_t i = 0; i < mask.size(); ++i) {
         const bool isDark = frame.begin()[i] < threshold;

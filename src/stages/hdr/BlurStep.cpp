@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <numbers>
 
+#include "pixels/ScratchVector.h"
+
 namespace vastrelline {
 
 namespace {
@@ -91,11 +93,11 @@ void MakeStepRow(const BlurStep& step, const float* oldRows, int32_t width, int3
 }
 
 // In strips so narrow that the old rows of a new one stay in the cache for the next.
-std::vector<float> ApplyStep(const BlurStep& step, const float* oldRows, int32_t width,
-                             const FusionKernels& kernels) {
+ScratchVector<float> ApplyStep(const BlurStep& step, const float* oldRows, int32_t width,
+                               const FusionKernels& kernels) {
     constexpr int32_t kStrip = 256;
     const auto stride = static_cast<size_t>(width);
-    std::vector<float> newRows(step.firstRows.size() * stride);
+    ScratchVector<float> newRows(step.firstRows.size() * stride);
     std::vector<const float*> rows;
     for (int32_t x = 0; x < width; x += kStrip) {
         float* out = newRows.data() + x;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "pixels/ScratchVector.h"
 #include "stages/hdr/FusionKernels.h"
 
 namespace vastrelline {
@@ -35,7 +36,7 @@ void MakeStepRow(const BlurStep& step, const float* oldRows, int32_t width, int3
                  std::vector<const float*>& rows, const FusionKernels& kernels, float* out);
 
 // Makes all new rows.
-std::vector<float> ApplyStep(const BlurStep& step, const float* oldRows, int32_t width,
-                             const FusionKernels& kernels);
+ScratchVector<float> ApplyStep(const BlurStep& step, const float* oldRows, int32_t width,
+                               const FusionKernels& kernels);
 
 }  // namespace vastrelline

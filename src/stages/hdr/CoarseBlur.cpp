@@ -4,14 +4,16 @@
 #include <cstddef>
 #include <utility>
 
+#include "pixels/ScratchVector.h"
+
 namespace vastrelline {
 
 namespace {
 
 // Rows become columns. In squares that fit into the nearest cache on both sides.
-std::vector<float> Transpose(const float* rows, int32_t width, int32_t height) {
+ScratchVector<float> Transpose(const float* rows, int32_t width, int32_t height) {
     constexpr int32_t kSide = 32;
-    std::vector<float> columns(static_cast<size_t>(width) * static_cast<size_t>(height));
+    ScratchVector<float> columns(static_cast<size_t>(width) * static_cast<size_t>(height));
     for (int32_t top = 0; top < height; top += kSide) {
         for (int32_t left = 0; left < width; left += kSide) {
             const int32_t right = std::min(left + kSide, width);
@@ -35,7 +37,7 @@ CoarseBlur::CoarseBlur(const float* image, int32_t width, int32_t height, double
     : kernels_(kernels), width_(CountBlurredPlaces(width)) {
     std::vector<BlurStep> steps = MakeBlurSteps(height, sigma);
     const bool isDirect = steps.size() == 1;
-    std::vector<float> few;
+    ScratchVector<float> few;
     if (!isDirect) few = ApplyStep(steps.front(), image, width, kernels);
     const int32_t fewRows = isDirect ? height : steps.front().NewRows();
     few = Transpose(isDirect ? image : few.data(), width, fewRows);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "pixels/ScratchVector.h"
 #include "stages/hdr/BlurStep.h"
 #include "stages/hdr/FusionKernels.h"
 
@@ -20,7 +21,7 @@ public:
 private:
     const FusionKernels& kernels_;
     int32_t width_;
-    std::vector<float> rows_;  // blurred but for the last step along the columns
+    ScratchVector<float> rows_;  // blurred but for the last step along the columns
     BlurStep lastStep_;
     std::vector<const float*> seen_;
 };

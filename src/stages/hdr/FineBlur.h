@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "stages/hdr/FusionKernels.h"
 
 namespace vastrelline {
@@ -32,8 +33,8 @@ private:
     int32_t pairs_;
     std::vector<float> rowWeights_;
     std::vector<float> columnWeights_;
-    std::vector<float> line_;  // a row of the image with what it wraps around to on both sides
-    std::vector<float> kept_;  // filtered rows, round in a circle
+    std::vector<float> line_;    // a row of the image with what it wraps around to on both sides
+    ScratchVector<float> kept_;  // filtered rows, round in a circle
     std::vector<const float*> seen_;
     std::vector<float> blurred_;
     int32_t nextPlace_;

@@ -1,12 +1,12 @@
 #include "stages/hdr/HdrFrame.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "operators/histogram/PixelRange.h"
 #include "operators/tile_equalise/ClaheFrame.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "stages/hdr/LayerFusion.h"
 
 namespace vastrelline {
@@ -30,7 +30,7 @@ int32_t HdrFrame(uint16_t* pixels, int32_t width, int32_t height, int32_t maxVal
     constexpr int32_t kAlwaysOne = 1;
     if (width <= 0 || height <= 0 || !FitsInTiles(width, height, blockSize)) return kAlwaysOne;
     const FrameView<uint16_t> frame(pixels, width, height);
-    std::vector<uint16_t> normalImage(frame.begin(), frame.end());
+    ScratchVector<uint16_t> normalImage(frame.begin(), frame.end());
     const auto [smallest, max] = FindPixelRange(pixels, width, height);
     const int32_t min = std::min(maxValue, smallest);
     ClaheFrame(pixels, width, height, maxValue, blockSize, bins, clipLimit);

@@ -7,6 +7,7 @@
 
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/hdr/BlurStep.h"
 #include "stages/hdr/CoarseBlur.h"
@@ -118,7 +119,7 @@ private:
     FrameView<const uint16_t> hed_;
     const FusionKernels& kernels_;
     FusionMix mix_;
-    std::vector<float> sums_;
+    ScratchVector<float> sums_;
     // Of odd sizes, where the sums may be so large that all others differ in their last bits only.
     std::vector<double> lastRow_;
     std::vector<double> lastColumn_;

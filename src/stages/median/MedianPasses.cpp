@@ -1,10 +1,9 @@
 #include "stages/median/MedianPasses.h"
 
-#include <vector>
-
 #include "operators/median/MedianWindow.h"
 #include "operators/repeat/RepeatedPasses.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/median/RowBands.h"
 
@@ -21,7 +20,7 @@ void FilterRowBand(const RowBandJob& job) {
 }
 
 // before   room for the frame as it came
-void FilterSquareOnThreads(const FrameView<uint16_t>& frame, int32_t mask, std::vector<uint16_t>& before) {
+void FilterSquareOnThreads(const FrameView<uint16_t>& frame, int32_t mask, ScratchVector<uint16_t>& before) {
     const RowBandParameters parameters{frame.Width(), frame.Height(), static_cast<double>(mask)};
     // Half of the window that the threads work with: that of a mask of 0 or 1 would reach out of the frame.
     const int32_t half = WidenMedianMask(mask) / 2;
@@ -34,7 +33,7 @@ void FilterSquareOnThreads(const FrameView<uint16_t>& frame, int32_t mask, std::
 void FilterMedianPasses(uint16_t* pixels, int32_t width, int32_t height, const MedianParams& params) {
     const FrameView<uint16_t> frame(pixels, width, height);
     const int32_t mask = params.MEDIAN_SIZE;
-    std::vector<uint16_t> before;
+    ScratchVector<uint16_t> before;
     RepeatPasses(frame, params.MEDIAN_REPEAT, [&] {
         switch (params.MEDIAN_Mode) {
             case kRowsThenColumns:

@@ -3,6 +3,7 @@
 #include "operators/resample/Resize.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -22,10 +23,10 @@ constexpr AmplifyVariant kVariants[] = {
 
 std::span<const AmplifyVariant> AmplifyVariants() { return AllowedVariants(kVariants); }
 
-std::vector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
-                                       const PreContrastParams& params) {
+ScratchVector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                                         const PreContrastParams& params) {
     const FrameView<uint16_t> frame(pixels, width, height);
-    std::vector<uint16_t> smoothed(frame.begin(), frame.end());
+    ScratchVector<uint16_t> smoothed(frame.begin(), frame.end());
     if (params.PRECONTRAST_RESCALE > 1.0) {
         ReducedScaleGaussian(smoothed.data(), width, height, maxValue, params.PRECONTRAST_MASK,
                              TruncateToInt32(params.PRECONTRAST_RESCALE));

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
+#include "pixels/ScratchVector.h"
 #include "platform/InstructionSet.h"
 #include "platform/Variant.h"
 #include "stages/pre_contrast/PreContrastParams.h"
@@ -19,8 +19,8 @@ namespace vastrelline {
 //            the smoothing cannot run with leaves the smoothed frame equal to the frame
 // Edges      the edge pixels are repeated, but for a mask without reach: see GaussFilterReplicate
 // Returns    the smoothed frame, for those who want to look at it
-std::vector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
-                                       const PreContrastParams& params);
+ScratchVector<uint16_t> ApplyPreContrast(uint16_t* pixels, int32_t width, int32_t height, int32_t maxValue,
+                                         const PreContrastParams& params);
 
 // One amplification of what a frame has beyond its smoothed copy.
 struct AmplifyCall {

@@ -1,8 +1,7 @@
 #include "stages/pre_contrast/PreContrastStage.h"
 
-#include <vector>
-
 #include "config/ConfiguredState.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "report/StageReport.h"
 #include "stages/pre_contrast/PreContrast.h"
@@ -14,7 +13,7 @@ namespace {
 
 void RaiseContrast(uint16_t* image, int32_t width, int32_t height, int32_t maxValue,
                    const PreContrastParams& params, const StageReport& report, const wchar_t* stageLine) {
-    const std::vector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
+    const ScratchVector<uint16_t> smoothed = ApplyPreContrast(image, width, height, maxValue, params);
     report.DumpBeside(L"%02d_PreContrastGaussian.raw", smoothed.data(), width, height);
     report.Dump(L"%02d_PreContrast.raw", image, width, height);
     report.Log(stageLine,

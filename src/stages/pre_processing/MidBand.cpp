@@ -1,13 +1,13 @@
 #include "stages/pre_processing/MidBand.h"
 
 #include <cstddef>
-#include <vector>
 
 #include "operators/box_mean/BoxMean.h"
 #include "operators/resample/Resize.h"
 #include "operators/separable/GaussKernel.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/FrameView.h"
+#include "pixels/ScratchVector.h"
 #include "pixels/Truncate.h"
 #include "stages/pre_processing/MidBandLoops.h"
 
@@ -15,8 +15,8 @@ namespace vastrelline {
 
 namespace {
 
-void SmoothFrame(std::vector<uint16_t>& pixels, int32_t width, int32_t height, int32_t maxValue, double sigma,
-                 int32_t smoothing) {
+void SmoothFrame(ScratchVector<uint16_t>& pixels, int32_t width, int32_t height, int32_t maxValue,
+                 double sigma, int32_t smoothing) {
     constexpr double kLeastReducedSigma = 0.5;
     if (smoothing == kBoxSmoothing)
         BoxMeanInPlace(pixels.data(), width, height, MidBandRadius(sigma, width));
@@ -39,7 +39,7 @@ int32_t MidBandRadius(double sigma, int32_t width) {
 void MidBandBoost(uint16_t* buffer, int32_t width, int32_t height, int32_t maxValue,
                   const MidBandParams& params, int32_t smoothing) {
     const FrameView<uint16_t> frame(buffer, width, height);
-    std::vector<uint16_t> smoothed(frame.begin(), frame.end());
+    ScratchVector<uint16_t> smoothed(frame.begin(), frame.end());
     SmoothFrame(smoothed, width, height, maxValue, params.sigma, smoothing);
     // MapDetailPower would start from limits with which it does nothing, so the difference needs no image.
     FastestOf(MidBandVariants()).run->boost(buffer, smoothed.data(), frame.Count(), maxValue, params.gain);
@@ -49,9 +49,9 @@ void EnhanceMidBand(uint16_t* buffer, int32_t width, int32_t height, int32_t max
                     const MidBandParams& params) {
     constexpr double kFineSigma = 0.5;
     const FrameView<uint16_t> frame(buffer, width, height);
-    std::vector<uint16_t> smoothed(frame.begin(), frame.end());
+    ScratchVector<uint16_t> smoothed(frame.begin(), frame.end());
     GaussFilterReplicate(smoothed.data(), width, height, maxValue, kFineSigma);
-    std::vector<uint16_t> boosted = smoothed;
+    ScratchVector<uint16_t> boosted = smoothed;
     MidBandBoost(boosted.data(), width, height, maxValue, params, kBoxSmoothing);
     FastestOf(MidBandVariants())
         .run->addFine(buffer, smoothed.data(), boosted.data(), frame.Count(), maxValue);

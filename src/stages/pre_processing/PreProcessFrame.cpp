@@ -1,10 +1,9 @@
 #include "stages/pre_processing/PreProcessFrame.h"
 
 #include <cstddef>
-#include <vector>
 
 #include "operators/median/MedianWindow.h"
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/FrameView.h"
 #include "stages/pre_processing/MidBand.h"
 #include "stages/pre_processing/MidBandLoops.h"
@@ -17,10 +16,10 @@ void PreProcessFrame(uint16_t* image, int32_t width, int32_t height, int32_t max
     const size_t count = FrameView(image, width, height).Count();
     const MidBandLoops& loops = *FastestOf(MidBandVariants()).run;
     const uint16_t floor = loops.findFloor(image, count, kStartOfFloor);
-    std::vector<uint16_t> base = AllocZeroed<uint16_t>(width, height);
+    ScratchVector<uint16_t> base = AllocFrame<uint16_t>(width, height);
     // What was needed of the frame is known: its place takes the detail.
     {
-        std::vector<uint16_t> first = AllocZeroed<uint16_t>(width, height);
+        ScratchVector<uint16_t> first = AllocFrame<uint16_t>(width, height);
         Median3x3ToBuffer(image, first.data(), width, height);
         Median3x3ToBuffer(first.data(), base.data(), width, height);
         loops.subtract(first.data(), base.data(), count, image);

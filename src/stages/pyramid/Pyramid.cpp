@@ -49,7 +49,7 @@ public:
 
 private:
     const Level& level_;
-    std::vector<uint16_t> pair_;
+    ScratchVector<uint16_t> pair_;
     void (*double_)(const ResizeCall& call);
     int32_t made_ = -1;
 };
@@ -122,13 +122,13 @@ private:
         coarse.pixels.resize(FrameView(fine.pixels.data(), coarse.width, coarse.height).Count());
         GaussHalveReplicate(fine.pixels.data(), fine.width, fine.height, maxValue_, settings_.GAUSSIAN_SIZE,
                             coarse.pixels.data());
-        std::vector<uint16_t> expanded;  // for the observer only
+        ScratchVector<uint16_t> expanded;  // for the observer only
         Expand(coarse, true, [&](int32_t y, const uint16_t* row) {
             if (observer_ != nullptr)
                 TellIfPossible([&] { expanded.insert(expanded.end(), row, row + fine.width); });
             kernels_.subtract(fine.View().Row(y), row, static_cast<size_t>(fine.width));
         });
-        const auto show = [&](std::wstring_view nameFormat, const std::vector<uint16_t>& pixels) {
+        const auto show = [&](std::wstring_view nameFormat, const ScratchVector<uint16_t>& pixels) {
             ShowFrame(nameFormat, {band - 1, fine.width, fine.height}, pixels, fine);
         };
         show(L"PyramidProc_Gaussian%d_%dX%d.raw", expanded);
@@ -164,7 +164,7 @@ private:
     }
 
     void ShowFrame(std::wstring_view nameFormat, std::initializer_list<FormatArgument> numbers,
-                   const std::vector<uint16_t>& pixels, const Level& size) const {
+                   const ScratchVector<uint16_t>& pixels, const Level& size) const {
         if (observer_ == nullptr) return;
         // What memory was missing for is not all there.
         if (pixels.size() < FrameView(pixels.data(), size.width, size.height).Count()) return;

@@ -16,8 +16,8 @@ namespace vastrelline {
 namespace {
 
 Frame Resized(const Frame& source, double scale) {
-    OwnedFrame frame = ResizeBilinear(source.Data(), source.width, source.height, scale);
-    return {frame.width, frame.height, std::move(frame.pixels)};
+    const OwnedFrame frame = ResizeBilinear(source.Data(), source.width, source.height, scale);
+    return {frame.width, frame.height, frame.pixels};
 }
 
 TEST(ResizeBilinear, HalfTakesEveryOtherPixel) {
@@ -173,7 +173,7 @@ TEST(ReducedScaleGaussian, IsItsStepsAtEveryFactor) {
             const auto padded =
                 ExtendImage(frame.Data(), width, height, padWidth, padHeight, BorderMode::BorderTrailing);
             ASSERT_TRUE(padded.has_value());
-            Frame reduced = Resized({width + padWidth, height + padHeight, *padded}, 1.0 / factor);
+            Frame reduced = Resized(Frame(width + padWidth, height + padHeight, *padded), 1.0 / factor);
             GaussFilterReplicate(reduced.Data(), reduced.width, reduced.height, 4095, 3.0 / factor);
             const Frame enlarged = Resized(reduced, factor);
             Frame expected(width, height);

@@ -132,7 +132,7 @@ TEST(GaussFilter, ReplicatedIsTheSameAsExtendingFilteringAndCropping) {
             const int32_t pad = GaussMaskSize(sigma) - 1;
             Frame expected = Noise(width, height, kTwelveBits, 21);
             const Frame noise = expected;
-            std::optional<std::vector<uint16_t>> padded =
+            std::optional<ScratchVector<uint16_t>> padded =
                 ExtendImage(noise.Data(), width, height, pad, pad, BorderMode::BorderCentred);
             ASSERT_TRUE(padded);
             GaussFilterWrap(padded->data(), width + pad, height + pad, kTwelveBits, sigma);

@@ -10,6 +10,7 @@
 #include "stages/pre_contrast/PreContrast.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/ToVector.h"
 #include "support/VariantForms.h"
 
 namespace vastrelline {
@@ -70,7 +71,7 @@ TEST(PreContrast, MovesAwayFromTheSmoothedFrame) {
 
 TEST(PreContrast, GivesTheSmoothedFrame) {
     Frame frame = kBrightLeft;
-    EXPECT_EQ(ApplyPreContrast(frame.Data(), 8, 1, kTwelveBits, {1.0, 1.25, 1.0}),
+    EXPECT_EQ(ToVector(ApplyPreContrast(frame.Data(), 8, 1, kTwelveBits, {1.0, 1.25, 1.0})),
               (std::vector<uint16_t>{2798, 1201, 233, 17, 0, 0, 0, 0}));
 }
 

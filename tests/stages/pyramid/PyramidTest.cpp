@@ -34,8 +34,8 @@ Frame Processed(Frame frame, const PyramidParams& params, const PyramidForm& for
 }
 
 Frame Resized(const Frame& frame, double scale) {
-    OwnedFrame resized = ResizeBilinear(frame.Data(), frame.width, frame.height, scale);
-    return {resized.width, resized.height, std::move(resized.pixels)};
+    const OwnedFrame resized = ResizeBilinear(frame.Data(), frame.width, frame.height, scale);
+    return {resized.width, resized.height, resized.pixels};
 }
 
 Frame Smoothed(Frame frame, double sigma) {

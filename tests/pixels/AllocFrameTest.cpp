@@ -7,7 +7,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "pixels/AllocZeroed.h"
+#include "pixels/AllocFrame.h"
+#include "support/ToVector.h"
 
 namespace vastrelline {
 namespace {
@@ -21,11 +22,18 @@ using ElementTypes = testing::Types<uint16_t, int32_t, uint32_t, double>;
 TYPED_TEST_SUITE(AllocZeroedTest, ElementTypes);
 
 TYPED_TEST(AllocZeroedTest, GivesOneZeroForEachPixel) {
-    EXPECT_EQ(AllocZeroed<TypeParam>(3, 2), (std::vector<TypeParam>{0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(ToVector(AllocZeroed<TypeParam>(3, 2)), (std::vector<TypeParam>{0, 0, 0, 0, 0, 0}));
+}
+
+TYPED_TEST(AllocZeroedTest, BlockOfAnythingHasTheSameSizes) {
+    EXPECT_EQ(AllocFrame<TypeParam>(3, 2).size(), 6U);
+    EXPECT_TRUE(AllocFrame<TypeParam>(0, 5).empty());
+    EXPECT_THROW((void)AllocFrame<TypeParam>(-1, 5), std::length_error);
+    EXPECT_THROW((void)AllocFrame<TypeParam>(0x10001, 0x10000), std::length_error);
 }
 
 TYPED_TEST(AllocZeroedTest, TableOfHeightOneIsAsLongAsItsWidth) {
-    const std::vector<TypeParam> table = AllocZeroed<TypeParam>(4096, 1);
+    const ScratchVector<TypeParam> table = AllocZeroed<TypeParam>(4096, 1);
     EXPECT_EQ(table.size(), 4096U);
     EXPECT_TRUE(std::all_of(table.begin(), table.end(), [](TypeParam entry) { return entry == 0; }));
 }
