@@ -32,7 +32,10 @@ private:
     int32_t anchor_ = 0;
 };
 
-void VisitBothSides(MirrorFill& left, MirrorFill& right, int32_t width, int32_t first, int32_t last) {
+// Part of its callers: behind a call out of a vector form the compiler would leave the upper halves of vector
+// registers in use, and all plain code after it would wait for them.
+[[gnu::always_inline]] inline void VisitBothSides(MirrorFill& left, MirrorFill& right, int32_t width,
+                                                  int32_t first, int32_t last) {
     const int32_t centre = width / 2;
     for (int32_t i = first; i <= last; ++i) {
         left.Visit(centre - i);
