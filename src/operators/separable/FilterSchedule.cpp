@@ -149,8 +149,9 @@ private:
     Rows& rows_;
     int32_t size_;
     int32_t half_;
-    int32_t capacity_;                   // rows that four rows of the result see
-    size_t stride_;                      // doubles from one row of the ring to the next
+    int32_t capacity_;  // rows that four rows of the result see
+    size_t stride_;     // doubles from one row of the ring to the next
+    // No load of a vector from these is split by the end of a line of the cache, at one of which they begin.
     ScratchVector<double> line_;         // one row of pixels with what lies beyond its edges
     ScratchVector<double> ring_;         // the filtered rows in use
     std::vector<const double*> seen_;    // where each row in use lies in the ring

@@ -17,6 +17,11 @@ constexpr int32_t kColumnVectors = 2;
 TARGET inline Vector Zero() { return _mm256_setzero_pd(); }
 TARGET inline Vector Load(const double* place) { return _mm256_loadu_pd(place); }
 TARGET inline void Store(double* place, Vector value) { _mm256_storeu_pd(place, value); }
+// The vector at a place, which is `places` places into `first`, before `next`.
+template <int32_t places>
+TARGET inline Vector Shifted(const double* place, Vector /*first*/, Vector /*next*/) {
+    return Load(place);
+}
 TARGET inline Vector Broadcast(double value) { return _mm256_set1_pd(value); }
 TARGET inline Vector MultiplyAdd(Vector sum, Vector value, Vector tap) {
     return _mm256_add_pd(sum, _mm256_mul_pd(value, tap));

@@ -19,6 +19,12 @@ constexpr __mmask8 kAll = 0xFF;
 TARGET inline Vector Zero() { return _mm512_setzero_pd(); }
 TARGET inline Vector Load(const double* place) { return _mm512_loadu_pd(place); }
 TARGET inline void Store(double* place, Vector value) { _mm512_storeu_pd(place, value); }
+// The vector at a place, which is `places` places into `first`, before `next`.
+template <int32_t places>
+TARGET inline Vector Shifted(const double* /*place*/, Vector first, Vector next) {
+    return _mm512_castsi512_pd(
+        _mm512_maskz_alignr_epi64(kAll, _mm512_castpd_si512(next), _mm512_castpd_si512(first), places));
+}
 TARGET inline Vector Broadcast(double value) { return _mm512_set1_pd(value); }
 TARGET inline Vector MultiplyAdd(Vector sum, Vector value, Vector tap) {
     return _mm512_add_pd(sum, _mm512_mul_pd(value, tap));
