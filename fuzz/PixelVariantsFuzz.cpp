@@ -1,7 +1,7 @@
 // The kernels that take a row of pixels or go over a frame from the first pixel to the last (range,
-// clipped ramp, saturation cap, masked corners, pre-contrast, power of the spots, row of Sobel magnitudes)
-// with arguments from anywhere: every form of each list against its definition. The input's head are the
-// pixels, its tail picks the rest, so that a change of that leaves the pixels where they are.
+// clipped ramp, saturation cap, masked corners, dark area, pre-contrast, power of the spots, row of Sobel
+// magnitudes) with arguments from anywhere: every form of each list against its definition. The input's head
+// are the pixels, its tail picks the rest, so that a change of that leaves the pixels where they are.
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +15,7 @@
 #include "sensor/SaturationCap.h"
 #include "sensor/SpotPower.h"
 #include "stages/adaptive_unsharp/SobelMagnitude.h"
+#include "stages/clahe/DarkArea.h"
 #include "stages/pre_contrast/PreContrast.h"
 #include "support/EqualForms.h"
 #include "support/FuzzInput.h"
@@ -68,6 +69,21 @@ void TestMasked(const Rows& rows, uint16_t limit) {
         Guarded<uint16_t> row(rows.above);
         form.run->paint(row.Data(), mask.data(), mask.size(), limit);
         return row;
+    });
+}
+
+void TestDarkArea(const Rows& rows, uint16_t threshold, int32_t maxValue) {
+    RequireEqualForms(DarkAreaVariants(), [&](const DarkAreaVariant& form) {
+        Guarded<uint16_t> mask(rows.above.size());
+        form.run->mark(rows.above.data(), mask.Size(), threshold, mask.Data());
+        return mask;
+    });
+    std::vector<uint16_t> levels = rows.below;
+    for (uint16_t& level : levels) level %= 256;
+    RequireEqualForms(DarkAreaVariants(), [&](const DarkAreaVariant& form) {
+        Guarded<uint16_t> pixels(rows.above);
+        form.run->mix(pixels.Data(), rows.centre.data(), levels.data(), levels.size(), maxValue);
+        return pixels;
     });
 }
 
@@ -129,6 +145,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     TestRamp(rows, static_cast<uint16_t>(maxValue), static_cast<uint16_t>(peak),
              static_cast<uint16_t>(maxValue >> 16));
     TestMasked(rows, static_cast<uint16_t>(peak));
+    TestDarkArea(rows, static_cast<uint16_t>(peak), maxValue);
     TestAmplify(rows, maxValue, ratio);
     TestSobelRow(rows);
     TestSpotPower(rows, peak, steepness);

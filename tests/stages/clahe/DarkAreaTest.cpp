@@ -1,10 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <random>
+#include <utility>
+#include <vector>
 
 #include "stages/clahe/DarkArea.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
@@ -60,6 +66,78 @@ TEST(DarkArea, ValleyOfTheHistogramBoundsTheDark) {
         EXPECT_EQ(1000, corrected.At(1000, y));
         EXPECT_EQ(203, corrected.At(kWidth - 1, y));  // 1520 * 17 / 127 = 203.46
     }
+}
+
+TEST(DarkAreaVariants, AreThoseThatTheProcessorRuns) {
+    ExpectForms(DarkAreaVariants, {"scalar", "baseline", "avx2"});
+}
+
+TEST(DarkAreaVariants, TheLastOneRuns) {
+    Frame frame = Flat(9, 7, 100);
+    const Frame before = Noise(9, 7, kTwelveBits, 5);
+    ExpectLastFormRuns(DarkAreaVariants, 1, [&] {
+        CorrectDarkArea(frame.Data(), before.Data(), frame.width, frame.height, kTwelveBits);
+    });
+}
+
+TEST(DarkAreaVariants, EveryFormMarksWhatLiesBelow) {
+    for (const DarkAreaVariant& variant : DarkAreaVariants())
+        for (const int32_t count : {0, 1, 7, 16, 33, 100})
+            for (const uint16_t threshold : {uint16_t{0}, uint16_t{1}, uint16_t{1500}, uint16_t{65535}}) {
+                SCOPED_TRACE(testing::Message() << variant.name << ' ' << count << ' ' << threshold);
+                const uint16_t below = threshold == 0 ? 0 : static_cast<uint16_t>(threshold - 1);
+                Frame frame = Flat(count, 1, threshold);
+                Frame mask(count, 1);
+                EXPECT_FALSE(variant.run->mark(frame.Data(), frame.pixels.size(), threshold, mask.Data()));
+                EXPECT_THAT(mask, EqualsFrame(Flat(count, 1, 0)));
+                if (count == 0 || threshold == 0) continue;
+                Frame expected(count, 1);
+                for (int32_t x = count - 1; x >= 0; x -= 3) {
+                    frame.At(x, 0) = below;
+                    expected.At(x, 0) = 255;
+                }
+                EXPECT_TRUE(variant.run->mark(frame.Data(), frame.pixels.size(), threshold, mask.Data()));
+                EXPECT_THAT(mask, EqualsFrame(expected));
+            }
+}
+
+// Levels of a mask: all of one kind, the seams of areas, at random, and every level in turn.
+std::vector<Frame> MakeMasks(int32_t count, std::mt19937& random) {
+    std::vector<Frame> masks{Frame(count, 1), Flat(count, 1, 127), Flat(count, 1, 255), Flat(count, 1, 1)};
+    Frame& seams = masks.emplace_back(count, 1);
+    for (int32_t x = 0; x < count; ++x) seams.At(x, 0) = static_cast<uint16_t>(std::min(x / 40 * 64, 255));
+    Frame& any = masks.emplace_back(count, 1);
+    for (uint16_t& level : any.pixels) level = static_cast<uint16_t>(random() % 256);
+    Frame& turns = masks.emplace_back(count, 1);
+    for (int32_t x = 0; x < count; ++x) turns.At(x, 0) = static_cast<uint16_t>(x % 256);
+    // One level among others that a stretch is known by.
+    const std::pair<uint16_t, uint16_t> singles[] = {{255, 0}, {127, 126}, {0, 128}};
+    for (const auto& [level, single] : singles) {
+        Frame& one = masks.emplace_back(Flat(count, 1, level));
+        if (count != 0) one.At(count / 2, 0) = single;
+    }
+    return masks;
+}
+
+// Whole and broken stretches; pixels up to and beyond the top, which only those take that are mixed.
+TEST(DarkAreaVariants, EveryFormMixesAsTheReference) {
+    std::mt19937 random(20240605);
+    for (const int32_t count : {0, 1, 31, 32, 33, 64, 100, 300, 600})
+        for (const Frame& mask : MakeMasks(count, random))
+            for (const uint16_t level : {uint16_t{4095}, uint16_t{65535}})
+                for (const int32_t maxValue : {INT32_MIN, -1, 0, 1000, 4095, 65535, 65536, INT32_MAX}) {
+                    const Frame before = Noise(count, 1, level, 20240606);
+                    const Frame noise = Noise(count, 1, level, 20240607);
+                    Frame expected = noise;
+                    const auto pixels = static_cast<size_t>(count);
+                    DarkAreaVariants().front().run->mix(expected.Data(), before.Data(), mask.Data(), pixels,
+                                                        maxValue);
+                    for (const DarkAreaVariant& variant : DarkAreaVariants()) {
+                        Frame frame = noise;
+                        variant.run->mix(frame.Data(), before.Data(), mask.Data(), pixels, maxValue);
+                        ASSERT_THAT(frame, EqualsFrame(expected)) << variant.name << ' ' << maxValue;
+                    }
+                }
 }
 
 }  // namespace
