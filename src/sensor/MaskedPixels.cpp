@@ -50,10 +50,14 @@ void FillRowScalar(uint16_t* row, const uint16_t* maskRow, int32_t width) {
     VisitBothSides(left, right, width, 1, width / 2);
 }
 
-void PaintScalar(uint16_t* pixels, const uint16_t* mask, size_t count, uint16_t value) {
+[[gnu::always_inline]] inline void PaintOneByOne(uint16_t* pixels, const uint16_t* mask, size_t count,
+                                                 uint16_t value) {
     for (size_t i = 0; i < count; ++i) {
         if (mask[i] == kMasked) pixels[i] = value;
     }
+}
+void PaintScalar(uint16_t* pixels, const uint16_t* mask, size_t count, uint16_t value) {
+    PaintOneByOne(pixels, mask, count, value);
 }
 
 #if VASTRELLINE_VECTOR_FORMS
@@ -96,7 +100,7 @@ void PaintScalar(uint16_t* pixels, const uint16_t* mask, size_t count, uint16_t 
             painted[i] = mask[start + i] == kMasked ? value : pixels[start + i];
         std::copy_n(painted, kStep, pixels + start);
     }
-    PaintScalar(pixels + start, mask + start, count - start, value);
+    PaintOneByOne(pixels + start, mask + start, count - start, value);
 }
 
 void FillRowBaseline(uint16_t* row, const uint16_t* maskRow, int32_t width) {

@@ -48,14 +48,21 @@ bool MarkScalar(const uint16_t* pixels, size_t count, uint16_t threshold, uint16
     return hasDark;
 }
 
-void MixScalar(uint16_t* pixels, const uint16_t* before, const uint16_t* mask, size_t count,
-               int32_t maxValue) {
+// Part of its callers: behind a call out of a vector form the compiler would leave the upper halves of vector
+// registers in use, and all plain code after it would wait for them.
+[[gnu::always_inline]] inline void MixOneByOne(uint16_t* pixels, const uint16_t* before, const uint16_t* mask,
+                                               size_t count, int32_t maxValue) {
     for (size_t i = 0; i < count; ++i) {
         if (mask[i] == 0) continue;
         const double alpha = std::min(mask[i] / double{kWholeMask}, 1.0);
         const int32_t mixed = TruncateToInt32(before[i] * alpha + pixels[i] * (1.0 - alpha));
         pixels[i] = LowBits16(std::max(std::min(mixed, maxValue), 0));
     }
+}
+
+void MixScalar(uint16_t* pixels, const uint16_t* before, const uint16_t* mask, size_t count,
+               int32_t maxValue) {
+    MixOneByOne(pixels, before, mask, count, maxValue);
 }
 
 #if VASTRELLINE_VECTOR_FORMS
@@ -107,7 +114,7 @@ void MixScalar(uint16_t* pixels, const uint16_t* before, const uint16_t* mask, s
         }
         std::copy_n(mixed, kStep, pixels + start);
     }
-    MixScalar(pixels + start, before + start, mask + start, count - start, maxValue);
+    MixOneByOne(pixels + start, before + start, mask + start, count - start, maxValue);
 }
 
 bool MarkBaseline(const uint16_t* pixels, size_t count, uint16_t threshold, uint16_t* mask) {
