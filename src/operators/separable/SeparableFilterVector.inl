@@ -89,15 +89,23 @@ TARGET inline void FilterFourRows(const double* const* rows, int32_t x, const do
             }
         }
     }
+    // The taps that the rows of the result see a filtered row with; each row takes them over from the one
+    // above it.
+    Vector tapOf[kRowsAtOnce];
+#pragma GCC unroll 4
+    for (int32_t j = 0; j < kRowsAtOnce - 1; ++j) tapOf[j] = Broadcast(taps[kRowsAtOnce - 2 - j]);
     for (int32_t r = kRowsAtOnce - 1; r < size; ++r) {
         Vector values[kColumnVectors];
 #pragma GCC unroll 4
         for (int32_t v = 0; v < kColumnVectors; ++v) values[v] = Load(rows[r] + x + v * kLanes);
 #pragma GCC unroll 4
-        for (int32_t j = 0; j < kRowsAtOnce; ++j) {
-            const Vector tap = Broadcast(taps[r - j]);
+        for (int32_t j = kRowsAtOnce - 1; j > 0; --j) tapOf[j] = tapOf[j - 1];
+        tapOf[0] = Broadcast(taps[r]);
 #pragma GCC unroll 4
-            for (int32_t v = 0; v < kColumnVectors; ++v) sums[j][v] = MultiplyAdd(sums[j][v], values[v], tap);
+        for (int32_t j = 0; j < kRowsAtOnce; ++j) {
+#pragma GCC unroll 4
+            for (int32_t v = 0; v < kColumnVectors; ++v)
+                sums[j][v] = MultiplyAdd(sums[j][v], values[v], tapOf[j]);
         }
     }
     // The last rows are no longer seen by all four.
