@@ -22,7 +22,7 @@ FusionWeights MakeFusionWeights(const FusionImage& normal, const FusionImage& he
     const double coarseNormal = double{coarse.gain} * coarse.restShare / normal.span;
     const double coarseHed = double{coarse.gain} * coarse.hedShare / hed.span;
     const double fineSum = SumGaussianSurface(width, height, fine.sigma);
-    const double coarseSum = SumGaussianSurface(width, height, coarse.sigma);
+    const double coarseSum = KeptSumOfGaussianSurface(width, height, coarse.sigma);
     return {.normal = (fineNormal + coarseNormal) * (1.0 - alphaNorm),
             .hed = coarseHed * (1.0 - alphaHe),
             .fineNormal = fineNormal * alphaNorm / fineSum,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <mutex>
 
 namespace vastrelline {
 
@@ -82,6 +83,21 @@ float SumGaussianSurface(int32_t width, int32_t height, double sigma) {
         for (const float entry : entries) sum += entry;
     }
     return sum;
+}
+
+float KeptSumOfGaussianSurface(int32_t width, int32_t height, double sigma) {
+    struct KeptSum {
+        int32_t width = 0;
+        int32_t height = 0;
+        double sigma = 0;
+        float sum = 0;
+    };
+    static std::mutex mutex;
+    static KeptSum kept;
+    const std::lock_guard lock(mutex);
+    if (kept.width != width || kept.height != height || kept.sigma != sigma)
+        kept = {width, height, sigma, SumGaussianSurface(width, height, sigma)};
+    return kept.sum;
 }
 
 }  // namespace vastrelline

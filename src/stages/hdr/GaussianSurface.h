@@ -20,4 +20,8 @@ std::vector<float> MakeCentredCoordinates(int32_t count);
 // width, height, sigma   above 0
 float SumGaussianSurface(int32_t width, int32_t height, double sigma);
 
+// The same, kept until the next other surface: frames of one sensor ask for one sum again and again, and a
+// wide surface's takes as long as a step of the fusion. Any threads may ask.
+float KeptSumOfGaussianSurface(int32_t width, int32_t height, double sigma);
+
 }  // namespace vastrelline

@@ -56,5 +56,19 @@ TEST(GaussianSurface, WideSumFallsShort) {
     EXPECT_GT(error, -5e-4);
 }
 
+TEST(GaussianSurface, KeptSumIsThatOfTheSurfaceAskedFor) {
+    struct Case {
+        int32_t width;
+        int32_t height;
+        double sigma;
+    };
+    const Case cases[] = {{60, 40, 3}, {40, 60, 3}, {60, 41, 3}, {61, 41, 3}, {61, 41, 2.5}, {60, 40, 3}};
+    for (const Case& c : cases) {
+        const float sum = SumGaussianSurface(c.width, c.height, c.sigma);
+        for (int32_t time = 0; time < 2; ++time)
+            EXPECT_EQ(KeptSumOfGaussianSurface(c.width, c.height, c.sigma), sum) << c.width << ' ' << time;
+    }
+}
+
 }  // namespace
 }  // namespace vastrelline
