@@ -46,7 +46,7 @@ Options TakeOptions(InputTail& tail) {
     return options;
 }
 
-std::vector<int32_t> BuildCurve(TonedFrame& plan, const Options& options) {
+StretchFunction BuildCurve(TonedFrame& plan, const Options& options) {
     if (options.params.STRETCH_SEPARATION_CNT > static_cast<int32_t>(StretchMode::BothValleys))
         return BuildPercentCurve(plan, options.maxValue, options.params);
     const SegmentCurve curve = options.isFixed
@@ -57,7 +57,7 @@ std::vector<int32_t> BuildCurve(TonedFrame& plan, const Options& options) {
     for (size_t i = 0; i < mask.size(); ++i)
         Require((mask[i] == 255) == (plan.Read().begin()[i] < curve.segment.left),
                 "the mask marks what lies below the valley");
-    return curve.table;
+    return curve.curve;
 }
 
 // The second step on the pixels themselves.
@@ -81,14 +81,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<uint16_t> expected = pixels;
 
     TonedFrame plan({pixels.data(), options.width, options.height});
-    const std::vector<int32_t> table = BuildCurve(plan, options);
-    Require(table.size() == static_cast<size_t>(options.maxValue) + 1, "one entry for each level");
-    AddStretchCurve(plan, table);
+    const StretchFunction curve = BuildCurve(plan, options);
+    AddStretchCurve(plan, options.maxValue, curve);
     AddRestretch(plan, options.maxValue, options.params.RESTRETCH_OPTION);
     plan.Read();
 
     for (uint16_t& pixel : expected)
-        pixel = static_cast<uint16_t>(table[std::min<size_t>(pixel, table.size() - 1)] & 0xFFFF);
+        pixel = static_cast<uint16_t>(curve(std::min<int32_t>(pixel, options.maxValue)) & 0xFFFF);
     Restretch(expected, options);
     Require(pixels == expected, "planned curves are the curves one after the other");
     return 0;

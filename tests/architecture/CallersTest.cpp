@@ -18,6 +18,7 @@ const Exceptions kCalledFromElsewhere{
     {"BuildLogCurve", "the table of a logarithmic curve, likewise"},
     {"BuildMaskFromProfile", "BuildMaskFromGeometry with the profile's, on pixels that wait for no curve"},
     {"BuildSigmoidCurve", "the table of a sigmoid curve, likewise"},
+    {"BuildStretchCurve", "the table of a stretch curve, likewise"},
     {"BuildWindowCurve", "the table of a window, likewise"},
     {"CImageM::BottomUp", "tells in which order the rows of the caller's raster lay"},
     {"CImageM::SetEqualize", "the only way to an equalised rendering, which no file asks for"},

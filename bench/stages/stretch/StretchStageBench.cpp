@@ -76,7 +76,7 @@ void RunOverPixels(BenchFrame& frame) {
 // Counted once and mapped once.
 void RunPlanned(BenchFrame& frame) {
     TonedFrame plan({frame.pixels.data(), frame.width, frame.height});
-    AddStretchCurve(plan, BuildSegmentCurve(plan, kBenchMaxValue, BothValleysParams()).table);
+    AddStretchCurve(plan, kBenchMaxValue, BuildSegmentCurve(plan, kBenchMaxValue, BothValleysParams()).curve);
     AddRestretch(plan, kBenchMaxValue, 2);
     plan.Read();
 }

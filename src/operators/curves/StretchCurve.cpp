@@ -103,8 +103,8 @@ int32_t FindOutputTop(int32_t maxValue, const StretchShape& shape) {
 
 }  // namespace
 
-std::vector<int32_t> BuildStretchCurve(int32_t minLevel, int32_t maxLevel, int32_t maxValue,
-                                       const StretchShape& shape) {
+std::function<int32_t(int32_t level)> MakeStretchCurve(int32_t minLevel, int32_t maxLevel, int32_t maxValue,
+                                                       const StretchShape& shape) {
     const int32_t outTop = FindOutputTop(maxValue, shape);
     const DarkTail dark(minLevel, shape);
     const Ramp ramp(dark.Top(), shape);
@@ -112,11 +112,16 @@ std::vector<int32_t> BuildStretchCurve(int32_t minLevel, int32_t maxLevel, int32
     // Not limited, unlike the tail's entries: no pixel of the frame has such a level.
     const int32_t aboveMax = bright.EntryAt(maxLevel);
 
-    const auto entryAt = [&](int32_t level) {
+    return [=](int32_t level) {
         if (level <= shape.left) return level < minLevel ? dark.Bottom() : dark.EntryAt(level);
         if (level < shape.right) return ramp.EntryAt(level);
         return level <= maxLevel ? Limit(bright.EntryAt(level), outTop) : aboveMax;
     };
+}
+
+std::vector<int32_t> BuildStretchCurve(int32_t minLevel, int32_t maxLevel, int32_t maxValue,
+                                       const StretchShape& shape) {
+    const auto entryAt = MakeStretchCurve(minLevel, maxLevel, maxValue, shape);
     std::vector<int32_t> table(CountElements<int32_t>(maxValue + 1, 1));
     for (int32_t level = 0; level <= maxValue; ++level) table[static_cast<size_t>(level)] = entryAt(level);
     return table;

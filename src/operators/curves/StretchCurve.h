@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace vastrelline {
@@ -29,7 +30,11 @@ struct StretchShape {
 std::vector<int32_t> BuildStretchCurve(int32_t minLevel, int32_t maxLevel, int32_t maxValue,
                                        const StretchShape& shape);
 
-// The same over the levels of a frame.
+// The same as a function of the levels 0..maxValue.
+std::function<int32_t(int32_t level)> MakeStretchCurve(int32_t minLevel, int32_t maxLevel, int32_t maxValue,
+                                                       const StretchShape& shape);
+
+// The table over the levels of a frame.
 //
 // pixels   width * height of them
 std::vector<int32_t> BuildStretchCurve(const uint16_t* pixels, int32_t width, int32_t height,

@@ -33,14 +33,11 @@ std::vector<uint32_t> CountLevels(const FrameView<const uint16_t>& frame) {
 }
 
 std::vector<uint32_t> MapCounts(const std::vector<uint32_t>& counts, std::span<const uint16_t> table) {
-    uint16_t highest = 0;
-    for (size_t level = 0; level < counts.size(); ++level) {
-        if (IsOccupied(counts[level])) highest = std::max(highest, EntryOf(table, level));
-    }
-    std::vector<uint32_t> mapped(size_t{highest} + 1);
-    for (size_t level = 0; level < counts.size(); ++level) {
-        if (IsOccupied(counts[level])) mapped[EntryOf(table, level)] += counts[level];
-    }
+    // To look which levels are occupied would take longer than to map all of them.
+    const auto reached = table.first(std::min(counts.size(), table.size()));
+    std::vector<uint32_t> mapped(size_t{*std::ranges::max_element(reached)} + 1);
+    for (size_t level = 0; level < reached.size(); ++level) mapped[reached[level]] += counts[level];
+    for (size_t level = reached.size(); level < counts.size(); ++level) mapped[table.back()] += counts[level];
     return mapped;
 }
 
@@ -52,14 +49,18 @@ PixelRange RangeOfCounts(const std::vector<uint32_t>& counts) {
     return {static_cast<int32_t>(first - counts.begin()), static_cast<int32_t>(counts.rend() - last) - 1};
 }
 
-// Where the ends of a range go, if the curve keeps them the ends.
+// Where the ends of a range go, if the curve rises or falls all the way and keeps them the ends.
 std::optional<PixelRange> MapRange(const PixelRange& range, std::span<const uint16_t> table) {
     if (range.smallest > range.largest) return range;
     const auto first = static_cast<size_t>(range.smallest);
     const auto last = static_cast<size_t>(range.largest);
     const auto reached = table.first(std::min(last + 1, table.size()));
-    if (first < reached.size() && !std::ranges::is_sorted(reached.subspan(first))) return std::nullopt;
-    return PixelRange{EntryOf(table, first), EntryOf(table, last)};
+    const auto between = reached.subspan(std::min(first, reached.size() - 1));
+    const PixelRange mapped{EntryOf(table, first), EntryOf(table, last)};
+    if (std::ranges::is_sorted(between)) return mapped;
+    if (std::ranges::is_sorted(between, std::ranges::greater()))
+        return PixelRange{mapped.largest, mapped.smallest};
+    return std::nullopt;
 }
 
 // A table, and how it is applied to pixels.
@@ -115,12 +116,8 @@ std::vector<uint32_t> TonedFrame::UnclampedHistogram(int32_t maxValue) {
 
 void TonedFrame::Map(std::span<const uint16_t> table) {
     if (table.empty()) return;
-    if (counts_) {
-        counts_ = MapCounts(*counts_, table);
-        range_.reset();
-    } else if (range_) {
-        range_ = MapRange(*range_, table);
-    }
+    mappedCounts_.reset();
+    if (range_) range_ = MapRange(*range_, table);
     if (curve_.empty()) {
         curve_.assign(table.begin(), table.end());
     } else {
@@ -128,22 +125,9 @@ void TonedFrame::Map(std::span<const uint16_t> table) {
     }
 }
 
-void TonedFrame::MapBy(const std::function<uint16_t(int32_t level)>& curve) {
-    const PixelRange range = Range();
-    if (range.smallest > range.largest) return;
-    // A small frame holds few of its levels.
-    const bool isSmall = Count() < static_cast<size_t>(range.largest - range.smallest);
-    if (isSmall) Counts();
-    std::vector<uint16_t> table(static_cast<size_t>(range.largest) + 1, curve(range.smallest));
-    for (int32_t level = range.smallest; level <= range.largest; ++level) {
-        const auto i = static_cast<size_t>(level);
-        if (!isSmall || IsOccupied((*counts_)[i])) table[i] = curve(level);
-    }
-    Map(table);
-}
-
 void TonedFrame::Rearrange(std::vector<int32_t> rows, std::function<void(uint16_t* row, int32_t y)> edit) {
-    if (source_ != nullptr && rearrangement_) Apply();
+    if (rearrangement_) Read();
+    mappedCounts_.reset();
     range_.reset();
     std::vector<uint16_t> row(static_cast<size_t>(Width()));
     for (const int32_t y : rows) {
@@ -151,9 +135,8 @@ void TonedFrame::Rearrange(std::vector<int32_t> rows, std::function<void(uint16_
         std::copy_n(stored, row.size(), row.begin());
         edit(row.data(), y);
         for (size_t x = 0; counts_ && x < row.size(); ++x) {
-            if (row[x] == stored[x]) continue;
-            --(*counts_)[Mapped(stored[x])];
-            ++(*counts_)[Mapped(row[x])];
+            --(*counts_)[stored[x]];
+            ++(*counts_)[row[x]];
         }
         if (source_ == nullptr) std::copy(row.begin(), row.end(), pixels_.Row(y));
     }
@@ -163,14 +146,15 @@ void TonedFrame::Rearrange(std::vector<int32_t> rows, std::function<void(uint16_
 }
 
 FrameView<const uint16_t> TonedFrame::Read() {
+    if (counts_) counts_ = Counts();
+    mappedCounts_.reset();
     Apply();
     return Stored();
 }
 
 FrameView<uint16_t> TonedFrame::Change() {
+    ForgetLevels();
     Apply();
-    counts_.reset();
-    range_.reset();
     return pixels_;
 }
 
@@ -179,14 +163,20 @@ FrameView<const uint16_t> TonedFrame::Stored() const {
     return {stored.begin(), stored.Width(), stored.Height()};
 }
 
-const std::vector<uint32_t>& TonedFrame::Counts() {
+const std::vector<uint32_t>& TonedFrame::StoredCounts() {
     if (!counts_) {
         // The rows on their way here are counted as they will be.
         if (rearrangement_) Apply();
         counts_ = CountLevels(Stored());
-        if (!curve_.empty()) counts_ = MapCounts(*counts_, curve_);
     }
     return *counts_;
+}
+
+const std::vector<uint32_t>& TonedFrame::Counts() {
+    const std::vector<uint32_t>& stored = StoredCounts();
+    if (curve_.empty()) return stored;
+    if (!mappedCounts_) mappedCounts_ = MapCounts(stored, curve_);
+    return *mappedCounts_;
 }
 
 const PixelRange& TonedFrame::Range() {
@@ -198,8 +188,10 @@ const PixelRange& TonedFrame::Range() {
     return *range_;
 }
 
-uint16_t TonedFrame::Mapped(size_t storedLevel) const {
-    return curve_.empty() ? static_cast<uint16_t>(storedLevel) : EntryOf(curve_, storedLevel);
+void TonedFrame::ForgetLevels() {
+    counts_.reset();
+    mappedCounts_.reset();
+    range_.reset();
 }
 
 void TonedFrame::Apply() {
@@ -224,6 +216,7 @@ void TonedFrame::TakeFromSource() {
         sources.Apply(stored, count);
     }
     source_->curve_.clear();
+    source_->ForgetLevels();
     source_ = nullptr;
     for (const int32_t y : rearrangedRows_) rearrangement_(pixels_.Row(y), y);
     rearrangement_ = nullptr;

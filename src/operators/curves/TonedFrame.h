@@ -43,8 +43,10 @@ public:
     // nothing.
     void Map(std::span<const uint16_t> table);
 
-    // The same by a function of the level. Levels that the frame may not hold need not be asked for.
-    void MapBy(const std::function<uint16_t(int32_t level)>& curve);
+    // The same by a function of the level, uint16_t(int32_t). It need not be asked for levels that the frame
+    // does not hold.
+    template <typename Curve>
+    void MapBy(const Curve& curve);
 
     // Copies pixels to other places of their row. Such an edit gives the same before and after a curve, and
     // waits with the curves.
@@ -59,19 +61,35 @@ public:
 
 private:
     FrameView<const uint16_t> Stored() const;
+    const std::vector<uint32_t>& StoredCounts();
     const std::vector<uint32_t>& Counts();
     const PixelRange& Range();
-    uint16_t Mapped(size_t storedLevel) const;
+    void ForgetLevels();
     void Apply();
     void TakeFromSource();
 
     FrameView<uint16_t> pixels_;
     TonedFrame* source_ = nullptr;                 // where the pixels still lie; null once they are here
     std::vector<uint16_t> curve_;                  // from stored to mapped levels; empty if they are the same
-    std::optional<std::vector<uint32_t>> counts_;  // of the mapped levels, as far as there are any
-    std::optional<PixelRange> range_;              // of the mapped levels
-    std::vector<int32_t> rearrangedRows_;          // on their way here
+    std::optional<std::vector<uint32_t>> counts_;  // of the stored levels, as far as there are any
+    std::optional<std::vector<uint32_t>> mappedCounts_;  // of the mapped levels, if somebody has asked
+    std::optional<PixelRange> range_;                    // of the mapped levels
+    std::vector<int32_t> rearrangedRows_;                // on their way here
     std::function<void(uint16_t* row, int32_t y)> rearrangement_;
 };
+
+template <typename Curve>
+void TonedFrame::MapBy(const Curve& curve) {
+    const PixelRange range = Range();
+    if (range.smallest > range.largest) return;
+    // A small frame holds few of its levels.
+    const bool isSparse = Count() < static_cast<size_t>(range.largest - range.smallest);
+    const uint32_t* const counts = isSparse ? Counts().data() : nullptr;
+    std::vector<uint16_t> table(static_cast<size_t>(range.largest) + 1, curve(range.smallest));
+    for (int32_t level = range.smallest; level <= range.largest; ++level) {
+        if (!isSparse || counts[level] != 0) table[static_cast<size_t>(level)] = curve(level);
+    }
+    Map(table);
+}
 
 }  // namespace vastrelline

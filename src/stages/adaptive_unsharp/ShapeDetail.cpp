@@ -24,18 +24,18 @@ std::vector<double> BuildEnhancedDetail(const ScratchVector<uint16_t>& detail, i
                                         double ratio, int32_t noise) {
     constexpr double kTailWeight = 8.0;
     const auto [lo, hi] = FindPixelRange(detail.data(), width, height);
-    const std::vector<uint32_t> histogram = BuildHistogram(detail.data(), width, height, kTopDetail);
+    // Bins above the brightest detail would be empty.
+    const std::vector<uint32_t> histogram = BuildHistogram(detail.data(), width, height, hi);
     const auto [left, right] = FindDetailSegments(histogram, lo, hi, noise);
     const int32_t rightLength = hi - right;
     const int32_t middleLength = hi - left - rightLength;
     const int32_t leftLength = left - lo;
-    const std::vector<int32_t> curve =
-        BuildStretchCurve(detail.data(), width, height, kTopDetail, left, right, kTailWeight, kTailWeight,
-                          leftLength, middleLength, rightLength);
-    std::vector<double> enhanced(curve.size());
-    for (auto level = static_cast<size_t>(lo); level <= static_cast<size_t>(hi); ++level) {
-        const int32_t shaped = WrappingAdd(curve[level], lo - kZeroDetail);
-        enhanced[level] = LowBitsSigned(shaped) * ratio;
+    const auto curve = MakeStretchCurve(
+        lo, hi, kTopDetail, {left, right, kTailWeight, kTailWeight, leftLength, middleLength, rightLength});
+    std::vector<double> enhanced(static_cast<size_t>(hi) + 1);
+    for (int32_t level = lo; level <= hi; ++level) {
+        const int32_t shaped = WrappingAdd(curve(level), lo - kZeroDetail);
+        enhanced[static_cast<size_t>(level)] = LowBitsSigned(shaped) * ratio;
     }
     return enhanced;
 }

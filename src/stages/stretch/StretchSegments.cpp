@@ -20,12 +20,12 @@ constexpr int32_t kOccupiedInLargeFrame = 100;
 constexpr int32_t kOccupied = 10;
 
 // The tails get no more output levels than they have levels.
-std::vector<int32_t> BuildWithinRange(TonedFrame& frame, int32_t maxValue, int32_t left, int32_t right,
-                                      const StretchParams& params) {
+StretchFunction BuildWithinRange(TonedFrame& frame, int32_t maxValue, int32_t left, int32_t right,
+                                 const StretchParams& params) {
     const int32_t leftLen = std::min(params.LEFT_LEN_LIMIT, left);
     const int32_t rightLen = std::min(params.RIGHT_LEN_LIMIT, maxValue - right);
     const int32_t midLen = WrappingSubtract(WrappingSubtract(maxValue + 1, leftLen), rightLen);
-    return BuildStretchCurve(
+    return MakeStretchCurve(
         frame.MinLevel(), frame.MaxLevel(), maxValue,
         {left, right, params.STRETCH_LEFT_WEIGHT, params.STRETCH_RIGHT_WEIGHT, leftLen, midLen, rightLen});
 }
@@ -79,7 +79,7 @@ SegmentCurve BuildFixedSegmentCurve(TonedFrame& frame, int32_t maxValue, const S
     return BuildFromValleys(frame, maxValue, frame.MinLevel(), frame.MaxLevel(), params);
 }
 
-std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params) {
+StretchFunction BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params) {
     const double pixelCount = static_cast<double>(frame.Count());
     const int32_t count = TruncateToInt32(pixelCount * (params.STRETCH_LIMITBIN * 0.01));
     const std::vector<uint32_t> histogram = frame.UnclampedHistogram(maxValue);
@@ -95,7 +95,7 @@ std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, cons
     const int32_t leftLen = params.LEFT_LEN_LIMIT;
     const int32_t rightLen = params.RIGHT_LEN_LIMIT;
     const int32_t midLen = WrappingSubtract(WrappingSubtract(maxValue + 1, leftLen), rightLen);
-    return BuildStretchCurve(
+    return MakeStretchCurve(
         frame.MinLevel(), frame.MaxLevel(), maxValue,
         {left, right, params.STRETCH_LEFT_WEIGHT, params.STRETCH_RIGHT_WEIGHT, leftLen, midLen, rightLen});
 }
@@ -124,10 +124,8 @@ bool AddRestretch(TonedFrame& frame, int32_t maxValue, int32_t option) {
     return true;
 }
 
-void AddStretchCurve(TonedFrame& frame, const std::vector<int32_t>& table) {
-    std::vector<uint16_t> entries(table.size());
-    std::transform(table.begin(), table.end(), entries.begin(), LowBits16);
-    frame.Map(entries);
+void AddStretchCurve(TonedFrame& frame, int32_t maxValue, const StretchFunction& curve) {
+    frame.MapBy([&](int32_t level) { return LowBits16(curve(std::min(level, maxValue))); });
 }
 
 }  // namespace vastrelline

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <functional>
 
 #include "operators/curves/TonedFrame.h"
 #include "stages/stretch/HistogramSegments.h"
@@ -19,10 +19,13 @@ enum class StretchMode : int32_t {
     RightPercent = 5,
 };
 
+// A stretch curve: the output of the levels 0..maxValue, of which a frame keeps the low 16 bits.
+using StretchFunction = std::function<int32_t(int32_t level)>;
+
 // A stretch curve, and the valleys that the log shows whether the curve used them or not.
 struct SegmentCurve {
     StretchSegment segment;
-    std::vector<int32_t> table;  // maxValue + 1 entries
+    StretchFunction curve;
 };
 
 // Modes WholeRange to BothValleys in the configured chain: the frame's range is what is well occupied, and
@@ -34,7 +37,7 @@ SegmentCurve BuildFixedSegmentCurve(TonedFrame& frame, int32_t maxValue, const S
 
 // Modes BothPercent to RightPercent: one or both ends are the levels at which STRETCH_LIMITBIN percent of the
 // pixels are passed from outside, -1 where they never are. The lengths stand as the keys give them.
-std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params);
+StretchFunction BuildPercentCurve(TonedFrame& frame, int32_t maxValue, const StretchParams& params);
 
 // Marks the dark tail: gives 255 to the mask where a pixel lies strictly below `level`, and leaves the rest
 // of it.
@@ -42,11 +45,11 @@ std::vector<int32_t> BuildPercentCurve(TonedFrame& frame, int32_t maxValue, cons
 // tailMask   width * height values; must not overlap
 void MarkDarkTail(const uint16_t* pixels, uint16_t* tailMask, int32_t width, int32_t height, int32_t level);
 
-// The second step, after any mode: fills the range again, as RESTRETCH_OPTION says. The curve is added to
-// the plan. False, and nothing added, for an option without a step.
+// The second step, after any mode: fills the range again, as RESTRETCH_OPTION says. False, and the frame as
+// it was, for an option without a step.
 bool AddRestretch(TonedFrame& frame, int32_t maxValue, int32_t option);
 
-// Plans a curve of 32 bits, of which the frame keeps the low 16.
-void AddStretchCurve(TonedFrame& frame, const std::vector<int32_t>& table);
+// Maps the frame through the curve. Pixels above maxValue take its entry.
+void AddStretchCurve(TonedFrame& frame, int32_t maxValue, const StretchFunction& curve);
 
 }  // namespace vastrelline

@@ -1,7 +1,5 @@
 #include "stages/stretch/StretchStage.h"
 
-#include <vector>
-
 #include "config/ConfiguredState.h"
 #include "report/CurveFile.h"
 #include "report/RunDumps.h"
@@ -30,30 +28,27 @@ bool IsPercentMode(const StretchParams& params) {
            params.STRETCH_SEPARATION_CNT <= static_cast<int32_t>(StretchMode::RightPercent);
 }
 
-void SaveCurve(const std::vector<int32_t>& table, const RunDumps& dumps) {
+void SaveCurve(const StretchFunction& curve, int32_t maxValue, const RunDumps& dumps) {
     if (!dumps.AreOn()) return;
-    TellIfPossible([&] {
-        WriteCurveFile(dumps.WritePath() + kCurveFileName, 0, static_cast<int32_t>(table.size()) - 1,
-                       [&](int32_t level) { return table[static_cast<size_t>(level)]; });
-    });
+    TellIfPossible([&] { WriteCurveFile(dumps.WritePath() + kCurveFileName, 0, maxValue, curve); });
 }
 
 StretchSegment StretchBySegments(TonedFrame& frame, int32_t maxValue, const StretchParams& params,
                                  const RunDumps& dumps) {
-    const SegmentCurve curve = BuildSegmentCurve(frame, maxValue, params);
-    AddStretchCurve(frame, curve.table);
-    SaveCurve(curve.table, dumps);
-    return curve.segment;
+    const SegmentCurve stretch = BuildSegmentCurve(frame, maxValue, params);
+    AddStretchCurve(frame, maxValue, stretch.curve);
+    SaveCurve(stretch.curve, maxValue, dumps);
+    return stretch.segment;
 }
 
 StretchSegment StretchBySegmentsFixed(TonedFrame& frame, uint16_t* tailMask, int32_t maxValue,
                                       const StretchParams& params, const RunDumps& dumps) {
-    const SegmentCurve curve = BuildFixedSegmentCurve(frame, maxValue, params);
-    MarkDarkTail(frame.Read().begin(), tailMask, frame.Width(), frame.Height(), curve.segment.left);
+    const SegmentCurve stretch = BuildFixedSegmentCurve(frame, maxValue, params);
+    MarkDarkTail(frame.Read().begin(), tailMask, frame.Width(), frame.Height(), stretch.segment.left);
     dumps.DumpBeside(L"%02d_UnsharpMasking.raw", tailMask, frame.Width(), frame.Height());
-    AddStretchCurve(frame, curve.table);
-    SaveCurve(curve.table, dumps);
-    return curve.segment;
+    AddStretchCurve(frame, maxValue, stretch.curve);
+    SaveCurve(stretch.curve, maxValue, dumps);
+    return stretch.segment;
 }
 
 void FinishStretch(TonedFrame& frame, int32_t maxValue, const StretchParams& params, const RunDumps& dumps) {
@@ -87,7 +82,7 @@ void RunStretchStage(TonedFrame& frame, int32_t maxValue, LogFile& log, int32_t 
         segment = StretchBySegments(frame, maxValue, params, report);
         report.Dump(kStretchedDump, frame);
     } else if (IsPercentMode(params)) {
-        AddStretchCurve(frame, BuildPercentCurve(frame, maxValue, params));
+        AddStretchCurve(frame, maxValue, BuildPercentCurve(frame, maxValue, params));
     }
     FinishStretch(frame, maxValue, params, report);
     LogStretch(report, L"#### %02d:%02d:%02d \t: StretchCurve ( %.03lf sec )\r\n", params, segment);
