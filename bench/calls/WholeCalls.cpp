@@ -142,8 +142,8 @@ private:
     decltype(Getdose_ImageInfo)* doseInfo_;
 };
 
-// A process of its own makes one call, so that the sensor's values stand in the profile; and time goes by, for
-// a freshly written file is looked at twice. Both are no part of a host's day.
+// A process of its own makes one call, so that the sensor's values stand in the profile; and time goes by,
+// for a freshly written file is looked at twice. Both are no part of a host's day.
 void SettleProfile(const std::string& library, const CallCase& call, const std::string& profile) {
     const pid_t child = fork();
     if (child == 0) {

@@ -80,6 +80,21 @@ std::optional<ClippedRamp> FindClippedRamp(std::span<const uint16_t> table) {
     return ClippedRamp{static_cast<uint16_t>(low), static_cast<uint16_t>(high), table[0], isFalling};
 }
 
+std::optional<RampAbove> FindRampAbove(std::span<const uint16_t> table) {
+    if (table.empty()) return std::nullopt;
+    const size_t last = std::min<size_t>(table.size() - 1, kTopPixel);
+    size_t high = last;
+    while (high > 0 && table[high - 1] == table[last]) --high;
+    if (high == 0) return std::nullopt;
+    const bool isFalling = table[high] == LowBits16(table[high - 1] - 1);
+    const int32_t step = isFalling ? -1 : 1;
+    size_t low = high;
+    while (low > 0 && table[low] == LowBits16(table[low - 1] + step)) --low;
+    if (low == high || low > last / 2) return std::nullopt;
+    const auto head = static_cast<uint16_t>(low);
+    return RampAbove{head, {head, static_cast<uint16_t>(high), table[low], isFalling}};
+}
+
 std::span<const ClippedRampVariant> ClippedRampVariants() { return AllowedVariants(kVariants); }
 
 void ApplyClippedRamp(std::span<uint16_t> pixels, const ClippedRamp& ramp) {

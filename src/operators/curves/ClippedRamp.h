@@ -24,6 +24,16 @@ struct ClippedRamp {
 // table is no such curve, or empty.
 std::optional<ClippedRamp> FindClippedRamp(std::span<const uint16_t> table);
 
+// A curve that goes its own way below a level only.
+struct RampAbove {
+    uint16_t head;     // from this level on it is the ramp
+    ClippedRamp ramp;  // whose low is the head
+};
+
+// The longest ramp at the upper end of a table; none if it begins above the table's middle, so that many
+// pixels are likely to lie below it.
+std::optional<RampAbove> FindRampAbove(std::span<const uint16_t> table);
+
 // Maps pixels through the ramp, in place.
 void ApplyClippedRamp(std::span<uint16_t> pixels, const ClippedRamp& ramp);
 

@@ -66,18 +66,37 @@ std::optional<PixelRange> MapRange(const PixelRange& range, std::span<const uint
 // A table, and how it is applied to pixels.
 class Mapping {
 public:
-    explicit Mapping(std::span<const uint16_t> table) : table_(table), ramp_(FindClippedRamp(table)) {}
+    explicit Mapping(std::span<const uint16_t> table) : table_(table), ramp_(FindClippedRamp(table)) {
+        if (!ramp_) above_ = FindRampAbove(table);
+    }
 
     void Apply(uint16_t* pixels, size_t count) const {
+        // So short that dark pixels, which lie together, leave most of them to the ramp.
+        constexpr size_t kBlock = 512;
         if (ramp_)
             ApplyClippedRamp({pixels, count}, *ramp_);
+        else if (!above_)
+            LookUp(pixels, count);
         else
-            ApplyLookupTable(pixels, static_cast<int32_t>(count), 1, table_);
+            for (size_t start = 0; start < count; start += kBlock)
+                ApplyToBlock(pixels + start, std::min(count - start, kBlock));
     }
 
 private:
+    void LookUp(uint16_t* pixels, size_t count) const {
+        ApplyLookupTable(pixels, static_cast<int32_t>(count), 1, table_);
+    }
+
+    void ApplyToBlock(uint16_t* pixels, size_t count) const {
+        if (MinPixel(pixels, static_cast<int32_t>(count), 1) >= above_->head)
+            ApplyClippedRamp({pixels, count}, above_->ramp);
+        else
+            LookUp(pixels, count);
+    }
+
     std::span<const uint16_t> table_;
     std::optional<ClippedRamp> ramp_;
+    std::optional<RampAbove> above_;
 };
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "operators/curves/ClippedRamp.h"
 #include "operators/curves/LookupTable.h"
+#include "pixels/FrameLimits.h"
 #include "support/VariantForms.h"
 
 namespace vastrelline {
@@ -72,6 +73,45 @@ TEST(ClippedRamp, MapsEveryPixelAsTheTableDoes) {
         Table mapped = pixels;
         ApplyClippedRamp(mapped, *ramp);
         EXPECT_TRUE(mapped == expected);
+    }
+}
+
+TEST(RampAbove, BeginsWhereTheCurveHasDoneWithItsOwnWay) {
+    const std::optional<RampAbove> rising = FindRampAbove(Table{0, 5, 7, 3, 4, 5, 6, 6});
+    ASSERT_TRUE(rising);
+    EXPECT_EQ(rising->head, 3);
+    EXPECT_EQ(rising->ramp.low, 3);
+    EXPECT_EQ(rising->ramp.high, 6);
+    EXPECT_EQ(rising->ramp.atLow, 3);
+    EXPECT_FALSE(rising->ramp.isFalling);
+    const std::optional<RampAbove> falling = FindRampAbove(Table{9, 9, 8, 7, 6, 5});
+    ASSERT_TRUE(falling);
+    EXPECT_EQ(falling->head, 1);
+    EXPECT_EQ(falling->ramp.high, 5);
+    EXPECT_TRUE(falling->ramp.isFalling);
+}
+
+TEST(RampAbove, IsNoneWhereItWouldBeShort) {
+    for (const Table& table : {Table{}, Table{4}, Table{4, 4, 4}, Table{0, 2, 4, 6}, Table{0, 2, 4, 6, 8, 9},
+                               Table{0, 9, 2, 8, 8, 8}})
+        EXPECT_FALSE(FindRampAbove(table)) << testing::PrintToString(table);
+}
+
+TEST(RampAbove, MapsEveryPixelFromItsHeadOnAsTheTableDoes) {
+    Table lifted = Ramp(4096, 0, 1, 0, 3700);
+    for (size_t level = 1; level < 224; ++level) lifted[level] = static_cast<uint16_t>(300 - level);
+    Table inverted = Ramp(4096, 4095, -1, 0, 4095);
+    inverted[0] = 7;
+    for (const Table& table : {lifted, inverted, Table{3, 65535, 0, 1, 2}}) {
+        const std::optional<RampAbove> above = FindRampAbove(table);
+        ASSERT_TRUE(above);
+        for (int32_t level = above->head; level <= kTopPixel; ++level) {
+            uint16_t expected = static_cast<uint16_t>(level);
+            uint16_t mapped = expected;
+            ApplyLookupTable(&expected, 1, 1, table);
+            ApplyClippedRamp({&mapped, 1}, above->ramp);
+            ASSERT_EQ(mapped, expected) << level;
+        }
     }
 }
 
