@@ -28,7 +28,6 @@ const Exceptions kCalledFromElsewhere{
     {"LocalDeviationMap", "the weights of DeviationWeightedSmooth, which has them by level only"},
     {"MapDetailPower",
      "the map of the AUM keys, left out of the stage because its start there makes it do nothing"},
-    {"MinPixel", "one end of the range that FindPixelRange finds, beside MaxPixel"},
     {"ReadProfileTextSection",
      "a section's lines as the profile functions of Windows list them, as recorded"},
     {"MemoryFiles::Clear", "a fuzz target begins each run with nothing"},
