@@ -9,6 +9,7 @@ constexpr BandVariant kVariants[] = {
 #if VASTRELLINE_VECTOR_FORMS
     {"baseline", InstructionSet::Baseline, &kBandKernelsBaseline},
     {"avx2", InstructionSet::Avx2, &kBandKernelsAvx2},
+    {"avx512", InstructionSet::Avx512, &kBandKernelsAvx512},
 #endif
 };
 

@@ -50,6 +50,7 @@ extern const BandKernels kBandKernelsScalar;
 #if VASTRELLINE_VECTOR_FORMS
 extern const BandKernels kBandKernelsBaseline;
 extern const BandKernels kBandKernelsAvx2;
+extern const BandKernels kBandKernelsAvx512;
 #endif
 
 }  // namespace vastrelline

@@ -47,7 +47,7 @@ std::vector<std::vector<uint16_t>> MakeContents(int32_t count) {
 }
 
 TEST(BandVariants, AreThoseThatTheProcessorRuns) {
-    ExpectForms(BandVariants, {"scalar", "baseline", "avx2"});
+    ExpectForms(BandVariants, {"scalar", "baseline", "avx2", "avx512"});
 }
 
 // One pick for the pyramid, one for each of two bands.
