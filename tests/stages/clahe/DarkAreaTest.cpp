@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "operators/separable/SeparableFilter.h"
 #include "stages/clahe/DarkArea.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
@@ -138,6 +139,51 @@ TEST(DarkAreaVariants, EveryFormMixesAsTheReference) {
                         ASSERT_THAT(frame, EqualsFrame(expected)) << variant.name << ' ' << maxValue;
                     }
                 }
+}
+
+// Dark places in a bright frame: one pixel in each corner and beside the blocks that the mask is made in,
+// areas with borders there and elsewhere, scattered pixels, and all but one.
+std::vector<Frame> MakeDarkPlaces(int32_t width, int32_t height, std::mt19937& random) {
+    constexpr uint16_t kDark = 100;
+    constexpr uint16_t kBright = 3000;
+    std::vector<Frame> frames;
+    for (const int32_t x : {0, 63, 64, width - 1})
+        for (const int32_t y : {0, 63, 64, height - 1}) {
+            Frame& single = frames.emplace_back(Flat(width, height, kBright));
+            single.At(std::min(x, width - 1), std::min(y, height - 1)) = kDark;
+        }
+    for (const int32_t side : {8, 40, 64, 100}) {
+        Frame& area = frames.emplace_back(Flat(width, height, kBright));
+        const auto left = static_cast<int32_t>(random() % static_cast<uint32_t>(width));
+        for (int32_t y = height / 3; y < std::min(height / 3 + side, height); ++y)
+            for (int32_t x = left; x < std::min(left + side, width); ++x) area.At(x, y) = kDark;
+    }
+    for (const uint32_t oneOf : {2U, 5000U}) {
+        Frame& scattered = frames.emplace_back(width, height);
+        for (uint16_t& pixel : scattered.pixels) pixel = random() % oneOf == 0 ? kDark : kBright;
+    }
+    Frame& nearlyAll = frames.emplace_back(Flat(width, height, kDark));
+    nearlyAll.At(width / 2, height / 2) = kBright;
+    return frames;
+}
+
+// Whatever blocks it is made in, the mask is that of the whole frame, marked and smoothed.
+TEST(DarkArea, MaskIsThatOfTheWholeFrame) {
+    constexpr uint16_t kThreshold = 1500;  // where no pixel is near it
+    std::mt19937 random(20240608);
+    const DarkAreaLoops& reference = *DarkAreaVariants().front().run;
+    const std::pair<int32_t, int32_t> sizes[] = {{1, 1},   {5, 3},    {8, 17},   {17, 8},    {64, 64},
+                                                 {65, 63}, {80, 144}, {200, 90}, {2049, 10}, {4200, 3}};
+    for (const auto& [width, height] : sizes)
+        for (const Frame& frame : MakeDarkPlaces(width, height, random)) {
+            const Frame before = Noise(width, height, kTwelveBits, 20240609);
+            Frame mask(width, height);
+            reference.mark(frame.Data(), frame.pixels.size(), kThreshold, mask.Data());
+            GaussFilterWrap(mask.Data(), width, height, 255, 3.0);
+            Frame expected = frame;
+            reference.mix(expected.Data(), before.Data(), mask.Data(), mask.pixels.size(), kTwelveBits);
+            ASSERT_THAT(Corrected(frame, before), EqualsFrame(expected)) << width << " x " << height;
+        }
 }
 
 }  // namespace
