@@ -12,14 +12,17 @@ if [[ ${#files[@]} -eq 0 ]]; then
     mapfile -t files < <(find src -name '*.cpp' | sort)
 fi
 
-# clang reads the Windows sources with the headers of the cross compiler, without flags it does not know.
-mkdir -p build/tidy-windows
-sed 's/ -fno-keep-inline-dllexport//; s/ -fno-ipa-icf//' build/windows/compile_commands.json >build/tidy-windows/compile_commands.json
+# clang reads the sources without flags it does not know, and those of Windows with the headers of the cross compiler.
+for preset in release windows; do
+    mkdir -p build/tidy-$preset
+    sed 's/ -fno-keep-inline-dllexport//; s/ -fno-ipa-icf//; s/ -fno-ipa-ra//' build/$preset/compile_commands.json \
+        >build/tidy-$preset/compile_commands.json
+done
 cxxHeaders=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
 export cxxHeaders
 
 check() {
-    local options=(-p build/release)
+    local options=(-p build/tidy-release)
     if [[ "$1" == */windows/* ]]; then
         options=(-p build/tidy-windows --extra-arg=--target=x86_64-w64-mingw32
             "--extra-arg=-isystem$cxxHeaders" "--extra-arg=-isystem$cxxHeaders/x86_64-w64-mingw32")

@@ -17,7 +17,7 @@ inline constexpr int32_t kTopNarrowPixel = 17514;
 // What a row of a strip is reckoned with: its pixels, those of the margin at either side included.
 struct RowScratch {
     template <typename Value>
-    using Row = std::array<Value, kStripColumns + 2 * kDeviationRadius>;
+    using Row = std::array<Value, kStripColumns + 2 * size_t{kDeviationRadius}>;
 
     Row<double> wideSquares;
     Row<int32_t> pixels;
