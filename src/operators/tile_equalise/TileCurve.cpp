@@ -58,7 +58,23 @@ private:
             }
             return;
         }
+        // With a count for every open bin none goes without.
+        if (step == 1 && excess_ >= openCount_) return OfferAllFrom(start);
         for (size_t bin = start; bin < block_.size() && excess_ != 0; bin += step) Offer(bin);
+    }
+
+    // Offer for all bins from `start` on, in the compiler's vectors.
+    void OfferAllFrom(size_t start) {
+        uint32_t given = 0;
+        uint32_t filled = 0;
+        for (uint32_t& bin : block_.subspan(start)) {
+            const uint32_t isOpen = bin < clip_ ? 1 : 0;
+            bin += isOpen;
+            given += isOpen;
+            filled += isOpen & (bin == clip_ ? 1U : 0U);
+        }
+        excess_ -= given;
+        openCount_ -= filled;
     }
 
     // The first start, from `start` on, whose walk meets an open bin; the end of the histogram if none does.
