@@ -49,12 +49,26 @@ TEST(LookupTable, FullTableReachesEveryLevel) {
 // Past one and two blocks of the walk, one below and one above.
 TEST(LookupTable, EveryPixelOfEachLengthIsMapped) {
     const std::vector<uint16_t> table{9, 7, 5, 3};
-    for (const int32_t width : {7, 8, 9, 511, 512, 513, 1023, 1024, 1025, 1031}) {
+    for (const int32_t width :
+         {7, 8, 9, 511, 512, 513, 1023, 1024, 1025, 1031, 2047, 2048, 2049, 4095, 4096, 4097, 4103}) {
         const Frame frame = Noise(width, 1, 5, 20240513);
         Frame expected = frame;
         for (uint16_t& pixel : expected.pixels)
             pixel = static_cast<uint16_t>(9 - 2 * std::min<int>(pixel, 3));
         EXPECT_THAT(Mapped(frame, table), EqualsFrame(expected)) << width;
+    }
+}
+
+// A single pixel beyond the table, at every place of a frame of two blocks and a rest.
+TEST(LookupTable, PixelBeyondTheTableIsSeenWhereverItLies) {
+    constexpr int32_t kWidth = 4103;
+    const std::vector<uint16_t> table = {10, 20, 30};
+    for (int32_t x = 0; x < kWidth; ++x) {
+        Frame frame = Flat(kWidth, 1, 1);
+        frame.At(x, 0) = 3;
+        Frame expected = Flat(kWidth, 1, 20);
+        expected.At(x, 0) = 30;
+        ASSERT_EQ(Mapped(frame, table), expected) << x;
     }
 }
 
