@@ -13,6 +13,8 @@
 #include "sensor/MaskedPixels.h"
 #include "sensor/RoundCornerMask.h"
 #include "support/FuzzInput.h"
+#include "support/MaskFrames.h"
+#include "support/ToVector.h"
 
 namespace {
 
@@ -64,7 +66,7 @@ Options TakeOptions(InputTail& tail) {
 void TestOutline(const Options& o) {
     const SensorGeometry& g = o.geometry;
     for (const int32_t orientation : {kAsBuilt, kTurnedHalf, kTurnedClockwise, kTurnedCounterclockwise}) {
-        const std::optional<ScratchVector<uint16_t>> mask =
+        const std::optional<RowMask> mask =
             BuildRoundCornerMask(g.FrameWidth, g.FrameHeight, g.RCCutOff, g.RCCutOffR, orientation,
                                  g.ImgCutLeft, g.ImgCutTop, o.width, o.height);
         const int32_t shortSide = std::min(g.FrameWidth, g.FrameHeight);
@@ -73,9 +75,9 @@ void TestOutline(const Options& o) {
         if (!mask) return;
         const std::optional<CornerOutline> outline =
             MakeCornerOutline(g.FrameWidth, g.FrameHeight, g.RCCutOff, g.RCCutOffR);
-        Require(
-            *mask == DrawRoundCorners(*outline, orientation, g.ImgCutLeft, g.ImgCutTop, o.width, o.height),
-            "the mask is the outline, turned and cut");
+        Require(FrameOfMask(*mask).pixels == ToVector(DrawRoundCorners(*outline, orientation, g.ImgCutLeft,
+                                                                       g.ImgCutTop, o.width, o.height)),
+                "the mask is the outline, turned and cut");
     }
 }
 

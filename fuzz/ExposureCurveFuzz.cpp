@@ -13,6 +13,7 @@
 #include "sensor/RoundCornerMask.h"
 #include "support/EverySet.h"
 #include "support/FuzzInput.h"
+#include "support/MaskFrames.h"
 #include "support/PlainExposure.h"
 #include "support/ToVector.h"
 
@@ -83,7 +84,7 @@ std::vector<uint16_t> FindCorners(const std::vector<uint16_t>& pixels, const Opt
                           g.ImgCutTop + o.height <= fullHeight;
     const auto outline = BuildRoundCornerMask(g.FrameWidth, g.FrameHeight, g.RCCutOff, g.RCCutOffR, code,
                                               g.ImgCutLeft, g.ImgCutTop, o.width, o.height);
-    return isInside && outline ? ToVector(*outline) : mask;
+    return isInside && outline ? FrameOfMask(*outline).pixels : mask;
 }
 
 void TestClipLevels(const std::vector<uint16_t>& pixels, const std::vector<uint16_t>& mask,

@@ -17,9 +17,9 @@ void BenchBuildMaskFromGeometry(benchmark::State& state) {
     geometry.FrameHeight = frame.height;
     geometry.RCCutOff = std::min(159, std::min(frame.width, frame.height) / 2);
     geometry.RCCutOffR = geometry.RCCutOff;
-    std::vector<uint16_t> mask(frame.pixels.size());
     for (auto _ : state) {
-        BuildMaskFromGeometry(frame.pixels.data(), mask.data(), frame.width, frame.height, geometry);
+        RowMask mask(frame.width, frame.height);
+        BuildMaskFromGeometry(frame.pixels.data(), mask, geometry);
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);

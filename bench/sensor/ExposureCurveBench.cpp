@@ -45,9 +45,9 @@ BENCHMARK(BenchMeasureClipLevels)->Name("ExposureCurve/MeasureClipLevels")->Unit
 void BenchDetectCornerMask(benchmark::State& state) {
     BenchFrame frame = MakeNoiseFrame();
     frame.pixels.assign(frame.pixels.size(), 0);
-    std::vector<uint16_t> mask(frame.pixels.size());
     for (auto _ : state) {
-        DetectCornerMask(frame.pixels.data(), frame.width, frame.height, mask.data(), 150, 170);
+        RowMask mask(frame.width, frame.height);
+        DetectCornerMask(frame.pixels.data(), mask, 150, 170);
         benchmark::ClobberMemory();
     }
 }

@@ -8,6 +8,7 @@
 #include "BenchFrames.h"
 #include "platform/InstructionSet.h"
 #include "sensor/MaskedPixels.h"
+#include "support/MaskFrames.h"
 
 namespace vastrelline {
 namespace {
@@ -40,9 +41,9 @@ void BenchFill(benchmark::State& state, InstructionSet set) {
 void BenchRestore(benchmark::State& state, InstructionSet set, int32_t flag) {
     const ScopedInstructionSet limit(set);
     BenchFrame frame = MakeNoiseFrame();
-    const std::vector<uint16_t> mask = MakeCorners(frame);
+    const RowMask mask = MaskOfFrame(MakeCorners(frame).data(), frame.width, frame.height);
     for (auto _ : state) {
-        RestoreMaskedPixels(frame.pixels.data(), mask.data(), frame.width, frame.height, flag);
+        RestoreMaskedPixels(frame.pixels.data(), mask, flag);
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);

@@ -46,12 +46,11 @@ BENCHMARK(BenchBuildRoundCornerMask)
     ->DenseRange(kAsBuilt, kTurnedCounterclockwise)
     ->Unit(benchmark::kMicrosecond);
 
-// Into a mask that is there, as once per run.
+// As once per run.
 void BenchMarkRoundCorners(benchmark::State& state) {
-    const BenchFrame frame = MakeNoiseFrame();
-    std::vector<uint16_t> mask(frame.pixels.size());
     BenchMask(state, [&](const CornerOutline& outline, int32_t, int32_t code, int32_t width, int32_t height) {
-        MarkRoundCorners(mask.data(), width, height, outline, code, 0, 0);
+        RowMask mask(width, height);
+        MarkRoundCorners(mask, outline, code, 0, 0);
         benchmark::ClobberMemory();
     });
 }
@@ -63,9 +62,9 @@ BENCHMARK(BenchMarkRoundCorners)
 // The work does not grow with the frame, so this one tells its time only.
 void BenchMarkCornerTriangles(benchmark::State& state) {
     const BenchFrame frame = MakeNoiseFrame();
-    std::vector<uint16_t> mask(frame.pixels.size());
     for (auto _ : state) {
-        MarkCornerTriangles(frame.pixels.data(), mask.data(), frame.width, frame.height);
+        RowMask mask(frame.width, frame.height);
+        MarkCornerTriangles(frame.pixels.data(), mask);
         benchmark::ClobberMemory();
     }
 }

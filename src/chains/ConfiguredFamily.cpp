@@ -61,12 +61,12 @@ void ConfiguredFamily::LimitPixels() {
 
 void ConfiguredFamily::FillCorners(const SensorGeometry* geometry) {
     if (settings_.INTRAORAL_MASK == 0) return;
-    cornerMask_ = AllocZeroed<uint16_t>(call_.width, call_.height);
+    cornerMask_.emplace(call_.width, call_.height);
     if (geometry != nullptr)
-        BuildTonedMask(Frame(), cornerMask_.data(), *geometry);
+        BuildTonedMask(Frame(), *cornerMask_, *geometry);
     else
-        BuildTonedMaskFromProfile(Frame(), cornerMask_.data(), call_.iniPath);
-    FillTonedPixels(Frame(), cornerMask_.data(), maxValue_);
+        BuildTonedMaskFromProfile(Frame(), *cornerMask_, call_.iniPath);
+    FillTonedPixels(Frame(), *cornerMask_, maxValue_);
 }
 
 void ConfiguredFamily::NormaliseRange() {
@@ -96,8 +96,8 @@ void ConfiguredFamily::RestoreCorners() {
     uint16_t* const pixels = Frame().Change().begin();
     if (settings_.INTRAORAL_MASK != 0) {
         const int32_t isInverted = settings_.INVERSE_INTENSITY != 0 ? 1 : 0;
-        RestoreMaskedPixels(pixels, cornerMask_.data(), call_.width, call_.height, isInverted);
-        cornerMask_ = {};
+        RestoreMaskedPixels(pixels, *cornerMask_, isInverted);
+        cornerMask_.reset();
     }
     RunDumps::Configured().Dump(L"%02d_Result.raw", pixels, call_.width, call_.height);
 }

@@ -12,8 +12,8 @@
 #include "config/CommonSettings.h"
 #include "config/SensorSettings.h"
 #include "operators/curves/TonedFrame.h"
-#include "pixels/ScratchVector.h"
 #include "report/LogFile.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -87,7 +87,7 @@ private:
     CommonSettings settings_;
     int32_t maxValue_ = 0;
     LogFile log_;
-    ScratchVector<uint16_t> cornerMask_;
+    std::optional<RowMask> cornerMask_;
     std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 

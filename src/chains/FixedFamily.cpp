@@ -44,9 +44,9 @@ void FixedFamily::CopyInput() {
 
 void FixedFamily::FillCorners() {
     if (settings_.INTRAORAL_MASK == 0) return;
-    cornerMask_ = AllocZeroed<uint16_t>(call_.width, call_.height);
-    BuildTonedMaskFromProfile(*frame_, cornerMask_.data(), call_.iniPath);
-    FillTonedPixels(*frame_, cornerMask_.data(), maxValue_);
+    cornerMask_.emplace(call_.width, call_.height);
+    BuildTonedMaskFromProfile(*frame_, *cornerMask_, call_.iniPath);
+    FillTonedPixels(*frame_, *cornerMask_, maxValue_);
 }
 
 void FixedFamily::RunStages(FixedChain chain) {
@@ -62,8 +62,8 @@ void FixedFamily::RunStages(FixedChain chain) {
 void FixedFamily::RestoreCorners() {
     if (settings_.INTRAORAL_MASK == 0) return;
     const int32_t isInverted = settings_.INVERSE_INTENSITY != 0 ? 1 : 0;
-    RestoreMaskedPixels(frame_->Change().begin(), cornerMask_.data(), call_.width, call_.height, isInverted);
-    cornerMask_ = {};
+    RestoreMaskedPixels(frame_->Change().begin(), *cornerMask_, isInverted);
+    cornerMask_.reset();
 }
 
 void FixedFamily::DumpResult() {

@@ -9,8 +9,8 @@
 #include "chains/ReturnCode.h"
 #include "config/FixedSettings.h"
 #include "operators/curves/TonedFrame.h"
-#include "pixels/ScratchVector.h"
 #include "report/LogFile.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -57,7 +57,7 @@ private:
     int32_t maxValue_ = 0;
     int32_t dumpCounter_ = 0;
     LogFile log_;
-    ScratchVector<uint16_t> cornerMask_;
+    std::optional<RowMask> cornerMask_;
     std::optional<TonedFrame> frame_;  // from CopyInput on
 };
 

@@ -27,16 +27,15 @@ bool FitsFrame(const SensorGeometry& geometry, int32_t code, int32_t width, int3
 
 }  // namespace
 
-int32_t BuildMaskFromGeometry(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height,
-                              const SensorGeometry& geometry) {
+int32_t BuildMaskFromGeometry(const uint16_t* frame, RowMask& mask, const SensorGeometry& geometry) {
     const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
-    if (code == kOrientationUnknown || !FitsFrame(geometry, code, width, height)) {
-        return MarkCornerTriangles(frame, mask, width, height);
+    if (code == kOrientationUnknown || !FitsFrame(geometry, code, mask.Width(), mask.Height())) {
+        return MarkCornerTriangles(frame, mask);
     }
     const std::optional<CornerOutline> outline =
         MakeCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR);
-    if (!outline) return MarkCornerTriangles(frame, mask, width, height);
-    MarkRoundCorners(mask, width, height, *outline, code, geometry.ImgCutLeft, geometry.ImgCutTop);
+    if (!outline) return MarkCornerTriangles(frame, mask);
+    MarkRoundCorners(mask, *outline, code, geometry.ImgCutLeft, geometry.ImgCutTop);
     return 1;
 }
 
@@ -46,11 +45,10 @@ bool AreCornersKnown(int32_t width, int32_t height, const SensorGeometry& geomet
            HasCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR);
 }
 
-int32_t BuildMaskFromProfile(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height,
-                             const std::wstring& iniPath) {
+int32_t BuildMaskFromProfile(const uint16_t* frame, RowMask& mask, const std::wstring& iniPath) {
     SensorGeometry geometry{};
     ReadSensorGeometry(iniPath, kSensorSection, geometry);
-    return BuildMaskFromGeometry(frame, mask, width, height, geometry);
+    return BuildMaskFromGeometry(frame, mask, geometry);
 }
 
 }  // namespace vastrelline

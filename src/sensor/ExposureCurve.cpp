@@ -5,10 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "pixels/AllocFrame.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
-#include "sensor/MarkedRows.h"
 #include "sensor/RoundCornerMask.h"
 
 namespace vastrelline {
@@ -29,19 +27,18 @@ bool IsInsideFullFrame(const SensorGeometry& geometry, int32_t code, int32_t wid
 
 // The corners of the frame: from the sensor's outline if its orientation is known, otherwise from the frame
 // itself. An outline that cannot be built, or that does not hold the frame, gives a mask of zeros.
-ScratchVector<uint16_t> MakeCornerMask(const uint16_t* frame, int32_t width, int32_t height,
-                                       const SensorGeometry& geometry) {
+RowMask MakeCornerMask(const uint16_t* frame, int32_t width, int32_t height, const SensorGeometry& geometry) {
     const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
     if (code == kOrientationUnknown) {
-        ScratchVector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
-        DetectCornerMask(frame, width, height, mask.data(), geometry.RCCutOff, geometry.RCCutOffR);
+        RowMask mask(width, height);
+        DetectCornerMask(frame, mask, geometry.RCCutOff, geometry.RCCutOffR);
         return mask;
     }
-    std::optional<ScratchVector<uint16_t>> outline =
+    std::optional<RowMask> outline =
         BuildRoundCornerMask(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR,
                              code, geometry.ImgCutLeft, geometry.ImgCutTop, width, height);
     if (!outline || !IsInsideFullFrame(geometry, code, width, height)) {
-        return AllocZeroed<uint16_t>(width, height);
+        return RowMask(width, height);
     }
     return *std::move(outline);
 }
@@ -141,11 +138,10 @@ void ApplyExposureCurve(TonedFrame& frame, int32_t lowKnee, int32_t highKnee, do
         ReadSensorGeometry(profilePath, kSensorSection, fromProfile);
         geometry = &fromProfile;
     }
-    const ScratchVector<uint16_t> mask =
-        MakeCornerMask(frame.Read().begin(), frame.Width(), frame.Height(), *geometry);
+    const RowMask mask = MakeCornerMask(frame.Read().begin(), frame.Width(), frame.Height(), *geometry);
     uint16_t low = 0;
     uint16_t high = 0;
-    MeasureClipLevels(frame, mask.data(), low, high);
+    MeasureClipLevels(frame, mask, low, high);
     // The black point is the frame's true minimum, masked pixels included, in place of `low`.
     const int32_t black = std::min(kLevels, frame.MinLevel());
 
@@ -168,29 +164,28 @@ void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t widt
     FindClipLevels(histogram, pixels.Count(), low, high);
 }
 
-void MeasureClipLevels(TonedFrame& frame, const uint16_t* mask, uint16_t& low, uint16_t& high) {
+void MeasureClipLevels(TonedFrame& frame, const RowMask& mask, uint16_t& low, uint16_t& high) {
     // What the mask hides is little, and the counts of all have more uses.
     std::vector<uint32_t> histogram = frame.Histogram(kLevels - 1);
     const FrameView<const uint16_t> pixels = frame.Read();
-    const FrameView<const uint16_t> marks(mask, frame.Width(), frame.Height());
-    for (const int32_t y : FindMarkedRows(marks)) {
+    for (const int32_t y : mask.MarkedRows()) {
         for (int32_t x = 0; x < frame.Width(); ++x) {
-            if (marks.Row(y)[x] != 0) --histogram[CountedLevel(pixels.Row(y)[x])];
+            if (mask.Row(y)[x] != 0) --histogram[CountedLevel(pixels.Row(y)[x])];
         }
     }
     FindClipLevels(histogram, frame.Count(), low, high);
 }
 
-void DetectCornerMask(const uint16_t* frame, int32_t width, int32_t height, uint16_t* mask, int32_t cutOff,
-                      int32_t /*cutOffRight*/) {
+void DetectCornerMask(const uint16_t* frame, RowMask& mask, int32_t cutOff, int32_t /*cutOffRight*/) {
+    const int32_t width = mask.Width();
+    const int32_t height = mask.Height();
     const FrameView<const uint16_t> pixels(frame, width, height);
-    const FrameView<uint16_t> marks(mask, width, height);
     if (pixels.Count() == 0) return;
     DarkCorners corners = FindDarkCorners(pixels, cutOff);
     // At the bottom the fill takes in one row more than at the top.
     const int64_t rows = corners.isTop ? int64_t{cutOff} : int64_t{cutOff} + 1;
     for (int32_t i = 0; i < std::min<int64_t>(rows, height); ++i) {
-        uint16_t* row = marks.Row(corners.isTop ? i : height - 1 - i);
+        uint16_t* row = mask.Mark(corners.isTop ? i : height - 1 - i);
         if (corners.left >= 0) std::fill_n(row, std::min(corners.left--, width), uint16_t{1});
         if (corners.right >= 0) {
             const int32_t count = std::min(corners.right--, width);

@@ -5,6 +5,7 @@
 
 #include "config/SensorSettings.h"
 #include "operators/curves/TonedFrame.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -33,16 +34,15 @@ void ApplyExposureCurve(TonedFrame& frame, int32_t lowKnee, int32_t highKnee, do
 // high   the level at which the count from 4095 down passes it, 0 if none does
 void MeasureClipLevels(const uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height,
                        uint16_t& low, uint16_t& high);
-void MeasureClipLevels(TonedFrame& frame, const uint16_t* mask, uint16_t& low, uint16_t& high);
+void MeasureClipLevels(TonedFrame& frame, const RowMask& mask, uint16_t& low, uint16_t& high);
 
-// Marks the dark corners of a frame with 1 in a zeroed mask, from the first and the last pixel of its rows: a
-// pixel above 10 is exposed.
+// Marks the dark corners of a frame with 1 in an empty mask of its size, from the first and the last pixel of
+// its rows: a pixel above 10 is exposed.
 //
 // cutOff        rows that are searched at the top, and the size of a corner that the search does not find
 // cutOffRight   without effect
 // Corners at the top have the size of the first exposed row. Corners at the bottom are found from the bottom
 // up, yet their size is the row's number from the top; results depend on it. A mark never leaves its row.
-void DetectCornerMask(const uint16_t* frame, int32_t width, int32_t height, uint16_t* mask, int32_t cutOff,
-                      int32_t cutOffRight);
+void DetectCornerMask(const uint16_t* frame, RowMask& mask, int32_t cutOff, int32_t cutOffRight);
 
 }  // namespace vastrelline

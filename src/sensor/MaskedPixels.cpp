@@ -151,16 +151,20 @@ void FillMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int3
     for (int32_t y = 0; y < height; ++y) loops.fillRow(pixels.Row(y), masks.Row(y), width);
 }
 
-void RestoreMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height, int32_t flag) {
+void RestoreMaskedPixels(uint16_t* frame, const RowMask& mask, int32_t flag) {
     constexpr uint16_t kMarker = 4095;
     constexpr size_t kMarkers = 2;
-    const FrameView<uint16_t> pixels(frame, width, height);
+    const FrameView<uint16_t> pixels(frame, mask.Width(), mask.Height());
+    const auto width = static_cast<size_t>(mask.Width());
     const uint16_t background =
-        flag != 0 ? uint16_t{0} : static_cast<uint16_t>(MaxPixel(frame, width, height));
-    const size_t markers = std::min(pixels.Count(), kMarkers);
+        flag != 0 ? uint16_t{0} : static_cast<uint16_t>(MaxPixel(frame, mask.Width(), mask.Height()));
     const MaskedPixelLoops& loops = *FastestOf(MaskedPixelsVariants()).run;
-    loops.paint(frame, mask, markers, kMarker);
-    loops.paint(frame + markers, mask + markers, pixels.Count() - markers, background);
+    for (const int32_t y : mask.MarkedRows()) {
+        const size_t before = static_cast<size_t>(y) * width;
+        const size_t markers = before < kMarkers ? std::min(kMarkers - before, width) : 0;
+        loops.paint(pixels.Row(y), mask.Row(y), markers, kMarker);
+        loops.paint(pixels.Row(y) + markers, mask.Row(y) + markers, width - markers, background);
+    }
 }
 
 }  // namespace vastrelline

@@ -6,6 +6,7 @@
 
 #include "platform/InstructionSet.h"
 #include "platform/Variant.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -22,9 +23,10 @@ void FillMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int3
 
 // Gives masked pixels the background value, in place.
 //
+// frame     pixels of the mask's size
 // flag      not 0: the frame was inverted, and the background is 0; 0: it is the frame's largest pixel
 // Markers   the first two pixels in memory, where masked, take 4095: they keep the full range in the frame
-void RestoreMaskedPixels(uint16_t* frame, const uint16_t* mask, int32_t width, int32_t height, int32_t flag);
+void RestoreMaskedPixels(uint16_t* frame, const RowMask& mask, int32_t flag);
 
 // The loops of a form.
 struct MaskedPixelLoops {

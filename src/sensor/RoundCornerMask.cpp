@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "pixels/AllocFrame.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
 #include "platform/MessageDialog.h"
@@ -23,8 +22,8 @@ Run CutRun(int64_t first, int64_t end, int32_t cut, int32_t length) {
 }
 
 // Both corners at the bottom, or upside down at the top: a row is compared with all columns at once.
-void MarkCornersOfColumns(const FrameView<uint16_t>& mask, const CornerOutline& outline, bool isHalfTurned,
-                          int32_t cutLeft, int32_t cutTop) {
+void MarkCornersOfColumns(RowMask& mask, const CornerOutline& outline, bool isHalfTurned, int32_t cutLeft,
+                          int32_t cutTop) {
     const Run columns = CutRun(0, outline.FrameWidth(), cutLeft, mask.Width());
     const Run rows = CutRun(0, outline.FrameHeight(), cutTop, mask.Height());
     std::vector<int32_t> hiddenRows;
@@ -38,22 +37,23 @@ void MarkCornersOfColumns(const FrameView<uint16_t>& mask, const CornerOutline& 
         const auto row = static_cast<int32_t>(y + cutTop);
         const int32_t rowsBeyond = isHalfTurned ? row : outline.FrameHeight() - 1 - row;
         if (rowsBeyond >= most) continue;
-        uint16_t* marks = mask.Row(static_cast<int32_t>(y)) + columns.first;
+        uint16_t* marks = mask.Mark(static_cast<int32_t>(y)) + columns.first;
         for (size_t i = 0; i < hiddenRows.size(); ++i) marks[i] = hiddenRows[i] > rowsBeyond ? kMasked : 0;
     }
 }
 
 // Both corners at the left, or at the right: a column of the full frame is a row.
-void MarkCornersOfRows(const FrameView<uint16_t>& mask, const CornerOutline& outline, bool isAtLeft,
-                       int32_t cutLeft, int32_t cutTop) {
+void MarkCornersOfRows(RowMask& mask, const CornerOutline& outline, bool isAtLeft, int32_t cutLeft,
+                       int32_t cutTop) {
     const Run rows = CutRun(0, outline.FrameWidth(), cutTop, mask.Height());
     for (int64_t y = rows.first; y < rows.end; ++y) {
         const auto row = static_cast<int32_t>(y + cutTop);
         const int32_t hidden = outline.HiddenRows(isAtLeft ? row : outline.FrameWidth() - 1 - row);
         const int32_t first = isAtLeft ? 0 : outline.FrameHeight() - hidden;
         const Run run = CutRun(first, int64_t{first} + hidden, cutLeft, mask.Width());
-        uint16_t* marks = mask.Row(static_cast<int32_t>(y));
-        if (run.first < run.end) std::fill(marks + run.first, marks + run.end, kMasked);
+        if (run.first >= run.end) continue;
+        uint16_t* marks = mask.Mark(static_cast<int32_t>(y));
+        std::fill(marks + run.first, marks + run.end, kMasked);
     }
 }
 
@@ -90,32 +90,31 @@ bool HasCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff, i
     return frameWidth >= 0 && frameHeight >= 0 && !IsBeyondPixelLimit(frameWidth, frameHeight);
 }
 
-void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const CornerOutline& outline,
-                      int32_t orientation, int32_t cutLeft, int32_t cutTop) {
-    const FrameView<uint16_t> marks(mask, width, height);
+void MarkRoundCorners(RowMask& mask, const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
+                      int32_t cutTop) {
     if (orientation == kTurnedClockwise || orientation == kTurnedCounterclockwise) {
-        MarkCornersOfRows(marks, outline, orientation == kTurnedClockwise, cutLeft, cutTop);
+        MarkCornersOfRows(mask, outline, orientation == kTurnedClockwise, cutLeft, cutTop);
     } else {
-        MarkCornersOfColumns(marks, outline, orientation == kTurnedHalf, cutLeft, cutTop);
+        MarkCornersOfColumns(mask, outline, orientation == kTurnedHalf, cutLeft, cutTop);
     }
 }
 
-std::optional<ScratchVector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
-                                                            int32_t cutOff, int32_t cutOffRight,
-                                                            int32_t orientation, int32_t cutLeft,
-                                                            int32_t cutTop, int32_t width, int32_t height) {
+std::optional<RowMask> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
+                                            int32_t cutOffRight, int32_t orientation, int32_t cutLeft,
+                                            int32_t cutTop, int32_t width, int32_t height) {
     const std::optional<CornerOutline> outline =
         MakeCornerOutline(frameWidth, frameHeight, cutOff, cutOffRight);
     if (!outline) return std::nullopt;
-    ScratchVector<uint16_t> mask = AllocZeroed<uint16_t>(width, height);
-    MarkRoundCorners(mask.data(), width, height, *outline, orientation, cutLeft, cutTop);
+    RowMask mask(width, height);
+    MarkRoundCorners(mask, *outline, orientation, cutLeft, cutTop);
     return mask;
 }
 
-int32_t MarkCornerTriangles(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height) {
+int32_t MarkCornerTriangles(const uint16_t* frame, RowMask& mask) {
     constexpr int32_t kTriangle = 170;
+    const int32_t width = mask.Width();
+    const int32_t height = mask.Height();
     const FrameView<const uint16_t> pixels(frame, width, height);
-    const FrameView<uint16_t> marks(mask, width, height);
 
     // Calls `visit` with the place of every pixel of one corner's triangle; what lies outside the frame does
     // not exist.
@@ -134,7 +133,7 @@ int32_t MarkCornerTriangles(const uint16_t* frame, uint16_t* mask, int32_t width
         return count;
     };
     const auto markZeros = [&](bool isBottom, bool isRight) {
-        walkTriangle(isBottom, isRight, [&](int32_t x, int32_t y) { marks.Row(y)[x] = kMasked; });
+        walkTriangle(isBottom, isRight, [&](int32_t x, int32_t y) { mask.Mark(y)[x] = kMasked; });
     };
 
     const int32_t topLeft = countZeros(false, false);

@@ -5,6 +5,7 @@
 
 #include "pixels/ScratchVector.h"
 #include "sensor/CornerOutline.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -31,14 +32,13 @@ int32_t ComputeOrientationCode(int32_t rotation, int32_t flip);
 // orientation               an OrientationCode, not unknown
 // cutLeft, cutTop           where the delivered frame begins in the turned full frame
 // width, height             the delivered frame
-// Returns                   width * height pixels, 0 where the full frame does not reach. None for corners
+// Returns                   the mask, 0 where the full frame does not reach. None for corners
 //                           that are too large, which also shows a message, and for a full frame of 2^29
 //                           pixels or more
 // Memory                    that of the delivered frame alone, however large the full one
-std::optional<ScratchVector<uint16_t>> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight,
-                                                            int32_t cutOff, int32_t cutOffRight,
-                                                            int32_t orientation, int32_t cutLeft,
-                                                            int32_t cutTop, int32_t width, int32_t height);
+std::optional<RowMask> BuildRoundCornerMask(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
+                                            int32_t cutOffRight, int32_t orientation, int32_t cutLeft,
+                                            int32_t cutTop, int32_t width, int32_t height);
 
 // The outline of the corners; none where BuildRoundCornerMask gives no mask, with its message.
 std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
@@ -47,21 +47,21 @@ std::optional<CornerOutline> MakeCornerOutline(int32_t frameWidth, int32_t frame
 // Whether there is one; without a message.
 bool HasCornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cutOff, int32_t cutOffRight);
 
-// BuildRoundCornerMask into the zeroed mask of a delivered frame.
-void MarkRoundCorners(uint16_t* mask, int32_t width, int32_t height, const CornerOutline& outline,
-                      int32_t orientation, int32_t cutLeft, int32_t cutTop);
+// BuildRoundCornerMask into the empty mask of a delivered frame.
+void MarkRoundCorners(RowMask& mask, const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
+                      int32_t cutTop);
 
 // The definition of the same: draws the outline on the whole full frame, turns that and cuts the delivered
 // frame out of it.
 ScratchVector<uint16_t> DrawRoundCorners(const CornerOutline& outline, int32_t orientation, int32_t cutLeft,
                                          int32_t cutTop, int32_t width, int32_t height);
 
-// Marks the dark corners of a frame from its content: 255 in `mask`, zeroed before, where a pixel of exactly
-// 0 lies in one of two corner triangles of 170 pixels. A frame higher than wide has its corners at the top or
+// Marks the dark corners of a frame from its content: 255 in `mask`, empty before, where a pixel of exactly 0
+// lies in one of two corner triangles of 170 pixels. A frame higher than wide has its corners at the top or
 // at the bottom, any other at the left or at the right: where more pixels are 0, and on a tie at the bottom
 // or at the right.
 //
 // Returns   1
-int32_t MarkCornerTriangles(const uint16_t* frame, uint16_t* mask, int32_t width, int32_t height);
+int32_t MarkCornerTriangles(const uint16_t* frame, RowMask& mask);
 
 }  // namespace vastrelline

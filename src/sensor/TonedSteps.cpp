@@ -7,7 +7,6 @@
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "sensor/CornerMask.h"
-#include "sensor/MarkedRows.h"
 #include "sensor/MaskedPixels.h"
 #include "sensor/PixelBits.h"
 #include "sensor/SaturationCap.h"
@@ -31,23 +30,22 @@ void CapTonedSaturation(TonedFrame& frame, int32_t saturationValue) {
     frame.MapBy([=](int32_t level) { return LowBits16(std::min(level, brightest)); });
 }
 
-int32_t BuildTonedMask(TonedFrame& frame, uint16_t* mask, const SensorGeometry& geometry) {
+int32_t BuildTonedMask(TonedFrame& frame, RowMask& mask, const SensorGeometry& geometry) {
     const bool isFrameNeeded = !AreCornersKnown(frame.Width(), frame.Height(), geometry);
-    return BuildMaskFromGeometry(isFrameNeeded ? frame.Read().begin() : nullptr, mask, frame.Width(),
-                                 frame.Height(), geometry);
+    return BuildMaskFromGeometry(isFrameNeeded ? frame.Read().begin() : nullptr, mask, geometry);
 }
 
-int32_t BuildTonedMaskFromProfile(TonedFrame& frame, uint16_t* mask, const std::wstring& iniPath) {
+int32_t BuildTonedMaskFromProfile(TonedFrame& frame, RowMask& mask, const std::wstring& iniPath) {
     SensorGeometry geometry{};
     ReadSensorGeometry(iniPath, kSensorSection, geometry);
     return BuildTonedMask(frame, mask, geometry);
 }
 
-void FillTonedPixels(TonedFrame& frame, const uint16_t* mask, int32_t maxValue) {
-    const FrameView<const uint16_t> masks(mask, frame.Width(), frame.Height());
-    frame.Rearrange(FindMarkedRows(masks), [=](uint16_t* row, int32_t y) {
-        FillMaskedPixels(row, masks.Row(y), masks.Width(), 1, maxValue);
-    });
+void FillTonedPixels(TonedFrame& frame, const RowMask& mask, int32_t maxValue) {
+    frame.Rearrange({mask.MarkedRows().begin(), mask.MarkedRows().end()},
+                    [&mask, maxValue](uint16_t* row, int32_t y) {
+                        FillMaskedPixels(row, mask.Row(y), mask.Width(), 1, maxValue);
+                    });
 }
 
 }  // namespace vastrelline

@@ -5,6 +5,7 @@
 
 #include "config/SensorSettings.h"
 #include "operators/curves/TonedFrame.h"
+#include "sensor/RowMask.h"
 
 namespace vastrelline {
 
@@ -18,12 +19,12 @@ int32_t RescaleTonedBits(TonedFrame& frame, int32_t& bitsStored);
 void CapTonedSaturation(TonedFrame& frame, int32_t saturationValue);
 
 // As BuildMaskFromGeometry and BuildMaskFromProfile.
-int32_t BuildTonedMask(TonedFrame& frame, uint16_t* mask, const SensorGeometry& geometry);
-int32_t BuildTonedMaskFromProfile(TonedFrame& frame, uint16_t* mask, const std::wstring& iniPath);
+int32_t BuildTonedMask(TonedFrame& frame, RowMask& mask, const SensorGeometry& geometry);
+int32_t BuildTonedMaskFromProfile(TonedFrame& frame, RowMask& mask, const std::wstring& iniPath);
 
 // As FillMaskedPixels.
 //
 // mask   must stay as it is until the frame is asked for its pixels
-void FillTonedPixels(TonedFrame& frame, const uint16_t* mask, int32_t maxValue);
+void FillTonedPixels(TonedFrame& frame, const RowMask& mask, int32_t maxValue);
 
 }  // namespace vastrelline

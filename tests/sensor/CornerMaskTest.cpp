@@ -7,6 +7,7 @@
 #include "sensor/CornerMask.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/MaskFrames.h"
 #include "support/ProfileWriter.h"
 #include "support/ShownMessages.h"
 #include "support/TemporaryFolder.h"

@@ -9,6 +9,7 @@
 #include "sensor/MaskedPixels.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/MaskFrames.h"
 #include "support/VariantForms.h"
 
 namespace vastrelline {

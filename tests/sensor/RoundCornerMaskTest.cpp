@@ -12,6 +12,7 @@
 #include "sensor/RoundCornerMask.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/MaskFrames.h"
 #include "support/ShownMessages.h"
 
 namespace vastrelline {
@@ -25,11 +26,11 @@ constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 // How many pixels are hidden in each column of a full frame, from the bottom up; no pixel above a gap.
 std::vector<int32_t> HiddenRows(int32_t frameWidth, int32_t frameHeight, int32_t cutOff,
                                 int32_t cutOffRight) {
-    const std::optional<ScratchVector<uint16_t>> pixels =
+    const std::optional<RowMask> pixels =
         BuildRoundCornerMask(frameWidth, frameHeight, cutOff, cutOffRight, 0, 0, 0, frameWidth, frameHeight);
     EXPECT_TRUE(pixels.has_value());
     if (!pixels) return {};
-    const Frame mask(frameWidth, frameHeight, *pixels);
+    const Frame mask = FrameOfMask(*pixels);
     std::vector<int32_t> rows;
     for (int32_t x = 0; x < frameWidth; ++x) {
         int32_t hidden = 0;
@@ -110,7 +111,7 @@ TEST(RoundCornerMask, OutlineFallsExponentiallyFromItsSizeToZero) {
 
 TEST(RoundCornerMask, CropBeginsAtTheCutsAndIsZeroOutside) {
     const auto crop = [](int32_t left, int32_t top, int32_t width, int32_t height) {
-        return Frame(width, height, BuildRoundCornerMask(4, 3, 1, 0, 0, left, top, width, height).value());
+        return FrameOfMask(BuildRoundCornerMask(4, 3, 1, 0, 0, left, top, width, height).value());
     };
     const Frame full = FromRows({{0, 0, 0, 0}, {M, 0, 0, M}, {M, M, M, M}});
     EXPECT_THAT(crop(0, 0, 4, 3), EqualsFrame(full));
@@ -234,16 +235,16 @@ TEST_P(OrientationTest, PutsTheCornersAtTheirSideOfAFrameCutUnevenly) {
                                          SideOfCorners(GetParam().rotation, GetParam().flip), kCutOff)
                                     ? M
                                     : uint16_t{0};
-    const std::optional<ScratchVector<uint16_t>> mask = BuildRoundCornerMask(
+    const std::optional<RowMask> mask = BuildRoundCornerMask(
         kFullWidth, kFullHeight, kCutOff, 0, ComputeOrientationCode(GetParam().rotation, GetParam().flip),
         kCutLeft, kCutTop, expected.width, expected.height);
     ASSERT_TRUE(mask.has_value());
-    EXPECT_THAT(Frame(expected.width, expected.height, *mask), EqualsFrame(expected));
+    EXPECT_THAT(FrameOfMask(*mask), EqualsFrame(expected));
 }
 
 TEST(RoundCornerMask, CodesTurnTheCornersOfATinyFrame) {
     const auto mask = [](int32_t code, int32_t width, int32_t height) {
-        return Frame(width, height, BuildRoundCornerMask(5, 3, 1, 0, code, 0, 0, width, height).value());
+        return FrameOfMask(BuildRoundCornerMask(5, 3, 1, 0, code, 0, 0, width, height).value());
     };
     EXPECT_THAT(mask(0, 5, 3), EqualsFrame(FromRows({{0, 0, 0, 0, 0}, {M, 0, 0, 0, M}, {M, M, 0, M, M}})));
     EXPECT_THAT(mask(1, 5, 3), EqualsFrame(FromRows({{M, M, 0, M, M}, {M, 0, 0, 0, M}, {0, 0, 0, 0, 0}})));

@@ -20,6 +20,7 @@
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MadeFrame.h"
+#include "support/MaskFrames.h"
 #include "support/ShownMessages.h"
 
 namespace vastrelline {
@@ -61,12 +62,12 @@ Frame TakeStepsOnPixels(const Frame& exposed, const StepsCase& c) {
 }
 
 // The same steps by levels; `mask` must outlive the frame's wait.
-void TakeSteps(TonedFrame& frame, Frame& mask, const StepsCase& c) {
+void TakeSteps(TonedFrame& frame, RowMask& mask, const StepsCase& c) {
     int32_t bits = c.bitsStored;
     const int32_t maxValue = RescaleTonedBits(frame, bits);
     CapTonedSaturation(frame, c.saturationValue);
-    BuildTonedMask(frame, mask.Data(), c.geometry);
-    FillTonedPixels(frame, mask.Data(), maxValue);
+    BuildTonedMask(frame, mask, c.geometry);
+    FillTonedPixels(frame, mask, maxValue);
     ApplyTargetRange(frame, c.targetRange, 0, 0.001F, 0.001F);
     if (c.inversion == 1) InvertPixels(frame, maxValue);
     if (c.inversion == 2) ApplyLogCurve(frame, kLogRatio, 1, 0, L"", 0);
@@ -86,7 +87,7 @@ TEST_P(TonedStepsTest, CopyAndInputAreWhatStepsOnPixelsMakeOfThem) {
     ApplyExposureCurve(tonedInput, 250, 3800, 0.45, 0.6, L"", &c.geometry);
     Frame output(input.width, input.height);
     TonedFrame copy(tonedInput, {output.Data(), output.width, output.height});
-    Frame mask(input.width, input.height);
+    RowMask mask(input.width, input.height);
     TakeSteps(copy, mask, c);
     EXPECT_EQ(copy.MinLevel(), MinPixel(expected.Data(), expected.width, expected.height));
     EXPECT_EQ(copy.MaxLevel(), MaxPixel(expected.Data(), expected.width, expected.height));
@@ -100,7 +101,7 @@ TEST_P(TonedStepsTest, FrameInPlaceWithoutCountsIsMappedTheSameWay) {
     const ShownMessages messages;
     const StepsCase& c = GetParam();
     Frame frame = c.frame;
-    Frame mask(frame.width, frame.height);
+    RowMask mask(frame.width, frame.height);
     TonedFrame toned = Toned(frame);
     TakeSteps(toned, mask, c);
     toned.Read();
@@ -162,7 +163,7 @@ TEST(TonedSteps, CountedFramesKeepTheirPixelsUntilTheyAreAskedFor) {
     toned.Histogram(1);
     Frame output(120, 90);
     TonedFrame copy(toned, {output.Data(), 120, 90});
-    Frame mask(120, 90);
+    RowMask mask(120, 90);
     TakeSteps(copy, mask, {"", c.frame, 12, 4000, geometry, 3000, 1});
     EXPECT_THAT(frame, EqualsFrame(c.frame));
     EXPECT_THAT(output, EqualsFrame(Flat(120, 90, 0)));
@@ -178,8 +179,8 @@ TEST(TonedSteps, PixelsAreThereBeforeAMessageIsShown) {
     Frame frame = Flat(4, 3, 5);
     TonedFrame toned = Toned(frame);
     toned.Map(std::vector<uint16_t>{9});
-    Frame mask(4, 3);
-    BuildTonedMask(toned, mask.Data(), geometry);
+    RowMask mask(4, 3);
+    BuildTonedMask(toned, mask, geometry);
     EXPECT_EQ(messages.Count(), 1U);
     EXPECT_THAT(frame, EqualsFrame(Flat(4, 3, 9)));
 }
