@@ -1,15 +1,17 @@
 // RotateImage on small frames with any codes: it never leaves the frame, loses no pixel, and turns that
-// belong together restore the frame. The input's head is the frame, its tail picks size and codes.
+// belong together restore the frame; and every form of the quarter turn against its definition. The input's
+// head is the frame, its tail picks size and codes.
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 #include <vector>
 
+#include "sensor/QuarterTurn.h"
+#include "support/EqualForms.h"
+#include "support/FuzzInput.h"
 #include "vastrelline.h"
 
 namespace {
@@ -17,12 +19,7 @@ namespace {
 constexpr size_t kTailSize = 10;  // two sides, then two codes of 32 bits
 constexpr uint8_t kLargestSide = 70;
 
-// Says which promise does not hold and ends the run, in every build.
-void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "does not hold: %s\n", promise);
-    std::abort();
-}
+using vastrelline::Require;
 
 struct Turned {
     std::vector<uint16_t> pixels;  // exactly of the frame's size, so that a sanitizer sees a step outside
@@ -74,6 +71,17 @@ void TestTurnsThatRestore(const Turned& frame) {
     Require(turned.pixels == frame.pixels, "both mirrors make a half turn");
 }
 
+void TestForms(const Turned& frame) {
+    const auto width = static_cast<size_t>(frame.width);
+    const auto height = static_cast<size_t>(frame.height);
+    vastrelline::RequireEqualForms(
+        vastrelline::TransposeVariants(), [&](const vastrelline::TransposeVariant& form) {
+            vastrelline::Guarded<uint16_t> columns(frame.pixels.size());
+            form.run({frame.pixels.data(), frame.width, columns.Data(), frame.height, width, height});
+            return columns;
+        });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -97,5 +105,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::memcpy(frame.pixels.data(), data, std::min(size - kTailSize, count * sizeof(uint16_t)));
     TestOneCall(frame, rotation, flip);
     TestTurnsThatRestore(frame);
+    TestForms(frame);
     return 0;
 }

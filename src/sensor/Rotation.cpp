@@ -3,33 +3,9 @@
 #include <algorithm>
 
 #include "pixels/FrameView.h"
-#include "pixels/ScratchVector.h"
+#include "sensor/QuarterTurn.h"
 
 namespace vastrelline {
-
-namespace {
-
-// Source pixel (x, y) goes to row x, column y of the target, mirrored in one of the two directions. The walk
-// goes in square blocks, so that the rows of both sides stay in the cache.
-void Transpose(const FrameView<const uint16_t>& source, const FrameView<uint16_t>& target, bool isClockwise) {
-    constexpr int32_t kBlock = 32;
-    const int32_t width = source.Width();
-    const int32_t height = source.Height();
-    for (int32_t blockY = 0; blockY < height; blockY += kBlock) {
-        const int32_t endY = std::min(blockY + kBlock, height);
-        for (int32_t blockX = 0; blockX < width; blockX += kBlock) {
-            const int32_t endX = std::min(blockX + kBlock, width);
-            for (int32_t x = blockX; x < endX; ++x) {
-                uint16_t* row = target.Row(isClockwise ? x : width - 1 - x);
-                for (int32_t y = blockY; y < endY; ++y) {
-                    row[isClockwise ? height - 1 - y : y] = source.Row(y)[x];
-                }
-            }
-        }
-    }
-}
-
-}  // namespace
 
 int32_t RotateBuffer(uint16_t* buffer, int32_t width, int32_t height, int32_t angle) {
     constexpr int32_t kHalfTurn = 180;
@@ -40,8 +16,7 @@ int32_t RotateBuffer(uint16_t* buffer, int32_t width, int32_t height, int32_t an
         return 1;
     }
     if (angle != kClockwise && angle != -90 && angle != 270) return 0;
-    const ScratchVector<uint16_t> copy(frame.begin(), frame.end());
-    Transpose({copy.data(), width, height}, {buffer, height, width}, angle == kClockwise);
+    TurnByQuarter(buffer, width, height, angle == kClockwise);
     return 1;
 }
 
