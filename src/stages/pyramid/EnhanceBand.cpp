@@ -40,54 +40,68 @@ std::optional<int32_t> FindNoiseLimit(std::span<const uint32_t> histogram, int32
     return std::max(std::abs(static_cast<int32_t>(lo) + min), std::abs(static_cast<int32_t>(hi) + min));
 }
 
-// Replaces each value of a band by its response in 16 bits, but for the smallest value, which stays.
-void Remap(const BandKernels& kernels, int16_t* band, size_t count, std::span<const int32_t> responses,
-           int32_t min) {
-    // The table also covers 0 where the band does not, so that 0 can be its origin.
-    const size_t below = static_cast<size_t>(std::max(-min, 0));
-    std::vector<int16_t> table(static_cast<size_t>(std::max(min, 0)) + std::max(responses.size(), below + 1));
-    auto entry = table.begin() + std::max(min, 0);
+}  // namespace
+
+BandMap::BandMap(std::span<const int32_t> responses, int32_t min)
+    : below_(static_cast<size_t>(std::max(-min, 0))) {
+    const auto above = static_cast<size_t>(std::max(min, 0));
+    table_.resize(above + std::max(responses.size(), below_ + 1));
+    auto entry = table_.begin() + static_cast<std::ptrdiff_t>(above);
     *entry++ = static_cast<int16_t>(LowBits16(min));
     for (const int32_t response : responses.subspan(1)) *entry++ = static_cast<int16_t>(LowBits16(response));
-    kernels.remap(band, count, table.data() + below);
 }
 
-}  // namespace
+void BandMap::Apply(int16_t* values, size_t count) const {
+    FastestOf(BandVariants()).run->remap(values, count, table_.data() + below_);
+}
+
+BandRange StartOfBandRange(int32_t maxValue) {
+    // No value of a band passes the top pixel, so a start beyond it is the same as one at it.
+    const int32_t start = std::clamp(maxValue, 0, kTopPixel);
+    return {start, -start};
+}
+
+std::optional<BandMap> PlanBandMap(const int16_t* band, size_t count, BandRange range,
+                                   const BandEnhancement& how,
+                                   const std::function<void(const std::vector<int32_t>&)>& seeResponses) {
+    const int32_t steps = range.max - range.min + 1;
+    if (steps < kFewestSteps) return std::nullopt;
+    const std::optional<int32_t> noiseLimit = FindNoiseLimit(
+        FastestOf(BandVariants()).run->countValues(band, count, range), range.min, how.cutLimit);
+    if (!noiseLimit) return std::nullopt;
+    const BandLevels levels{*noiseLimit, TruncateToInt32(*noiseLimit * how.noiseWidth),
+                            std::max(std::abs(range.min), std::abs(range.max))};
+    const std::vector<int32_t> responses =
+        BuildBandResponse(range.min, range.max, levels, how.ratio, how.curve, how.tailMode);
+    if (responses.empty()) return std::nullopt;
+    if (seeResponses) seeResponses(responses);
+    return BandMap(responses, range.min);
+}
 
 int32_t EnhanceBand(int16_t* band, int32_t width, int32_t height, int32_t maxValue, double ratio,
                     double noiseWidth, BandCurve curve, double cutLimit, TailMode tailMode, int32_t bandIndex,
                     PyramidObserver* observer) {
-    const auto showBand = [&](std::wstring_view nameFormat) {
+    const auto show = [&](std::wstring_view nameFormat) {
         if (observer == nullptr) return;
         TellIfPossible([&] {
             observer->SeeFrame(FormatText(nameFormat, {bandIndex}), reinterpret_cast<const uint16_t*>(band),
                                width, height);
         });
     };
-    showBand(L"Diff1_%d.raw");
-    const BandKernels& kernels = *FastestOf(BandVariants()).run;
+    show(L"Diff1_%d.raw");
     const size_t count = FrameView(band, width, height).Count();
-    // No value of a band passes the top pixel, so a start beyond it is the same as one at it.
-    const int32_t start = std::clamp(maxValue, 0, kTopPixel);
-    const BandRange range = kernels.findRange(band, count, {start, -start});
-    const int32_t steps = range.max - range.min + 1;
-    if (steps < kFewestSteps) return 0;
-
-    const std::optional<int32_t> noiseLimit =
-        FindNoiseLimit(kernels.countValues(band, count, range), range.min, cutLimit);
-    if (!noiseLimit) return 0;
-    const BandLevels levels{*noiseLimit, TruncateToInt32(*noiseLimit * noiseWidth),
-                            std::max(std::abs(range.min), std::abs(range.max))};
-    const std::vector<int32_t> responses =
-        BuildBandResponse(range.min, range.max, levels, ratio, curve, tailMode);
-    if (responses.empty()) return 0;
-    if (observer != nullptr) {
-        TellIfPossible([&] {
-            observer->SeeResponse(FormatText(L"EnhancedSlope_%d.txt", {bandIndex}), range.min, responses);
+    const BandRange range = FastestOf(BandVariants()).run->findRange(band, count, StartOfBandRange(maxValue));
+    const std::optional<BandMap> map = PlanBandMap(
+        band, count, range, {ratio, noiseWidth, curve, cutLimit, tailMode},
+        [&](const std::vector<int32_t>& responses) {
+            if (observer == nullptr) return;
+            TellIfPossible([&] {
+                observer->SeeResponse(FormatText(L"EnhancedSlope_%d.txt", {bandIndex}), range.min, responses);
+            });
         });
-    }
-    Remap(kernels, band, count, responses, range.min);
-    showBand(L"Diff2_%d.raw");
+    if (!map) return 0;
+    map->Apply(band, count);
+    show(L"Diff2_%d.raw");
     return 1;
 }
 

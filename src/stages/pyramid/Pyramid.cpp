@@ -25,7 +25,7 @@ namespace {
 // A level of the pyramid. When the next coarser level is made, the band between them takes this one's place.
 using Level = OwnedFrame;
 
-int16_t* BandOf(Level& level) { return reinterpret_cast<int16_t*>(level.pixels.data()); }
+int16_t* BandRow(Level& level, int32_t y) { return reinterpret_cast<int16_t*>(level.View().Row(y)); }
 
 // The rows of a level drawn twice as large. They are made in pairs: the row that lies on one of the level's,
 // and the one after it.
@@ -106,6 +106,8 @@ public:
             // Padding and all, the first level is there for the observer only.
             const bool isKept = j > 0 || observer_ != nullptr;
             Expand(levels_[j + 1], form_.isRebuildSmoothed, [&](int32_t y, const uint16_t* row) {
+                if (maps_[j] && (isKept || y < image.Height()))
+                    maps_[j]->Apply(BandRow(level, y), static_cast<size_t>(level.width));
                 if (j == 0 && y < image.Height()) Add(row, level, y, image.Width(), image.Row(y));
                 if (isKept) Add(row, level, y, level.width, level.View().Row(y));
             });
@@ -123,23 +125,36 @@ private:
         GaussHalveReplicate(fine.pixels.data(), fine.width, fine.height, maxValue_, settings_.GAUSSIAN_SIZE,
                             coarse.pixels.data());
         ScratchVector<uint16_t> expanded;  // for the observer only
+        BandRange range = StartOfBandRange(maxValue_);
         Expand(coarse, true, [&](int32_t y, const uint16_t* row) {
             if (observer_ != nullptr)
                 TellIfPossible([&] { expanded.insert(expanded.end(), row, row + fine.width); });
-            kernels_.subtract(fine.View().Row(y), row, static_cast<size_t>(fine.width));
+            const auto width = static_cast<size_t>(fine.width);
+            kernels_.subtract(fine.View().Row(y), row, width);
+            range = kernels_.findRange(BandRow(fine, y), width, range);
         });
         const auto show = [&](std::wstring_view nameFormat, const ScratchVector<uint16_t>& pixels) {
             ShowFrame(nameFormat, {band - 1, fine.width, fine.height}, pixels, fine);
         };
         show(L"PyramidProc_Gaussian%d_%dX%d.raw", expanded);
         show(L"Laplacian%d_%dX%d.raw", fine.pixels);
-        if (settings_.APPLY_DIFF_ENHANCE != 0) {
-            EnhanceBand(BandOf(fine), fine.width, fine.height, maxValue_, tuning.Gain(),
-                        settings_.NOISE_WIDTH, curve_, tuning.CutLimit(), form_.tailMode, band - 1,
-                        observer_);
-        }
+        maps_.push_back(Enhance(fine, band, range, tuning));
         show(L"EnhancedLaplacian%d_%dX%d.raw", fine.pixels);
         levels_.push_back(std::move(coarse));
+    }
+
+    // Enhances a band. Where nobody looks on, it is only said how: the band is mapped row by row when it is
+    // added, while the row is in the cache anyway.
+    std::optional<BandMap> Enhance(Level& level, int32_t band, BandRange range, const BandTuning& tuning) {
+        if (settings_.APPLY_DIFF_ENHANCE == 0) return std::nullopt;
+        if (observer_ == nullptr) {
+            return PlanBandMap(
+                BandRow(level, 0), level.pixels.size(), range,
+                {tuning.Gain(), settings_.NOISE_WIDTH, curve_, tuning.CutLimit(), form_.tailMode});
+        }
+        EnhanceBand(BandRow(level, 0), level.width, level.height, maxValue_, tuning.Gain(),
+                    settings_.NOISE_WIDTH, curve_, tuning.CutLimit(), form_.tailMode, band - 1, observer_);
+        return std::nullopt;
     }
 
     // Doubles a level, smooths it if asked to, and hands out the rows. Sides are even wherever a level was
@@ -180,6 +195,7 @@ private:
     PyramidForm form_;
     PyramidObserver* observer_;
     std::vector<Level> levels_;
+    std::vector<std::optional<BandMap>> maps_;  // of the bands, as far as they are not mapped yet
 };
 
 // How far a side is padded. A side that is a multiple already gains a whole one: the results along its end
