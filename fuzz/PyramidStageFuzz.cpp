@@ -55,8 +55,8 @@ Options TakeOptions(InputTail& tail) {
 
 std::vector<uint16_t> Process(std::vector<uint16_t> pixels, const Options& options, InstructionSet set) {
     const ScopedInstructionSet limit(set);
-    PyramidProcess(pixels.data(), options.width, options.height, options.maxValue, options.curve,
-                   options.params, options.form, nullptr);
+    TonedFrame toned({pixels.data(), options.width, options.height});
+    PyramidProcess(toned, options.maxValue, options.curve, options.params, options.form, nullptr);
     return pixels;
 }
 

@@ -49,9 +49,7 @@ constexpr FixedStageEntry kFixedStages[] = {
          RunFixedStretch(c.frame, c.stretched, c.maxValue, c.dumpCounter, c.log, c.settings);
      }},
     {&Settings::PYRAMID_PROCESSING, false,
-     [](const Call& c) {
-         PyramidStageFixed(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.dumpCounter, c.log, c.settings);
-     }},
+     [](const Call& c) { PyramidStageFixed(c.frame, c.maxValue, c.dumpCounter, c.log, c.settings); }},
     {&Settings::CONTRAST_ENHANCE, true,
      [](const Call& c) {
          AdaptiveUnsharpStageFixed(c.Pixels(), c.stretched, c.Width(), c.Height(), c.maxValue, c.dumpCounter,

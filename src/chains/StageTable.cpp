@@ -40,8 +40,7 @@ constexpr StageEntry kStages[] = {
      [](const Call& c) {
          RunAdaptiveSmoothingStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position);
      }},
-    {StageId::Pyramid,
-     [](const Call& c) { PyramidStage(c.Pixels(), c.Width(), c.Height(), c.maxValue, c.log, c.position); }},
+    {StageId::Pyramid, [](const Call& c) { PyramidStage(c.frame, c.maxValue, c.log, c.position); }},
     {StageId::Median,
      [](const Call& c) { RunMedianStage(c.Pixels(), c.Width(), c.Height(), c.log, c.position); }},
     {StageId::Gaussian,

@@ -55,6 +55,15 @@ std::optional<ScratchVector<uint16_t>> ExtendImage(const uint16_t* source, int32
     return padded;
 }
 
+void FillTrailingBorder(const FrameView<uint16_t>& padded, int32_t width, int32_t height) {
+    for (int32_t y = 0; y < height; ++y) {
+        uint16_t* const row = padded.Row(y);
+        std::fill(row + width, row + padded.Width(), row[width - 1]);
+    }
+    for (int32_t y = height; y < padded.Height(); ++y)
+        std::copy_n(padded.Row(height - 1), padded.Width(), padded.Row(y));
+}
+
 void CropImage(const uint16_t* padded, uint16_t* destination, int32_t paddedWidth, int32_t paddedHeight,
                int32_t padWidth, int32_t padHeight, BorderMode mode) {
     if (padded == nullptr || (padWidth < 0 && padHeight < 0)) return;

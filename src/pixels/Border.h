@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "pixels/FrameView.h"
 #include "pixels/ScratchVector.h"
 
 namespace vastrelline {
@@ -24,6 +25,12 @@ enum class BorderMode : int32_t {
 // Errors               std::length_error as CountElements
 std::optional<ScratchVector<uint16_t>> ExtendImage(const uint16_t* source, int32_t width, int32_t height,
                                                    int32_t padWidth, int32_t padHeight, BorderMode mode);
+
+// Repeats the nearest pixel from `width` and `height` on, at the right and at the bottom of a frame of which
+// only that much is there.
+//
+// width, height   of at least 1
+void FillTrailingBorder(const FrameView<uint16_t>& padded, int32_t width, int32_t height);
 
 // Takes the border off again: the inverse of ExtendImage with the same pads and mode.
 //

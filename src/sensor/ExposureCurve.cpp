@@ -169,8 +169,10 @@ void MeasureClipLevels(TonedFrame& frame, const RowMask& mask, uint16_t& low, ui
     std::vector<uint32_t> histogram = frame.Histogram(kLevels - 1);
     const FrameView<const uint16_t> pixels = frame.Read();
     for (const int32_t y : mask.MarkedRows()) {
+        const uint16_t* const marks = mask.Row(y);
+        const uint16_t* const row = pixels.Row(y);
         for (int32_t x = 0; x < frame.Width(); ++x) {
-            if (mask.Row(y)[x] != 0) --histogram[CountedLevel(pixels.Row(y)[x])];
+            if (marks[x] != 0) --histogram[CountedLevel(row[x])];
         }
     }
     FindClipLevels(histogram, frame.Count(), low, high);

@@ -12,8 +12,8 @@ void BenchPyramid(benchmark::State& state, PyramidForm form) {
     BenchFrame frame = source;
     for (auto _ : state) {
         frame.pixels = source.pixels;
-        PyramidProcess(frame.pixels.data(), frame.width, frame.height, kBenchMaxValue, BandCurve::Power, {},
-                       form, nullptr);
+        TonedFrame toned({frame.pixels.data(), frame.width, frame.height});
+        PyramidProcess(toned, kBenchMaxValue, BandCurve::Power, {}, form, nullptr);
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);

@@ -177,6 +177,21 @@ FrameView<uint16_t> TonedFrame::Change() {
     return pixels_;
 }
 
+void TonedFrame::CopyTo(uint16_t* rows, size_t stride) {
+    if (source_ != nullptr) Apply();
+    const Mapping own(curve_);
+    for (int32_t y = 0; y < Height(); ++y, rows += stride) {
+        std::copy_n(pixels_.Row(y), Width(), rows);
+        own.Apply(rows, static_cast<size_t>(Width()));
+    }
+}
+
+FrameView<uint16_t> TonedFrame::Replace() {
+    if (source_ != nullptr) Apply();
+    curve_.clear();
+    return Change();
+}
+
 FrameView<const uint16_t> TonedFrame::Stored() const {
     const FrameView<uint16_t>& stored = source_ != nullptr ? source_->pixels_ : pixels_;
     return {stored.begin(), stored.Width(), stored.Height()};

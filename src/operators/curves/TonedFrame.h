@@ -59,6 +59,12 @@ public:
     FrameView<const uint16_t> Read();
     FrameView<uint16_t> Change();
 
+    // Writes the pixels, mapped, to rows that lie `stride` pixels apart. They stay and the curves wait.
+    void CopyTo(uint16_t* rows, size_t stride);
+
+    // The place of the pixels for who writes all of them: neither they nor the curves are needed any more.
+    FrameView<uint16_t> Replace();
+
 private:
     FrameView<const uint16_t> Stored() const;
     const std::vector<uint32_t>& StoredCounts();

@@ -9,6 +9,7 @@
 #include "operators/resample/Resize.h"
 #include "operators/separable/HalvingFilter.h"
 #include "operators/separable/RowFilter.h"
+#include "pixels/AllocFrame.h"
 #include "pixels/Border.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/FrameView.h"
@@ -204,8 +205,10 @@ int64_t PadOf(int32_t side, int64_t multiple) { return multiple - side % multipl
 
 }  // namespace
 
-void PyramidProcess(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, BandCurve curve,
-                    const PyramidParams& settings, const PyramidForm& form, PyramidObserver* observer) {
+void PyramidProcess(TonedFrame& frame, int32_t maxValue, BandCurve curve, const PyramidParams& settings,
+                    const PyramidForm& form, PyramidObserver* observer) {
+    const int32_t width = frame.Width();
+    const int32_t height = frame.Height();
     constexpr int32_t kMostLayers = 14;  // more pad even a frame of one pixel past the limit
     if (width <= 0 || height <= 0) return;
     if (settings.PYRAMID_LAYER < 1 || settings.PYRAMID_LAYER > kMostLayers) return;
@@ -217,10 +220,13 @@ void PyramidProcess(uint16_t* image, int32_t width, int32_t height, int32_t maxV
     if (settings.PYRAMID_LAYER == 1 && observer == nullptr) return;
 
     Pyramid pyramid(maxValue, curve, settings, form, observer);
-    pyramid.Decompose({static_cast<int32_t>(width + padWidth), static_cast<int32_t>(height + padHeight),
-                       *ExtendImage(image, width, height, static_cast<int32_t>(padWidth),
-                                    static_cast<int32_t>(padHeight), BorderMode::BorderTrailing)});
-    pyramid.Rebuild({image, width, height});
+    const auto paddedWidth = static_cast<int32_t>(width + padWidth);
+    const auto paddedHeight = static_cast<int32_t>(height + padHeight);
+    Level padded{paddedWidth, paddedHeight, AllocFrame<uint16_t>(paddedWidth, paddedHeight)};
+    frame.CopyTo(padded.pixels.data(), static_cast<size_t>(paddedWidth));
+    FillTrailingBorder(padded.View(), width, height);
+    pyramid.Decompose(std::move(padded));
+    pyramid.Rebuild(frame.Replace());
 }
 
 }  // namespace vastrelline

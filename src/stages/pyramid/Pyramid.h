@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "operators/curves/TonedFrame.h"
 #include "stages/pyramid/BandResponse.h"
 #include "stages/pyramid/PyramidObserver.h"
 #include "stages/pyramid/PyramidParams.h"
@@ -17,7 +18,7 @@ struct PyramidForm {
 // Boosts fine detail band by band, in place: takes the frame apart into a Laplacian pyramid (Burt and
 // Adelson, 1983), passes each band through EnhanceBand and adds the bands up again.
 //
-// image      width * height pixels
+// frame      its curves are applied on the way; where the pyramid changes nothing they go on waiting
 // maxValue   the largest pixel value stored, 0 or more
 // settings   a number of layers below 1, or so large that the padded frame would pass 2^29 pixels, leaves the
 //            frame as it is
@@ -25,7 +26,7 @@ struct PyramidForm {
 // Edges      padded at the right and at the bottom by the last column and row, up to a multiple of 2^layers
 //            and by a whole one where the size is a multiple already; every smoothing repeats the edge pixels
 // Memory     the padded frame and a third for the length of the call; with an observer, another one
-void PyramidProcess(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, BandCurve curve,
-                    const PyramidParams& settings, const PyramidForm& form, PyramidObserver* observer);
+void PyramidProcess(TonedFrame& frame, int32_t maxValue, BandCurve curve, const PyramidParams& settings,
+                    const PyramidForm& form, PyramidObserver* observer);
 
 }  // namespace vastrelline

@@ -37,22 +37,20 @@ private:
     std::wstring writePath_;
 };
 
-void Enhance(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, const PyramidParams& params,
-             const PyramidForm& form, const RunDumps& dumps) {
+void Enhance(TonedFrame& frame, int32_t maxValue, const PyramidParams& params, const PyramidForm& form,
+             const RunDumps& dumps) {
     DumpingObserver observer(dumps.WritePath());
-    PyramidProcess(image, width, height, maxValue, BandCurve::Power, params, form,
-                   dumps.AreOn() ? &observer : nullptr);
+    PyramidProcess(frame, maxValue, BandCurve::Power, params, form, dumps.AreOn() ? &observer : nullptr);
 }
 
 }  // namespace
 
-void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                  int32_t position) {
+void PyramidStage(TonedFrame& frame, int32_t maxValue, LogFile& logFile, int32_t position) {
     const ConfiguredState& state = SharedConfiguredState();
     const PyramidParams params = ReadPyramidParams(state.IniPath, state.SectionName, position);
     const StageReport report = StageReport::BeginConfigured(logFile);
-    Enhance(image, width, height, maxValue, params, kConfiguredForm, report);
-    report.Dump(L"%02d_Pyramid.raw", image, width, height);
+    Enhance(frame, maxValue, params, kConfiguredForm, report);
+    report.Dump(L"%02d_Pyramid.raw", frame);
     report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %.03lf sec )\r\n",
                {LogLine(L"\t\t\t Layer          : %d\r\n", {params.PYRAMID_LAYER}),
                 LogLine(L"\t\t\t Sigma          : %.2lf\r\n", {params.GAUSSIAN_SIZE}),
@@ -60,11 +58,11 @@ void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxVal
                 LogLine(L"\t\t\t NoiseWidth    : %.2lf\r\n", {params.NOISE_WIDTH})});
 }
 
-void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
-                       LogFile& logFile, const FixedSettings& settings) {
+void PyramidStageFixed(TonedFrame& frame, int32_t maxValue, int32_t& dumpCounter, LogFile& logFile,
+                       const FixedSettings& settings) {
     const StageReport report = StageReport::BeginFixed(logFile, dumpCounter, settings);
-    Enhance(image, width, height, maxValue, PyramidParamsOf(settings), kFixedForm, report);
-    report.Dump(L"%02d_Pyramid.raw", image, width, height);
+    Enhance(frame, maxValue, PyramidParamsOf(settings), kFixedForm, report);
+    report.Dump(L"%02d_Pyramid.raw", frame);
     report.Log(L"#### %02d:%02d:%02d \t: pyramid ( %d ms )\r\n",
                {LogLine(L"\t\t\t Layer          : %d\r\n", {settings.PYRAMID_LAYER}),
                 LogLine(L"\t\t\t Sigma          : %.2lf\r\n", {settings.GAUSSIAN_SIZE}),

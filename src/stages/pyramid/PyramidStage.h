@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "config/FixedSettings.h"
+#include "operators/curves/TonedFrame.h"
 #include "report/LogFile.h"
 
 namespace vastrelline {
@@ -13,12 +14,11 @@ namespace vastrelline {
 // lines.
 //
 // position   in the stage list, which names its keys
-void PyramidStage(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, LogFile& logFile,
-                  int32_t position);
+void PyramidStage(TonedFrame& frame, int32_t maxValue, LogFile& logFile, int32_t position);
 
 // The same of the fixed chain. Here values from the noise limit on lose their band altogether, and the
 // rebuilt levels are not smoothed.
-void PyramidStageFixed(uint16_t* image, int32_t width, int32_t height, int32_t maxValue, int32_t& dumpCounter,
-                       LogFile& logFile, const FixedSettings& settings);
+void PyramidStageFixed(TonedFrame& frame, int32_t maxValue, int32_t& dumpCounter, LogFile& logFile,
+                       const FixedSettings& settings);
 
 }  // namespace vastrelline

@@ -54,8 +54,8 @@ TEST(BandVariants, AreThoseThatTheProcessorRuns) {
 TEST(BandVariants, TheLastOneRuns) {
     Frame frame = Noise(9, 7, 4095, 5);
     ExpectLastFormRuns(BandVariants, 3, [&] {
-        PyramidProcess(frame.Data(), frame.width, frame.height, 4095, BandCurve::Power, {},
-                       {TailMode::Pass, true}, nullptr);
+        TonedFrame toned({frame.Data(), frame.width, frame.height});
+        PyramidProcess(toned, 4095, BandCurve::Power, {}, {TailMode::Pass, true}, nullptr);
     });
 }
 

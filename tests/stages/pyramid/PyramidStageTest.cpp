@@ -21,8 +21,8 @@ namespace {
 constexpr int32_t kTwelveBits = 4095;
 
 Frame Enhanced(Frame frame, const PyramidParams& params, const PyramidForm& form) {
-    PyramidProcess(frame.Data(), frame.width, frame.height, kTwelveBits, BandCurve::Power, params, form,
-                   nullptr);
+    TonedFrame toned({frame.Data(), frame.width, frame.height});
+    PyramidProcess(toned, kTwelveBits, BandCurve::Power, params, form, nullptr);
     return frame;
 }
 
@@ -31,7 +31,8 @@ protected:
     // Runs the stage at position 7.
     Frame Run(Frame frame, std::string_view keys) {
         run_.WriteProfile("[Molar]\r\n" + std::string(keys));
-        PyramidStage(frame.Data(), frame.width, frame.height, kTwelveBits, run_.Log(), 7);
+        TonedFrame toned({frame.Data(), frame.width, frame.height});
+        PyramidStage(toned, kTwelveBits, run_.Log(), 7);
         return frame;
     }
 
@@ -41,8 +42,8 @@ protected:
 class PyramidStageFixedTest : public testing::Test {
 protected:
     Frame Run(Frame frame) {
-        PyramidStageFixed(frame.Data(), frame.width, frame.height, kTwelveBits, run_.dumpCounter, run_.Log(),
-                          run_.settings);
+        TonedFrame toned({frame.Data(), frame.width, frame.height});
+        PyramidStageFixed(toned, kTwelveBits, run_.dumpCounter, run_.Log(), run_.settings);
         return frame;
     }
 

@@ -29,7 +29,8 @@ constexpr PyramidForm kFixed = {TailMode::Remove, false};
 Frame Processed(Frame frame, const PyramidParams& params, const PyramidForm& form,
                 PyramidObserver* observer = nullptr, BandCurve curve = BandCurve::Power,
                 int32_t maxValue = kTwelveBits) {
-    PyramidProcess(frame.Data(), frame.width, frame.height, maxValue, curve, params, form, observer);
+    TonedFrame toned({frame.Data(), frame.width, frame.height});
+    PyramidProcess(toned, maxValue, curve, params, form, observer);
     return frame;
 }
 
