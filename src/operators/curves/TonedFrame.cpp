@@ -72,7 +72,7 @@ public:
 
     void Apply(uint16_t* pixels, size_t count) const {
         // So short that dark pixels, which lie together, leave most of them to the ramp.
-        constexpr size_t kBlock = 512;
+        constexpr size_t kBlock = 1024;
         if (ramp_)
             ApplyClippedRamp({pixels, count}, *ramp_);
         else if (!above_)
