@@ -55,8 +55,9 @@ public:
         frame_.emplace(FrameView(call.input, call.width, call.height));
         CorrectExposure(call, *frame_);
     }
+    // Asks for no memory, of which there may be none.
     ~CorrectedInput() {
-        if (frame_) frame_->Read();
+        if (frame_) frame_->Change();
     }
     CorrectedInput(const CorrectedInput&) = delete;
     CorrectedInput& operator=(const CorrectedInput&) = delete;
