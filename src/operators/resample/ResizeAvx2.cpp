@@ -39,6 +39,23 @@ TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
     }
 }
 
+TARGET inline __m128i BlendLanesInRow(const ResizeBlend& blend, size_t x) {
+    const __m256d right = _mm256_loadu_pd(blend.rests + x);
+    const __m256d left = _mm256_sub_pd(_mm256_set1_pd(1), right);
+    return _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_mul_pd(left, _mm256_loadu_pd(blend.aboveLeft + x)),
+                                             _mm256_mul_pd(right, _mm256_loadu_pd(blend.aboveRight + x))));
+}
+
+TARGET void BlendInRow(const ResizeBlend& blend, uint16_t* result) {
+    size_t x = 0;
+    for (; x + 2 * kLanes <= blend.count; x += 2 * kLanes) {
+        const __m128i low = BlendLanesInRow(blend, x);
+        const __m128i high = BlendLanesInRow(blend, x + kLanes);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(result + x), _mm_packus_epi32(low, high));
+    }
+    for (; x < blend.count; ++x) result[x] = BlendTwoPixels(blend, x);
+}
+
 #include "operators/resample/ResizeVector.inl"
 
 }  // namespace

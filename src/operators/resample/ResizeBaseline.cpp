@@ -12,6 +12,10 @@ TARGET void BlendRow(const ResizeBlend& blend, uint16_t* result) {
     for (size_t x = 0; x < blend.count; ++x) result[x] = BlendFourPixels(blend, x);
 }
 
+TARGET void BlendInRow(const ResizeBlend& blend, uint16_t* result) {
+    for (size_t x = 0; x < blend.count; ++x) result[x] = BlendTwoPixels(blend, x);
+}
+
 #include "operators/resample/ResizeVector.inl"
 
 }  // namespace

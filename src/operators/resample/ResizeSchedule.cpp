@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <utility>
-#include <vector>
+
+#include "pixels/ScratchVector.h"
 
 namespace vastrelline {
 
@@ -59,6 +60,7 @@ public:
             rests_.push_back(rest);
             areColumnsWhole_ = areColumnsWhole_ && rest == 0;
         }
+        FindRepeats();
     }
 
     void Run() {
@@ -76,9 +78,20 @@ private:
     // The pixels at both sides of each place in a source row, as the products need them.
     struct Neighbours {
         int32_t row = -1;
-        std::vector<double> left;
-        std::vector<double> right;
+        ScratchVector<double> values;
+        const double* left = nullptr;
+        const double* right = nullptr;
     };
+
+    // At whole scales every source column is the left one of as many places; then what lies to the right of
+    // a place is what lies to the left of the one so many columns on.
+    void FindRepeats() {
+        const auto whole = TruncateToInt32(call_.scale);
+        if (whole < 1 || static_cast<double>(whole) != call_.scale || rests_.empty()) return;
+        for (size_t x = 0; x < indices_.size(); ++x)
+            if (indices_[x] != static_cast<int32_t>(x / static_cast<size_t>(whole))) return;
+        repeats_ = static_cast<size_t>(whole);
+    }
 
     // The columns inside the source.
     void MakeRow(SourcePlace place, uint16_t* result) {
@@ -88,10 +101,15 @@ private:
         if (blended > 0) {
             if (below_.row == place.index) std::swap(above_, below_);
             FindNeighbours(place.index, above_);
-            FindNeighbours(place.index + 1, below_);
-            kernels_.blendRow({above_.left.data(), above_.right.data(), below_.left.data(),
-                               below_.right.data(), rests_.data(), place.rest, blended},
-                              result);
+            if (place.rest == 0) {
+                kernels_.blendInRow({above_.left, above_.right, nullptr, nullptr, rests_.data(), 0, blended},
+                                    result);
+            } else {
+                FindNeighbours(place.index + 1, below_);
+                kernels_.blendRow({above_.left, above_.right, below_.left, below_.right, rests_.data(),
+                                   place.rest, blended},
+                                  result);
+            }
         }
         const uint16_t* source = SourceRow(call_, place.index);
         for (size_t x = blended; x < indices_.size(); ++x) result[x] = source[indices_[x]];
@@ -101,20 +119,39 @@ private:
     void FindNeighbours(int32_t row, Neighbours& neighbours) const {
         if (neighbours.row == row) return;
         neighbours.row = row;
-        neighbours.left.resize(rests_.size());
-        neighbours.right.resize(rests_.size());
         const uint16_t* source = SourceRow(call_, row);
+        if (repeats_ > 0) return RepeatPixels(source, neighbours);
+        neighbours.values.resize(2 * rests_.size());
+        double* const left = neighbours.values.data();
+        double* const right = left + rests_.size();
         for (size_t x = 0; x < rests_.size(); ++x) {
-            neighbours.left[x] = source[indices_[x]];
-            neighbours.right[x] = source[indices_[x] + 1];
+            left[x] = source[indices_[x]];
+            right[x] = source[indices_[x] + 1];
+        }
+        neighbours.left = left;
+        neighbours.right = right;
+    }
+
+    void RepeatPixels(const uint16_t* source, Neighbours& neighbours) const {
+        // Written at once; what one pixel writes too much the next ones write again.
+        constexpr size_t kAtOnce = 4;
+        const size_t columns = static_cast<size_t>(indices_[rests_.size() - 1]) + 2;
+        neighbours.values.resize(columns * repeats_ + kAtOnce);
+        double* place = neighbours.values.data();
+        neighbours.left = place;
+        neighbours.right = place + repeats_;
+        for (size_t i = 0; i < columns; ++i, place += repeats_) {
+            const double pixel = source[i];
+            for (size_t k = 0; k < repeats_; k += kAtOnce) std::fill_n(place + k, kAtOnce, pixel);
         }
     }
 
     const ResizeCall& call_;
     const ResizeKernels& kernels_;
-    std::vector<int32_t> indices_;  // of the columns inside the source
-    std::vector<double> rests_;     // of those between two source columns
-    bool areColumnsWhole_ = true;   // no rest but 0
+    ScratchVector<int32_t> indices_;  // of the columns inside the source
+    ScratchVector<double> rests_;     // of those between two source columns
+    size_t repeats_ = 0;              // places beside each source column at a whole scale; 0 at any other
+    bool areColumnsWhole_ = true;     // no rest but 0
     Neighbours above_;
     Neighbours below_;
 };

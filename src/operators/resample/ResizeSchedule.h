@@ -41,6 +41,13 @@ inline uint16_t BlendFourPixels(const ResizeBlend& blend, size_t x) {
     return static_cast<uint16_t>(static_cast<int32_t>(sum));
 }
 
+// The same on a source row, where the pixels below have no weight.
+inline uint16_t BlendTwoPixels(const ResizeBlend& blend, size_t x) {
+    const double ax = blend.rests[x];
+    const double sum = (1 - ax) * blend.aboveLeft[x] + ax * blend.aboveRight[x];
+    return static_cast<uint16_t>(static_cast<int32_t>(sum));
+}
+
 // The loops over a row for one instruction set. Those that double write twice `width` pixels; all but
 // repeatRow leave out the last two.
 struct ResizeKernels {
@@ -49,6 +56,7 @@ struct ResizeKernels {
     void (*doubleBetweenRows)(const uint16_t* above, const uint16_t* below, int32_t width, uint16_t* result);
     void (*repeatRow)(const uint16_t* source, int32_t width, uint16_t* result);
     void (*blendRow)(const ResizeBlend& blend, uint16_t* result);
+    void (*blendInRow)(const ResizeBlend& blend, uint16_t* result);  // rowRest is 0, nothing below is read
 };
 
 // The resampling with these loops. Scales other than 0.5 and 2 compute as the definition does, but work out

@@ -1,7 +1,7 @@
-// The loops of the resampling, once for each instruction set: the including file defines TARGET and
-// BlendRow, and the compiler makes the vectors. Scale 0.5 reads every other pixel. At scale 2 the weights are
-// 1, 1/2 and 1/4, so that whole numbers give the same bits as the sums of doubles. All other scales take the
-// definition's sums in a BlendRow of the including file.
+// The loops of the resampling, once for each instruction set: the including file defines TARGET, BlendRow and
+// BlendInRow, and the compiler makes the vectors. Scale 0.5 reads every other pixel. At scale 2 the weights
+// are 1, 1/2 and 1/4, so that whole numbers give the same bits as the sums of doubles. All other scales take
+// the definition's sums in the two of the including file.
 
 TARGET void HalveRow(const uint16_t* source, int32_t count, uint16_t* result) {
     for (int32_t x = 0; x < count; ++x) result[x] = source[2 * x];
@@ -34,4 +34,4 @@ TARGET void RepeatRow(const uint16_t* source, int32_t width, uint16_t* result) {
     }
 }
 
-constexpr ResizeKernels kKernels = {HalveRow, DoubleRow, DoubleBetweenRows, RepeatRow, BlendRow};
+constexpr ResizeKernels kKernels = {HalveRow, DoubleRow, DoubleBetweenRows, RepeatRow, BlendRow, BlendInRow};

@@ -26,7 +26,8 @@ std::vector<uint16_t> Run(const ResizeVariant& variant, const Frame& source, dou
 }
 
 void ExpectAllVariantsEqual(const Frame& source) {
-    for (const double scale : {0.5, 2.0, 1.0, 1.0 / 3, 3.0, 4.0, 0.7, 1.0 / 7, 1.0 / 49, 2.5}) {
+    for (const double scale :
+         {0.5, 2.0, 1.0, 1.0 / 3, 3.0, 4.0, 5.0, 7.0, 9.0, 0.7, 1.5, 1.0 / 7, 1.0 / 49, 2.5}) {
         const std::vector<uint16_t> expected = Run(ResizeVariants().front(), source, scale);
         EXPECT_EQ(kGuards,
                   static_cast<size_t>(std::count(expected.begin(), expected.begin() + kGuards, kGuard)));
