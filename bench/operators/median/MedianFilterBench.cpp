@@ -37,6 +37,24 @@ void BenchMedianInPlace(benchmark::State& state, int32_t mask) {
     ReportPixels(state, frame);
 }
 
+void BenchMedianRows(benchmark::State& state, int32_t mask) {
+    BenchFrame frame = MakeNoiseFrame();
+    for (auto _ : state) {
+        MedianRows(frame.pixels.data(), frame.width, frame.height, mask);
+        benchmark::ClobberMemory();
+    }
+    ReportPixels(state, frame);
+}
+
+void BenchMedianColumns(benchmark::State& state, int32_t mask) {
+    BenchFrame frame = MakeNoiseFrame();
+    for (auto _ : state) {
+        MedianColumns(frame.pixels.data(), frame.width, frame.height, mask);
+        benchmark::ClobberMemory();
+    }
+    ReportPixels(state, frame);
+}
+
 const bool kRegistered = [] {
     for (const WindowSize window :
          {WindowSize{3, 3}, WindowSize{5, 5}, WindowSize{7, 7}, WindowSize{9, 9}, WindowSize{15, 15},
@@ -54,6 +72,13 @@ const bool kRegistered = [] {
     for (const int32_t mask : {3, 5, 9, 31, 301}) {
         const std::string name = "MedianSquare/" + std::to_string(mask);
         benchmark::RegisterBenchmark(name.c_str(), BenchMedianInPlace, mask)->Unit(benchmark::kMillisecond);
+    }
+    for (const int32_t mask : {3, 5, 9}) {
+        const std::string size = std::to_string(mask);
+        benchmark::RegisterBenchmark(("MedianRows/" + size).c_str(), BenchMedianRows, mask)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("MedianColumns/" + size).c_str(), BenchMedianColumns, mask)
+            ->Unit(benchmark::kMicrosecond);
     }
     return true;
 }();

@@ -159,9 +159,25 @@ TARGET void FilterTwoRows(const uint16_t* top, size_t stride, size_t count, uint
     }
 }
 
+// The same for windows of a single column, whose list no other window reads.
+template <typename Shape>
+TARGET void FilterTwoRowsOfColumns(const uint16_t* top, size_t stride, size_t count, uint16_t* out) {
+    const uint16_t* common = top + stride;
+    const uint16_t* bottom = common + Shape::kCommonRows * stride;
+    for (size_t x = 0; x < count; x = NextVector(x, count)) {
+        Vector wires[Shape::kCommonRows];
+        RunNetwork<ColumnPlan<Shape>>(wires, ColumnInput{common + x, stride});
+        Vector middle[Shape::kMiddle];
+        GatherOutputs<ColumnPlan<Shape>>(wires, middle, std::make_index_sequence<Shape::kMiddle>());
+        SelectMedian<Shape>(middle, top + x, out + x);
+        SelectMedian<Shape>(middle, bottom + x, out + stride + x);
+    }
+}
+
 // The whole call; at least two rows and kLanes columns have windows.
 template <size_t Width, size_t Height>
 TARGET void FilterWindow(const MedianCall& call, uint16_t* planes) {
+    using Shape = WindowShape<Width, Height>;
     const auto stride = static_cast<size_t>(call.width);
     const size_t columns = stride - 2 * (Width / 2);
     // An odd last row is made together with the one above it, which is made again.
@@ -172,7 +188,10 @@ TARGET void FilterWindow(const MedianCall& call, uint16_t* planes) {
         for (size_t x = 0; x < columns; x += kStrip) {
             const size_t first = std::min(x, columns - kLanes);
             const size_t count = std::min(kStrip, columns - first);
-            FilterTwoRows<WindowShape<Width, Height>>(top + first, stride, count, planes, out + first);
+            if constexpr (Width == 1)
+                FilterTwoRowsOfColumns<Shape>(top + first, stride, count, out + first);
+            else
+                FilterTwoRows<Shape>(top + first, stride, count, planes, out + first);
         }
     }
 }

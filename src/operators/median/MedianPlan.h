@@ -109,6 +109,15 @@ struct MiddlePlan {
     static constexpr const Network& kNetwork = kMiddle.network;
 };
 
+// Selects the middle of a window's only column in common.
+template <typename Shape>
+struct ColumnPlan {
+    static constexpr Network kNetwork = [] {
+        NetworkBuilder builder;
+        return builder.Finish(builder.Sort(0, Shape::kCommonRows).Part(Shape::kLow, Shape::kMiddle));
+    }();
+};
+
 // Selects the median from the middle of the common rows, on the first wires, and the row that joins last.
 template <typename Shape>
 struct LastPlan {
