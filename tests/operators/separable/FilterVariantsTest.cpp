@@ -115,6 +115,25 @@ TEST(FilterVariants, WideRowsGiveTheReferenceBits) {
 
 // A limit past 16 bits keeps the low bits; the fast forms must not clamp to
 // 65535 instead.
+// Of so many pixels the next row is asked for ahead of its turn, also where there is none.
+TEST(FilterVariants, LargeFramesGiveTheReferenceBits) {
+    constexpr int32_t kWidth = 2049;
+    constexpr int32_t kHeight = 2048;
+    std::mt19937 random(20240531);
+    const std::vector<double> kernel = MakeKernel(random, 3);
+    const std::vector<uint16_t> noise = MakePixels(random, size_t{kWidth} * kHeight, Content::Noise, 65535);
+    for (const EdgeRule edges : {EdgeRule::Wrap, EdgeRule::Replicate}) {
+        const auto filtered = [&](const FilterVariant& variant) {
+            std::vector<uint16_t> pixels = noise;
+            variant.run({pixels.data() + kGuards, kWidth, kHeight, 65535, kernel, edges});
+            return pixels;
+        };
+        const std::vector<uint16_t> expected = filtered(FilterVariants().front());
+        for (const FilterVariant& variant : FilterVariants().subspan(1))
+            ASSERT_TRUE(expected == filtered(variant)) << variant.name << ' ' << static_cast<int>(edges);
+    }
+}
+
 TEST(FilterVariants, LimitBeyondSixteenBitsKeepsTheLowBits) {
     const std::vector<double> kernel = {300.0};
     for (const FilterVariant& variant : FilterVariants()) {
