@@ -24,7 +24,7 @@ public:
         if (index >= call_.height && row < keptRows_) {
             return kept_.data() + static_cast<size_t>(row) * static_cast<size_t>(call_.width);
         }
-        if (row + 1 < call_.height) FetchAhead(Result(row + 1));
+        FetchRow(call_.pixels, call_.width, call_.height, row + 1);
         return Result(row);
     }
 
@@ -35,17 +35,6 @@ public:
     void Finish(int32_t /*y*/, int32_t /*count*/) const {}
 
 private:
-    // Has a row come from memory while the one before is filtered: by itself the processor looks ahead to the
-    // end of a page only. Smaller frames are in a cache as a rule, and there it costs more than it saves.
-    void FetchAhead([[maybe_unused]] const uint16_t* row) const {
-#if defined(__GNUC__)
-        constexpr int32_t kLine = 32;
-        constexpr int64_t kLeastPixels = int64_t{1} << 22;
-        if (int64_t{call_.width} * call_.height < kLeastPixels) return;
-        for (int32_t x = 0; x < call_.width; x += kLine) __builtin_prefetch(row + x);
-#endif
-    }
-
     // The last rows of a wrapped frame see the first ones, which are overwritten by then.
     void KeepFirstRows() {
         if (call_.edges != EdgeRule::Wrap) return;

@@ -33,6 +33,21 @@ struct FilterKernels {
 // The index among `count` rows or columns for one that may lie beyond either end.
 int32_t EdgeIndex(int32_t index, int32_t count, EdgeRule edges);
 
+// Has row `row` of a frame, if it has one, come from memory while the one before is filtered: by itself the
+// processor looks ahead to the end of a page only. Smaller frames are in a cache as a rule, and there it
+// costs more than it saves. Inline, as GCC takes a call without an effect on values for one without any.
+[[gnu::always_inline]] inline void FetchRow([[maybe_unused]] const uint16_t* pixels,
+                                            [[maybe_unused]] int32_t width, [[maybe_unused]] int32_t height,
+                                            [[maybe_unused]] int32_t row) {
+#if defined(__GNUC__)
+    constexpr int32_t kLine = 32;
+    constexpr int64_t kLeastPixels = int64_t{1} << 22;
+    if (row >= height || int64_t{width} * height < kLeastPixels) return;
+    const uint16_t* first = pixels + static_cast<size_t>(row) * static_cast<size_t>(width);
+    for (int32_t x = 0; x < width; x += kLine) __builtin_prefetch(first + x);
+#endif
+}
+
 // Doubles from one filtered row to the next. An odd number of cache lines, so that rows do not crowd the same
 // sets of the cache.
 size_t FilteredRowStride(int32_t width, int32_t slack);

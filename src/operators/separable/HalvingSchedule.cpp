@@ -71,6 +71,7 @@ private:
     void FilterRow(int32_t key) {
         const int32_t row = EdgeIndex(key, call_.height, call_.edges);
         const uint16_t* source = call_.source + static_cast<size_t>(row) * static_cast<size_t>(call_.width);
+        FetchRow(call_.source, call_.width, call_.height, row + 1);
         for (int32_t place = 0; place < half_; ++place) PutPlace(source, place);
         double* evens = evens_.data() + (half_ + 1) / 2;
         double* odds = odds_.data() + half_ / 2;

@@ -118,6 +118,11 @@ TEST(HalvingFilter, ExtremesAndLimitsGiveTheReferenceBits) {
     }
 }
 
+// Of so many pixels the next row is asked for ahead of its turn, also where there is none.
+TEST(HalvingFilter, LargeFramesGiveTheReferenceBits) {
+    ExpectAllVariantsEqual(Noise(2049, 2048, 65535, 20240531), 65535, 3);
+}
+
 TEST(GaussHalveReplicate, IsTheSmoothedFrameHalved) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     // Sigma 0 wraps around, -0.2 too; -1, what is not a number and 1e9 do not smooth.
