@@ -70,8 +70,8 @@ ReturnCode RunLowExposureChain(const DriverCall& call, const SensorGeometry* geo
     const bool isLow = IsExposureLow(call, run);
     if (isLow) run.SwitchSection(kLowSection);
     if (run.Settings().MSGBOX_ENABLE != 0) {
-        // A host may look at both frames while it shows the message, or process others.
-        run.Frame().Read();
+        // While it shows the message a host may look at both frames, change them, or process others.
+        run.Frame().Change();
         ShowDecision(isLow);
     }
     run.LimitPixels();

@@ -55,14 +55,17 @@ public:
         frame_.emplace(FrameView(call.input, call.width, call.height));
         CorrectExposure(call, *frame_);
     }
-    // Asks for no memory, of which there may be none.
-    ~CorrectedInput() {
-        if (frame_) frame_->Change();
-    }
+    ~CorrectedInput() { Finish(); }
     CorrectedInput(const CorrectedInput&) = delete;
     CorrectedInput& operator=(const CorrectedInput&) = delete;
     CorrectedInput(CorrectedInput&&) = delete;
     CorrectedInput& operator=(CorrectedInput&&) = delete;
+
+    // Brings the curve to the caller's pixels, if it still waits. Asks for no memory, of which there may be
+    // none.
+    void Finish() {
+        if (frame_) frame_->Change();
+    }
 
     // Null without a frame.
     TonedFrame* Frame() { return frame_ ? &*frame_ : nullptr; }
@@ -91,6 +94,8 @@ ReturnCode RunCall(const ProcessCall& call, uint16_t* output) {
     const int32_t mode = ReadProcessingMode(call);
     CorrectedInput input(call);
     const ReturnCode code = RunDriver(mode, call, input.Frame(), output);
+    // Before the mapping, for the output of a run that ended early may be the very input.
+    input.Finish();
     // The mapping runs on any code of the driver, as long as there is a frame.
     const bool hasFrames = call.input != nullptr && output != nullptr && call.width > 0 && call.height > 0;
     if (call.isMappingOn && hasFrames) ApplyOutputMapping(output, call.width, call.height);

@@ -39,10 +39,12 @@ int32_t BuildMaskFromGeometry(const uint16_t* frame, RowMask& mask, const Sensor
     return 1;
 }
 
-bool AreCornersKnown(int32_t width, int32_t height, const SensorGeometry& geometry) {
+CornerSource SourceOfCorners(int32_t width, int32_t height, const SensorGeometry& geometry) {
     const int32_t code = ComputeOrientationCode(geometry.Rotation, geometry.Flip);
-    return code != kOrientationUnknown && FitsFrame(geometry, code, width, height) &&
-           HasCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR);
+    if (code == kOrientationUnknown || !FitsFrame(geometry, code, width, height)) return CornerSource::Frame;
+    return HasCornerOutline(geometry.FrameWidth, geometry.FrameHeight, geometry.RCCutOff, geometry.RCCutOffR)
+               ? CornerSource::Geometry
+               : CornerSource::FrameAndMessage;
 }
 
 int32_t BuildMaskFromProfile(const uint16_t* frame, RowMask& mask, const std::wstring& iniPath) {

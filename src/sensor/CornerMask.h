@@ -16,8 +16,14 @@ namespace vastrelline {
 // Returns   1
 int32_t BuildMaskFromGeometry(const uint16_t* frame, RowMask& mask, const SensorGeometry& geometry);
 
-// Whether the mask follows from the geometry alone: then `frame` is not looked at, and no message shown.
-bool AreCornersKnown(int32_t width, int32_t height, const SensorGeometry& geometry);
+// What BuildMaskFromGeometry finds the corners by.
+enum class CornerSource : uint8_t {
+    Geometry,         // alone: `frame` is not looked at
+    Frame,            // its dark corners
+    FrameAndMessage,  // the same, when a message has told that the geometry is wrong
+};
+
+CornerSource SourceOfCorners(int32_t width, int32_t height, const SensorGeometry& geometry);
 
 // The same with the geometry that stands in the profile.
 int32_t BuildMaskFromProfile(const uint16_t* frame, RowMask& mask, const std::wstring& iniPath);

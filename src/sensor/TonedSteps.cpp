@@ -31,8 +31,19 @@ void CapTonedSaturation(TonedFrame& frame, int32_t saturationValue) {
 }
 
 int32_t BuildTonedMask(TonedFrame& frame, RowMask& mask, const SensorGeometry& geometry) {
-    const bool isFrameNeeded = !AreCornersKnown(frame.Width(), frame.Height(), geometry);
-    return BuildMaskFromGeometry(isFrameNeeded ? frame.Read().begin() : nullptr, mask, geometry);
+    const uint16_t* pixels = nullptr;
+    switch (SourceOfCorners(frame.Width(), frame.Height(), geometry)) {
+        case CornerSource::Geometry:
+            break;
+        case CornerSource::Frame:
+            pixels = frame.Read().begin();
+            break;
+        case CornerSource::FrameAndMessage:
+            // The host may change the frame while the message stands.
+            pixels = frame.Change().begin();
+            break;
+    }
+    return BuildMaskFromGeometry(pixels, mask, geometry);
 }
 
 int32_t BuildTonedMaskFromProfile(TonedFrame& frame, RowMask& mask, const std::wstring& iniPath) {

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/MessageDialog.h"
+#include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/MadeFrame.h"
 #include "support/ProfileWriter.h"
@@ -47,11 +49,15 @@ protected:
             .Stage("10", {{"POST_GAMMA_RATIO", "0.2"}})
             .Stage("11", {{"POST_LINEAR_MODE", "2"}, {"POST_LINEAR_BRIGHTOPT", "-80"}})
             .Stage("2", {{"STRETCH_SEPARATION_CNT", "2"}, {"RESTRETCH_OPTION", "1"}})
+            .Stage("11", {{"POST_LINEAR_MODE", "2"}, {"POST_LINEAR_BRIGHTOPT", "-50"}})
+            .Stage("6", {{"PYRAMID_LAYER", "1"}})
             .Stage("8", {{"GAUSSIAN_SIZE", "0.9"}})
             .Stage("9", {{"POST_SIGMOID_RATIO", "0.4"}})
             .Stage("2", {{"STRETCH_SEPARATION_CNT", "3"}, {"RESTRETCH_OPTION", "2"}})
             .Stage("11", {{"POST_LINEAR_MODE", "1"}, {"POST_LINEAR_LIMITBIN", "20"}})
-            .Stage("10", {{"POST_GAMMA_RATIO", "-1.15"}});
+            .Stage("10", {{"POST_GAMMA_RATIO", "-1.15"}})
+            .Stage("6", {{"PYRAMID_LAYER", "2"}})
+            .Stage("11", {{"POST_LINEAR_MODE", "2"}, {"POST_LINEAR_BRIGHTOPT", "-40"}});
         writer.WriteTo(folder_.Path() / "profile.ini");
     }
 
@@ -112,6 +118,88 @@ TEST_F(WaitingCurvesTest, GiveTheFramesOfACallThatDumpsEachStep) {
                     EXPECT_EQ(TakeDumps(), 0U);
                 }
     }
+}
+
+// The frame that a host works on while a message stands, in place of a person.
+Frame* shownFrame = nullptr;
+
+// Levels that the frame had not before.
+uint16_t ChangedLevel(size_t i) { return static_cast<uint16_t>(i % 700 + 50); }
+
+class ChangingHost {
+public:
+    explicit ChangingHost(Frame& frame)
+        : before_(SetMessageHandler([](const std::wstring&, MessageIcon) {
+              for (size_t i = 0; i < shownFrame->pixels.size(); ++i) shownFrame->pixels[i] = ChangedLevel(i);
+          })) {
+        shownFrame = &frame;
+    }
+    ~ChangingHost() { SetMessageHandler(before_); }
+    ChangingHost(const ChangingHost&) = delete;
+    ChangingHost& operator=(const ChangingHost&) = delete;
+    ChangingHost(ChangingHost&&) = delete;
+    ChangingHost& operator=(ChangingHost&&) = delete;
+
+private:
+    MessageHandler before_;
+};
+
+class ChangedFrameTest : public testing::Test {
+protected:
+    // The output of a frame of 1000 to 2999 that the host changes during the message.
+    Frame Run(ProfileWriter& profile, const SensorGeometry& geometry) {
+        profile.WriteTo(folder_.Path() / "profile.ini");
+        Frame input(60, 50);
+        for (size_t i = 0; i < input.pixels.size(); ++i)
+            input.pixels[i] = static_cast<uint16_t>(1000 + i % 2000);
+        Frame output(60, 50);
+        const ChangingHost host(output);
+        EXPECT_EQ(ImageProcessingS(input.Data(), output.Data(), 60, 50, folder_.Narrow("profile.ini").c_str(),
+                                   "Molar", 0, 0, &geometry),
+                  VASTRELLINE_OK);
+        return output;
+    }
+
+    static Frame ExpectedInversion() {
+        Frame frame(60, 50);
+        for (size_t i = 0; i < frame.pixels.size(); ++i)
+            frame.pixels[i] = static_cast<uint16_t>(4095 - ChangedLevel(i));
+        return frame;
+    }
+
+    TemporaryFolder folder_;
+    SensorRoot root_;
+};
+
+TEST_F(ChangedFrameTest, DuringTheDecisionIsWorkedOnAsItIs) {
+    ProfileWriter profile;
+    profile.Section("Molar")
+        .Key("PROCMODE", "3")
+        .Key("SETCLIPBIN", "2")
+        .Key("MSGBOX_ENABLE", "1")
+        .Key("INTRAORAL_MASK", "0")
+        .Key("INVERSE_INTENSITY", "1");
+    EXPECT_THAT(Run(profile, {}), EqualsFrame(ExpectedInversion()));
+}
+
+TEST_F(ChangedFrameTest, DuringAMessageOnItsCornersIsWorkedOnAsItIs) {
+    ProfileWriter profile;
+    profile.Section("Molar").Key("PROCMODE", "2").Key("INTRAORAL_MASK", "1").Key("INVERSE_INTENSITY", "1");
+    SensorGeometry tooLarge{};
+    tooLarge.FrameWidth = 60;
+    tooLarge.FrameHeight = 50;
+    tooLarge.RCCutOff = 1000;
+    EXPECT_THAT(Run(profile, tooLarge), EqualsFrame(ExpectedInversion()));
+}
+
+// A flat frame of 2000 has an exposure curve that clips at 2000; the mapping makes 2047 of 2000.
+TEST(EarlyEnd, TheMappingComesBehindTheExposureCurveInOneFrame) {
+    const TemporaryFolder folder;
+    Frame frame = Flat(5, 4, 2000);
+    EXPECT_EQ(ImageProcessing(frame.Data(), frame.Data(), 5, 4, folder.Narrow("missing.ini").c_str(), "Molar",
+                              1, 0),
+              VASTRELLINE_NO_PROFILE);
+    EXPECT_THAT(frame, EqualsFrame(Flat(5, 4, 2047)));
 }
 
 }  // namespace

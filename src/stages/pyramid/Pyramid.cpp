@@ -226,7 +226,8 @@ void PyramidProcess(TonedFrame& frame, int32_t maxValue, BandCurve curve, const 
     frame.CopyTo(padded.pixels.data(), static_cast<size_t>(paddedWidth));
     FillTrailingBorder(padded.View(), width, height);
     pyramid.Decompose(std::move(padded));
-    pyramid.Rebuild(frame.Replace());
+    // A single level has no band, and the frame stays as it is.
+    if (settings.PYRAMID_LAYER > 1) pyramid.Rebuild(frame.Replace());
 }
 
 }  // namespace vastrelline
