@@ -12,6 +12,7 @@
 #include "platform/MessageDialog.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
+#include "support/KeptDoseRecord.h"
 #include "support/MadeFrame.h"
 #include "support/ProfileWriter.h"
 #include "support/SensorRoot.h"
@@ -83,6 +84,7 @@ protected:
     }
 
 private:
+    KeptDoseRecord record_;
     TemporaryFolder folder_;
     SensorRoot root_;
 };
@@ -167,6 +169,7 @@ protected:
         return frame;
     }
 
+    KeptDoseRecord record_;
     TemporaryFolder folder_;
     SensorRoot root_;
 };
