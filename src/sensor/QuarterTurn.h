@@ -13,7 +13,8 @@ namespace vastrelline {
 //
 // source        the first of `height` rows of `width` pixels; sourceStride pixels lead from one to the next
 // target        the first of `width` rows of `height` pixels; targetStride likewise; must not overlap
-// `source` Strides       below 0 where the rows are taken from the last to the first
+//               `source`
+// Strides       below 0 where the rows are taken or written from the last to the first
 struct TransposeCall {
     const uint16_t* source;
     ptrdiff_t sourceStride;
@@ -32,7 +33,7 @@ std::span<const TransposeVariant> TransposeVariants();
 // Turns a frame of width * height pixels by 90 degrees in place; then it is `height` pixels wide and `width`
 // high.
 //
-// Memory   a copy of the frame for the length of the call
+// Memory   a copy of the frame, with gaps between its rows, for the length of the call
 // Errors   none; a frame without pixels does nothing
 void TurnByQuarter(uint16_t* pixels, int32_t width, int32_t height, bool isClockwise);
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cfenv>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -9,6 +10,7 @@
 #include "operators/separable/GaussKernel.h"
 #include "operators/separable/SeparableFilter.h"
 #include "pixels/Border.h"
+#include "pixels/ScratchVector.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 
@@ -84,6 +86,22 @@ TEST(SeparableFilter, EmptyFrameAndEmptyKernelDoNothing) {
     Frame frame = FromRows({{1, 2}});
     SeparableFilter(frame.Data(), 2, 1, kTwelveBits, nullptr, 0);
     EXPECT_THAT(frame, EqualsFrame(FromRows({{1, 2}})));
+}
+
+// Scratch holds anything, and a host may trap what is no number.
+TEST(SeparableFilterVariants, ComputeOnNothingThatWasNotWritten) {
+    constexpr uint64_t kSignallingNan = 0x7FF4000000000000;
+    const std::vector<double> kernel(7, 1.0 / 7);
+    const ScratchCall call(1024, 1024);
+    for (int32_t width = 1001; width <= 1040; ++width) {
+        for (const FilterVariant& variant : FilterVariants()) {
+            { ScratchVector<uint64_t> scratch(size_t{1} << 18, kSignallingNan); }
+            Frame frame = Noise(width, 12, kTwelveBits, 5);
+            std::feclearexcept(FE_ALL_EXCEPT);
+            variant.run({frame.Data(), width, 12, kTwelveBits, kernel, EdgeRule::Replicate});
+            EXPECT_EQ(std::fetestexcept(FE_INVALID), 0) << variant.name << ", width " << width;
+        }
+    }
 }
 
 TEST(GaussFilter, FlatFrameStaysFlatUpToTheTruncation) {
