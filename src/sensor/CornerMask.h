@@ -20,7 +20,7 @@ int32_t BuildMaskFromGeometry(const uint16_t* frame, RowMask& mask, const Sensor
 enum class CornerSource : uint8_t {
     Geometry,         // alone: `frame` is not looked at
     Frame,            // its dark corners
-    FrameAndMessage,  // the same, when a message has told that the geometry is wrong
+    FrameAndMessage,  // the same, behind a message that the geometry is wrong
 };
 
 CornerSource SourceOfCorners(int32_t width, int32_t height, const SensorGeometry& geometry);

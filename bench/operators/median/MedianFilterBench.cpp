@@ -28,28 +28,11 @@ void BenchMedian(benchmark::State& state, const MedianVariant& variant, WindowSi
 }
 
 // As the stages call it.
-void BenchMedianInPlace(benchmark::State& state, int32_t mask) {
+void BenchInPlace(benchmark::State& state, int32_t (*filter)(uint16_t*, int32_t, int32_t, int32_t),
+                  int32_t mask) {
     BenchFrame frame = MakeNoiseFrame();
     for (auto _ : state) {
-        MedianSquare(frame.pixels.data(), frame.width, frame.height, mask);
-        benchmark::ClobberMemory();
-    }
-    ReportPixels(state, frame);
-}
-
-void BenchMedianRows(benchmark::State& state, int32_t mask) {
-    BenchFrame frame = MakeNoiseFrame();
-    for (auto _ : state) {
-        MedianRows(frame.pixels.data(), frame.width, frame.height, mask);
-        benchmark::ClobberMemory();
-    }
-    ReportPixels(state, frame);
-}
-
-void BenchMedianColumns(benchmark::State& state, int32_t mask) {
-    BenchFrame frame = MakeNoiseFrame();
-    for (auto _ : state) {
-        MedianColumns(frame.pixels.data(), frame.width, frame.height, mask);
+        filter(frame.pixels.data(), frame.width, frame.height, mask);
         benchmark::ClobberMemory();
     }
     ReportPixels(state, frame);
@@ -71,13 +54,14 @@ const bool kRegistered = [] {
     }
     for (const int32_t mask : {3, 5, 9, 31, 301}) {
         const std::string name = "MedianSquare/" + std::to_string(mask);
-        benchmark::RegisterBenchmark(name.c_str(), BenchMedianInPlace, mask)->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(name.c_str(), BenchInPlace, MedianSquare, mask)
+            ->Unit(benchmark::kMillisecond);
     }
     for (const int32_t mask : {3, 5, 9}) {
         const std::string size = std::to_string(mask);
-        benchmark::RegisterBenchmark(("MedianRows/" + size).c_str(), BenchMedianRows, mask)
+        benchmark::RegisterBenchmark(("MedianRows/" + size).c_str(), BenchInPlace, MedianRows, mask)
             ->Unit(benchmark::kMicrosecond);
-        benchmark::RegisterBenchmark(("MedianColumns/" + size).c_str(), BenchMedianColumns, mask)
+        benchmark::RegisterBenchmark(("MedianColumns/" + size).c_str(), BenchInPlace, MedianColumns, mask)
             ->Unit(benchmark::kMicrosecond);
     }
     return true;

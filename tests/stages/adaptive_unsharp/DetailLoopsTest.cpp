@@ -12,34 +12,19 @@
 #include "stages/adaptive_unsharp/EdgeWeightedUnsharp.h"
 #include "stages/adaptive_unsharp/HistogramShapedUnsharp.h"
 #include "support/Frames.h"
+#include "support/RepeatedPixels.h"
 #include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
 
-using Pixels = std::vector<uint16_t>;
-
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int32_t kTwelveBits = 4095;
 
-// Rows as long as a vector or two, so that what a vector makes is among what is compared.
-Pixels Repeated(const Pixels& pixels) {
-    Pixels repeated;
-    for (int32_t i = 0; i < 8; ++i) repeated.insert(repeated.end(), pixels.begin(), pixels.end());
-    return repeated;
-}
-
-// Expects of every form of a loop these pixels, repeated.
-//
-// loop   runs a form over copies of `in`: it is given the loops, what it changes, and the count
 template <typename Loop>
 void ExpectOfAllForms(const Pixels& in, const Pixels& expected, const Loop& loop) {
-    for (const DetailVariant& variant : DetailVariants()) {
-        Pixels pixels = Repeated(in);
-        loop(*variant.run, pixels.data(), pixels.size());
-        EXPECT_EQ(pixels, Repeated(expected)) << variant.name;
-    }
+    ExpectOfForms(DetailVariants(), in, expected, loop);
 }
 
 // 110 and 90 of base 100: 100 + 10 * 2.5, 100 - 10 * 2.5; 100 + 10 * 0.55 = 105.5 is cut, 100 - 10 * 0.55 =

@@ -10,32 +10,17 @@
 #include "stages/pre_processing/MidBandLoops.h"
 #include "stages/pre_processing/PreProcessFrame.h"
 #include "support/Frames.h"
+#include "support/RepeatedPixels.h"
 #include "support/VariantForms.h"
 
 namespace vastrelline {
 namespace {
 
-using Pixels = std::vector<uint16_t>;
-
 constexpr int32_t kTwelveBits = 4095;
 
-// As long as a vector or two, so that what a vector makes is among what is compared.
-Pixels Repeated(const Pixels& pixels) {
-    Pixels repeated;
-    for (int32_t i = 0; i < 8; ++i) repeated.insert(repeated.end(), pixels.begin(), pixels.end());
-    return repeated;
-}
-
-// Expects of every form of a loop these pixels, repeated.
-//
-// loop   runs a form over copies of `in`: it is given the loops, what it changes, and the count
 template <typename Loop>
 void ExpectOfAllForms(const Pixels& in, const Pixels& expected, const Loop& loop) {
-    for (const MidBandVariant& variant : MidBandVariants()) {
-        Pixels pixels = Repeated(in);
-        loop(*variant.run, pixels.data(), pixels.size());
-        EXPECT_EQ(pixels, Repeated(expected)) << variant.name;
-    }
+    ExpectOfForms(MidBandVariants(), in, expected, loop);
 }
 
 TEST(MidBandLoops, FloorIsTheSmallestPixelAboveZero) {
