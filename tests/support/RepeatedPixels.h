@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -27,6 +29,27 @@ void ExpectOfForms(const Variants& variants, const Pixels& in, const Pixels& exp
         loop(*variant.run, pixels.data(), pixels.size());
         EXPECT_EQ(pixels, Repeated(expected)) << variant.name;
     }
+}
+
+// Expects of every form of a loop what the reference makes of these pixels, and that nothing beside them is
+// written.
+//
+// loop   as for ExpectOfForms, over a copy of `in` between guards
+template <typename Variants, typename Loop>
+void ExpectReferenceBits(const Variants& variants, const char* what, const Pixels& in, const Loop& loop) {
+    constexpr std::ptrdiff_t kGuards = 16;
+    constexpr uint16_t kGuard = 0xA5C3;
+    const auto run = [&](const auto& variant) {
+        Pixels pixels(in.size() + size_t{2 * kGuards}, kGuard);
+        std::copy(in.begin(), in.end(), pixels.begin() + kGuards);
+        loop(*variant.run, pixels.data() + kGuards, in.size());
+        return pixels;
+    };
+    const Pixels expected = run(variants.front());
+    ASSERT_EQ(std::count(expected.begin(), expected.begin() + kGuards, kGuard), kGuards);
+    ASSERT_EQ(std::count(expected.end() - kGuards, expected.end(), kGuard), kGuards);
+    for (const auto& variant : variants.subspan(1))
+        EXPECT_EQ(expected, run(variant)) << what << ' ' << variant.name << ' ' << in.size();
 }
 
 }  // namespace vastrelline

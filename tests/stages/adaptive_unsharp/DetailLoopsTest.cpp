@@ -130,23 +130,9 @@ TEST(DetailVariants, TheLastOneRuns) {
 
 class EveryDetailForm : public testing::Test {
 protected:
-    static constexpr size_t kGuards = 16;
-    static constexpr uint16_t kGuard = 0xA5C3;
-
-    // Runs a form over the pixels between guards; gives all of it.
-    template <typename Loop>
-    static Pixels Run(const DetailVariant& variant, const Pixels& in, const Loop& loop) {
-        Pixels pixels(in.size() + 2 * kGuards, kGuard);
-        std::copy(in.begin(), in.end(), pixels.begin() + kGuards);
-        loop(*variant.run, pixels.data() + kGuards, in.size());
-        return pixels;
-    }
-
     template <typename Loop>
     static void ExpectEqual(const char* what, const Pixels& in, const Loop& loop) {
-        const Pixels expected = Run(DetailVariants().front(), in, loop);
-        for (const DetailVariant& variant : DetailVariants().subspan(1))
-            EXPECT_EQ(expected, Run(variant, in, loop)) << what << ' ' << variant.name << ' ' << in.size();
+        ExpectReferenceBits(DetailVariants(), what, in, loop);
     }
 
     static Pixels NoiseOf(int32_t count, uint16_t top, uint32_t seed) {

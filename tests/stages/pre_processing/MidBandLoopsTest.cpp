@@ -93,22 +93,9 @@ TEST(MidBandVariants, TheLastOneRuns) {
 
 class EveryMidBandForm : public testing::Test {
 protected:
-    static constexpr size_t kGuards = 16;
-    static constexpr uint16_t kGuard = 0xA5C3;
-
-    template <typename Loop>
-    static Pixels Run(const MidBandVariant& variant, const Pixels& in, const Loop& loop) {
-        Pixels pixels(in.size() + 2 * kGuards, kGuard);
-        std::copy(in.begin(), in.end(), pixels.begin() + kGuards);
-        loop(*variant.run, pixels.data() + kGuards, in.size());
-        return pixels;
-    }
-
     template <typename Loop>
     static void ExpectEqual(const char* what, const Pixels& in, const Loop& loop) {
-        const Pixels expected = Run(MidBandVariants().front(), in, loop);
-        for (const MidBandVariant& variant : MidBandVariants().subspan(1))
-            EXPECT_EQ(expected, Run(variant, in, loop)) << what << ' ' << variant.name << ' ' << in.size();
+        ExpectReferenceBits(MidBandVariants(), what, in, loop);
     }
 };
 
