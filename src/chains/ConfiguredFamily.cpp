@@ -3,7 +3,6 @@
 #include "chains/TonedCopy.h"
 #include "config/ConfiguredState.h"
 #include "config/StageId.h"
-#include "pixels/AllocFrame.h"
 #include "pixels/Truncate.h"
 #include "platform/Clock.h"
 #include "report/BackupSet.h"
