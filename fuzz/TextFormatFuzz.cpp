@@ -11,6 +11,7 @@
 #include <string>
 
 #include "platform/TextFormat.h"
+#include "profile_text/ValueText.h"
 #include "support/FuzzInput.h"
 
 namespace {

@@ -5,13 +5,14 @@
 #include "config/CallProfile.h"
 #include "platform/TextFormat.h"
 #include "profile_text/ProfileText.h"
+#include "profile_text/ValueText.h"
 
 namespace vastrelline {
 
 namespace {
 
-// One more than the longest value that is read, for the terminator.
-constexpr uint32_t kValueSize = 261;
+// With the terminator.
+constexpr uint32_t kValueSize = kLongestValue + 1;
 
 std::wstring TextOrEmpty(const wchar_t* text) {
     return text != nullptr ? std::wstring(text) : std::wstring();

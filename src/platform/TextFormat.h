@@ -21,9 +21,4 @@ using FormatArgument = std::variant<int32_t, double, std::wstring_view>;
 std::wstring FormatText(std::wstring_view format, std::initializer_list<FormatArgument> arguments);
 std::wstring FormatText(std::wstring_view format, std::span<const FormatArgument> arguments);
 
-// The number at the start of a text, as the C library's wide string-to-double conversion reads it in the
-// "C" locale, correctly rounded: blanks, sign, decimal or hexadecimal digits, exponent, inf, nan.
-// No number gives 0.0; too large gives an infinity; too small gives 0.0, signs kept.
-double ParseDouble(std::wstring_view text);
-
 }  // namespace vastrelline

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "profile_text/CaseFolding.h"
+#include "profile_text/ValueText.h"
 
 namespace vastrelline {
 
@@ -46,23 +47,6 @@ uint64_t HashText(std::wstring_view text) {
 std::wstring CutAtZero(std::wstring text) {
     text.resize(std::min(text.size(), text.find(L'\0')));
     return text;
-}
-
-std::wstring_view DropQuotes(std::wstring_view value) {
-    const bool isQuoted = value.size() >= 2 && value.front() == value.back() &&
-                          (value.front() == L'"' || value.front() == L'\'');
-    return isQuoted ? value.substr(1, value.size() - 2) : value;
-}
-
-int32_t ParseLeadingInteger(std::wstring_view text) {
-    size_t i = 0;
-    while (i < text.size() && (text[i] == L' ' || text[i] == L'\t')) ++i;
-    const bool isNegative = i < text.size() && text[i] == L'-';
-    if (isNegative) ++i;
-    uint32_t value = 0;  // unsigned: too many digits wrap
-    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i)
-        value = value * 10 + static_cast<uint32_t>(text[i] - L'0');
-    return static_cast<int32_t>(isNegative ? 0 - value : value);
 }
 
 uint32_t CopyText(std::wstring_view text, wchar_t* buffer, uint32_t size) {
