@@ -96,7 +96,7 @@ TEST_F(ToolProgram, MakesAPictureThatViewersOpen) {
 
 TEST_F(ToolProgram, TellsThatTheProfileIsMissing) {
     const ToolRun run = Process("ImageProcessing", "out.png", "missing.ini");
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 4);
     EXPECT_EQ(run.errors,
               "vastrelline: ImageProcessing returned 1 (the profile file does not exist); no picture was "
               "written\n");
@@ -125,7 +125,7 @@ TEST_F(ToolProgram, TakesAFrameOfOneChainForEveryKindOfFile) {
 }
 
 TEST_F(ToolProgram, WrongUseIsCodeTwo) {
-    const ToolRun run = Start({"run"});
+    const ToolRun run = Start({"run", "a.raw"});
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.errors.rfind("vastrelline: ", 0), 0U);
 }

@@ -24,7 +24,7 @@ inline ToolRun RunTool(const std::vector<std::string>& arguments, const ExportCa
     std::ostringstream report;
     std::ostringstream errors;
     const int exitCode =
-        RunCommandLine(static_cast<int>(words.size()), words.data(), callExport, report, errors);
+        RunCommandLine(static_cast<int>(words.size()), words.data(), callExport, {report, errors});
     return {exitCode, report.str(), errors.str()};
 }
 

@@ -1,99 +1,166 @@
 #include "commands/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
+#include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
+#include <vector>
 
-#include "commands/CompareCommand.h"
-#include "commands/PhantomCommand.h"
-#include "commands/RunCommand.h"
+#include "commands/CommandTree.h"
+#include "messages/Suggestion.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
 namespace {
 
-constexpr int kFailure = 1;
-constexpr int kWrongUse = 2;
+constexpr const char* kAllCommands = "'vastrelline --help' lists all commands.\n";
 
-constexpr const char* kAbout =
-    "Turns the raw frame of an intra-oral X-ray sensor into a diagnostic image.\n"
-    "\n"
-    "A frame is a picture of 16-bit grey levels, mostly of 12 significant bits (0 to 4095), in which a "
-    "large\n"
-    "value means much radiation. Frames come as\n"
-    "  .raw   16-bit levels, low byte first, nothing else; the size is told by --size or by a\n"
-    "         name such as tooth_1300x1668.raw (files with other endings are read as raw, too)\n"
-    "  .pgm   binary grey map\n"
-    "  .png   grey picture of 16 bits, or of 8\n";
-
-constexpr const char* kExamples =
-    "Examples:\n"
-    "  Make a frame to play with, and process it:\n"
-    "    vastrelline phantom --out tooth_1300x1668.raw\n"
-    "    vastrelline run tooth_1300x1668.raw --profile profile.ini --section General --out tooth.png\n"
-    "  See how two frames differ:\n"
-    "    vastrelline compare before_1300x1668.raw after_1300x1668.raw\n"
-    "\n"
-    "Exit code: 0 success, 1 failure (for compare: the frames differ), 2 wrong use.\n"
-    "'vastrelline COMMAND --help' tells a command's options.\n";
-
-// A file name may hold anything, an error is one line.
-std::string OneLine(std::string text) {
-    while (!text.empty() && text.back() == '\n') text.pop_back();
-    for (char& c : text)
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = '?';
-    return text;
+std::string FullName(const CommandEntry& entry) {
+    return (entry.group.empty() ? "" : std::string(entry.group) + " ") + std::string(entry.name);
 }
 
-int ReportError(std::ostream& errors, const std::string& text, int exitCode) {
-    errors << "vastrelline: " << OneLine(text) << '\n';
-    return exitCode;
-}
-
-struct Commands {
-    RunOptions run;
-    PhantomOptions phantom;
-    CompareOptions compare;
-    CLI::App* runCommand = nullptr;
-    CLI::App* phantomCommand = nullptr;
-
-    int Execute(const ExportCaller& callExport, std::ostream& report) const {
-        if (runCommand->parsed()) return ExecuteRun(run, callExport, report);
-        if (phantomCommand->parsed()) return ExecutePhantom(phantom, report);
-        return ExecuteCompare(compare, report);
+const CommandTree::Branch* FindBranch(const CommandTree& tree, const std::vector<std::string>& words) {
+    for (const CommandTree::Branch& branch : tree.Branches()) {
+        const bool isGrouped = !branch.entry->group.empty();
+        const size_t place = isGrouped ? 1 : 0;
+        if (words.size() <= place || words[place] != branch.entry->name) continue;
+        if (!isGrouped || words[0] == branch.entry->group) return &branch;
     }
-};
+    return nullptr;
+}
+
+bool IsGroup(std::string_view word) {
+    for (const CommandGroup& group : CommandGroups())
+        if (group.name == word && !CommandTree::NamesIn(group.name).empty()) return true;
+    return false;
+}
+
+// What a group of commands says when it stands alone: one example of each of its first three commands.
+std::string GroupExamples(const CommandTree& tree, std::string_view group) {
+    constexpr int kExamples = 3;
+    std::string text = "Examples:\n";
+    int count = 0;
+    for (const CommandTree::Branch& branch : tree.Branches()) {
+        if (branch.entry->group != group || count++ == kExamples) continue;
+        const std::string_view examples = branch.command->Examples();
+        text += examples.substr(0, examples.find('\n') + 1);
+    }
+    return text + "'vastrelline " + std::string(group) + " --help' lists all its commands.\n";
+}
+
+// A command, a group or the tool itself without a word behind it shows how it is used.
+std::optional<std::string> ExamplesOf(const CommandTree& tree, const std::vector<std::string>& words) {
+    if (words.empty()) return std::string(kFirstSteps) + kAllCommands;
+    if (words.size() == 1 && IsGroup(words[0])) return GroupExamples(tree, words[0]);
+    const CommandTree::Branch* const branch = FindBranch(tree, words);
+    const size_t length = branch == nullptr ? 0 : branch->entry->group.empty() ? 1 : 2;
+    if (branch == nullptr || words.size() > length) return std::nullopt;
+    const CLI::App& app = *branch->app;
+    const std::vector<const CLI::Option*> options =
+        app.get_options([](const CLI::Option* option) { return option->get_required(); });
+    if (options.empty()) return std::nullopt;  // it needs no more words
+    return "Examples:\n" + std::string(branch->command->Examples()) + "'vastrelline " +
+           FullName(*branch->entry) + " --help' tells its options.\n";
+}
+
+// Unknown commands, which the parser would report as a missing one.
+void TestCommandName(const std::vector<std::string>& words) {
+    if (words.empty() || words[0].starts_with('-')) return;
+    const bool isGroup = IsGroup(words[0]);
+    const std::string group = isGroup ? words[0] : std::string();
+    if (isGroup && (words.size() < 2 || words[1].starts_with('-'))) return;
+    const std::string& name = words[isGroup ? 1 : 0];
+    const std::vector<std::string> names = CommandTree::NamesIn(group);
+    if (isGroup || !IsGroup(name))
+        for (const std::string& known : names)
+            if (known == name) return;
+    const std::string all = isGroup ? "see vastrelline " + group + " --help" : "see vastrelline --help";
+    throw UsageError("there is no command '" + (isGroup ? group + " " : "") + name + "'",
+                     DidYouMean(name, names, all));
+}
+
+// The first option that the command does not know, as an error with the one that may be meant.
+std::optional<UsageError> FindUnknownOption(const CommandTree::Branch& branch,
+                                            const std::vector<std::string>& words) {
+    std::vector<std::string> known;
+    for (const CLI::Option* const option : branch.app->get_options())
+        for (const std::string& name : option->get_lnames()) known.push_back("--" + name);
+    for (const std::string& word : words) {
+        if (!word.starts_with("--") || word == "--") continue;
+        const std::string name = word.substr(0, word.find('='));
+        if (std::find(known.begin(), known.end(), name) != known.end()) continue;
+        return UsageError("there is no option '" + name + "'",
+                          DidYouMean(name, known, "see vastrelline " + FullName(*branch.entry) + " --help"));
+    }
+    return std::nullopt;
+}
+
+void Parse(CommandTree& tree, int argc, const char* const* argv, const std::vector<std::string>& words) {
+    TestCommandName(words);
+    try {
+        tree.Root().parse(argc, argv);
+    } catch (const CLI::Success&) {
+        throw;
+    } catch (const CLI::ParseError& error) {
+        const CommandTree::Branch* const branch = FindBranch(tree, words);
+        if (branch == nullptr) throw UsageError(error.what(), "see vastrelline --help");
+        if (const std::optional<UsageError> unknown = FindUnknownOption(*branch, words)) throw *unknown;
+        throw UsageError(error.what(), "see vastrelline " + FullName(*branch->entry) + " --help");
+    }
+}
+
+int ReportError(const ToolError& error, const Streams& streams, Messages& messages, bool wantsJson) {
+    messages.Fail(error.Where().empty() ? std::string("vastrelline: ") + error.what() : error.what());
+    const int code = static_cast<int>(error.Code());
+    if (wantsJson) {
+        const nlohmann::ordered_json object = {
+            {"exit", code},
+            {"error", {{"where", error.Where()}, {"what", error.What()}, {"remedy", error.Remedy()}}}};
+        streams.report << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    }
+    return code;
+}
+
+int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& streams, Messages& messages) {
+    if (tree.IsQuiet()) messages.BeQuiet();
+    CommandContext context{streams.report, messages, callExport, tree.WantsJson()};
+    const ExitCode code = tree.Parsed()->command->Execute(context);
+    if (!streams.report.flush()) throw OutputError({}, "cannot write the report");
+    return static_cast<int>(code);
+}
 
 }  // namespace
 
-int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport, std::ostream& report,
-                   std::ostream& errors) {
+int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport,
+                   const Streams& streams) {
+    Messages messages(streams.errors, streams.isColoured);
+    bool wantsJson = false;
+    const auto fail = [&](const ToolError& error) {
+        return ReportError(error, streams, messages, wantsJson);
+    };
     try {
-        CLI::App app(kAbout, "vastrelline");
-        app.set_version_flag("--version", "vastrelline " VASTRELLINE_VERSION);
-        app.footer(kExamples);
-        app.require_subcommand(1);
-        Commands commands;
-        commands.runCommand = AddRunCommand(app, commands.run);
-        commands.phantomCommand = AddPhantomCommand(app, commands.phantom);
-        AddCompareCommand(app, commands.compare);
-        try {
-            app.parse(argc, argv);
-        } catch (const CLI::Success& wish) {  // --help and --version
-            return app.exit(wish, report, errors);
-        } catch (const CLI::ParseError& error) {
-            return ReportError(errors, std::string(error.what()) + " (see vastrelline --help)", kWrongUse);
+        const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+        CommandTree tree;
+        if (const std::optional<std::string> examples = ExamplesOf(tree, words)) {
+            messages.Explain(*examples);
+            return static_cast<int>(ExitCode::WrongUse);
         }
-        const int exitCode = commands.Execute(callExport, report);
-        if (!report.flush()) return ReportError(errors, "cannot write the report", kFailure);
-        return exitCode;
-    } catch (const UsageError& error) {
-        return ReportError(errors, error.what(), kWrongUse);
+        for (const std::string& word : words) wantsJson = wantsJson || word == "--json";
+        try {
+            Parse(tree, argc, argv, words);
+        } catch (const CLI::Success& wish) {  // --help and --version
+            return tree.Root().exit(wish, streams.report, streams.errors);
+        }
+        return Execute(tree, callExport, streams, messages);
+    } catch (const ToolError& error) {
+        return fail(error);
     } catch (const std::bad_alloc&) {
-        return ReportError(errors, "out of memory", kFailure);
+        return fail(ProcessingError({}, "out of memory"));
     } catch (const std::exception& error) {
-        return ReportError(errors, error.what(), kFailure);
+        return fail(ProcessingError({}, error.what()));
     }
 }
 

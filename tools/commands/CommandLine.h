@@ -6,10 +6,15 @@
 
 namespace vastrelline {
 
-// The whole tool behind main: reads the arguments, runs one command, and returns the exit code: 0 for
-// success, 1 for a failure, 2 for wrong use; `compare` gives 1 for different frames. An error is one line on
-// `errors`.
-int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport, std::ostream& report,
-                   std::ostream& errors);
+// Where the tool writes.
+struct Streams {
+    std::ostream& report;  // results
+    std::ostream& errors;  // words for people
+    bool isColoured = false;
+};
+
+// The whole tool behind main: reads the arguments, runs one command, and returns the exit code. An error is
+// one line on `errors`, and with --json also an object on `report`.
+int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport, const Streams& streams);
 
 }  // namespace vastrelline

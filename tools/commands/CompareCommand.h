@@ -1,24 +1,25 @@
 #pragma once
 
-#include <ostream>
 #include <string>
+#include <string_view>
 
-namespace CLI {
-class App;
-}
+#include "commands/Command.h"
 
 namespace vastrelline {
 
-struct CompareOptions {
-    std::string first;
-    std::string second;
-    std::string size;  // of raw frames; may be empty
+// Tells whether two frames are equal, and if not how much they differ and where first. ExitCode::Findings for
+// different ones.
+class CompareCommand : public Command {
+public:
+    std::string_view Examples() const override;
+    std::string_view Notes() const override;
+    void AddOptions(CLI::App& command) override;
+    ExitCode Execute(CommandContext& context) override;
+
+private:
+    std::string first_;
+    std::string second_;
+    std::string size_;  // of raw frames; may be empty
 };
-
-CLI::App* AddCompareCommand(CLI::App& app, CompareOptions& options);
-
-// Tells whether two frames are equal, and if not how much they differ and where first. Returns 0 for equal
-// frames, 1 for different ones.
-int ExecuteCompare(const CompareOptions& options, std::ostream& report);
 
 }  // namespace vastrelline

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <stdexcept>
 #include <vector>
 
 #include "files/InputFile.h"
+#include "messages/ToolError.h"
 
 namespace vastrelline {
 namespace {
@@ -79,7 +79,7 @@ int32_t ReadOutputRange(const std::string& profilePath, const std::string& secti
     std::vector<uint8_t> bytes;
     try {
         bytes = ReadInputFile(path, kMaxProfileBytes);
-    } catch (const std::runtime_error&) {
+    } catch (const InputError&) {
         return kDefaultRange;  // the library tells what is wrong with its profile
     }
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());

@@ -35,18 +35,31 @@ void TestOptions(const PhantomOptions& options, FrameSize size) {
 
 }  // namespace
 
-CLI::App* AddPhantomCommand(CLI::App& app, PhantomOptions& options) {
-    CLI::App* const phantom = app.add_subcommand("phantom", "Make the frame of a dental phantom to try with");
-    phantom
-        ->add_option("--out", options.frame,
-                     "Where the frame goes: .raw, .pgm or .png, all with 16-bit levels")
+std::string_view PhantomCommand::Examples() const {
+    return "  vastrelline phantom --out tooth_1300x1668.raw\n"
+           "  vastrelline phantom --out dark.pgm --dose 0.12 --seed 7\n"
+           "  vastrelline phantom --out look.png --window 0:4095\n";
+}
+
+std::string_view PhantomCommand::Notes() const {
+    return "The phantom shows lower teeth in their jaw as a sensor of 26 x 33 mm sees them, in levels 0 to "
+           "4095,\n"
+           "with the sensor's two rounded corners at the bottom at 0. The same options give the same frame "
+           "on\n"
+           "every machine.\n";
+}
+
+void PhantomCommand::AddOptions(CLI::App& command) {
+    command
+        .add_option("--out", options_.frame,
+                    "Where the frame goes: .raw, .pgm or .png, all with 16-bit levels")
         ->required()
         ->type_name("FRAME");
-    AddSizeOption(*phantom, options.size, "Size of the frame")->capture_default_str();
-    phantom->add_option("--dose", options.dose, "Exposure; 1 is a good one, 0.12 is far too little")
+    AddSizeOption(command, options_.size, "Size of the frame")->capture_default_str();
+    command.add_option("--dose", options_.dose, "Exposure; 1 is a good one, 0.12 is far too little")
         ->capture_default_str()
         ->type_name("FACTOR");
-    phantom->add_option("--seed", options.seed, "Another seed gives another jaw and other noise")
+    command.add_option("--seed", options_.seed, "Another seed gives another jaw and other noise")
         ->check(
             [](const std::string& value) {
                 return value.starts_with('-') ? "'" + value + "' is below 0" : std::string();
@@ -54,25 +67,15 @@ CLI::App* AddPhantomCommand(CLI::App& app, PhantomOptions& options) {
             "", "")
         ->capture_default_str()
         ->type_name("NUMBER");
-    phantom
-        ->add_option("--window", options.window,
-                     "Make the .png one of 8 bits to look at: levels that become black and white")
+    command
+        .add_option("--window", options_.window,
+                    "Make the .png one of 8 bits to look at: levels that become black and white")
         ->type_name("LOW:HIGH");
-    phantom->add_flag("--force", options.mayReplace, "Replace the frame if it exists");
-    phantom->footer(
-        "The phantom shows lower teeth in their jaw as a sensor of 26 x 33 mm sees them, in levels 0 to "
-        "4095,\n"
-        "with the sensor's two rounded corners at the bottom at 0. The same options give the same frame on\n"
-        "every machine.\n"
-        "\n"
-        "Examples:\n"
-        "  vastrelline phantom --out tooth_1300x1668.raw\n"
-        "  vastrelline phantom --out dark.pgm --dose 0.12 --seed 7\n"
-        "  vastrelline phantom --out look.png --window 0:4095\n");
-    return phantom;
+    command.add_flag("--force", options_.mayReplace, "Replace the frame if it exists");
 }
 
-int ExecutePhantom(const PhantomOptions& options, std::ostream& report) {
+ExitCode PhantomCommand::Execute(CommandContext& context) {
+    const PhantomOptions& options = options_;
     const FrameSize size = ParseFrameSize(options.size).value_or(FrameSize{});
     TestOptions(options, size);
     { const OutputFile trial(options.frame, options.mayReplace); }  // before the work
@@ -84,10 +87,10 @@ int ExecutePhantom(const PhantomOptions& options, std::ostream& report) {
     WritePictureFile(options.frame, frame, style);
 
     const auto [least, greatest] = std::minmax_element(frame.pixels.begin(), frame.pixels.end());
-    report << "phantom  " << FormatFrameSize(size) << " pixels, dose " << options.dose << ", seed "
-           << options.seed << "\nlevels   " << *least << " to " << *greatest << "\nframe    " << options.frame
-           << '\n';
-    return 0;
+    context.report << "phantom  " << FormatFrameSize(size) << " pixels, dose " << options.dose << ", seed "
+                   << options.seed << "\nlevels   " << *least << " to " << *greatest << "\nframe    "
+                   << options.frame << '\n';
+    return ExitCode::Well;
 }
 
 }  // namespace vastrelline

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 #include <string>
+#include <string_view>
 
-namespace CLI {
-class App;
-}
+#include "commands/Command.h"
 
 namespace vastrelline {
 
@@ -19,12 +17,19 @@ struct PhantomOptions {
     bool mayReplace = false;
 };
 
-CLI::App* AddPhantomCommand(CLI::App& app, PhantomOptions& options);
+// Makes the phantom's frame, writes it and tells about it.
+class PhantomCommand : public Command {
+public:
+    std::string_view Examples() const override;
+    std::string_view Notes() const override;
+    void AddOptions(CLI::App& command) override;
 
-// Makes the phantom's frame, writes it and tells about it. Returns 0.
-//
-// Errors   UsageError for a size, dose or ending that cannot be; std::runtime_error if the file cannot be
-//          written
-int ExecutePhantom(const PhantomOptions& options, std::ostream& report);
+    // Errors   UsageError for a size, dose or ending that cannot be; OutputError if the file cannot be
+    // written
+    ExitCode Execute(CommandContext& context) override;
+
+private:
+    PhantomOptions options_;
+};
 
 }  // namespace vastrelline

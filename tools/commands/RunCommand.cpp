@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <iomanip>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -23,14 +22,6 @@
 
 namespace vastrelline {
 namespace {
-
-constexpr const char* kExamples =
-    "Examples:\n"
-    "  vastrelline run tooth.raw --size 1300x1668 --profile p.ini --section General --out tooth.png\n"
-    "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.pgm \\\n"
-    "      --export ImageProcessingS --geometry 0 0 150 150 1300 1668 0 0 0 0\n"
-    "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.bmp \\\n"
-    "      --export ImageProcessing_N\n";
 
 // Everything that is wrong with the options and needs no file.
 const ExportTraits& TestOptions(const RunOptions& options) {
@@ -105,7 +96,7 @@ void CallAndReport(ExportRequest& request, const ExportTraits& traits, const Exp
                                 std::string(ExportCodeText(code)) + ")";
     report << "result   " << meaning << " after " << std::fixed << std::setprecision(1) << elapsedMs.count()
            << " ms\n";
-    if (code != 0) throw std::runtime_error(meaning + "; no picture was written");
+    if (code != 0) throw ProcessingError({}, meaning, "no picture was written");
 }
 
 // The library writes the bitmap itself, under a draft's name.
@@ -119,7 +110,7 @@ void RunToBitmap(const RunOptions& options, const ExportTraits& traits, const Ex
     std::error_code error;
     const uintmax_t size = std::filesystem::file_size(file.DraftPath(), error);
     if (error || size == 0)  // so it is with a path that is too long for the export
-        throw std::runtime_error(std::string(traits.name) + " reported success but saved no bitmap");
+        throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
     file.Publish();
     report << "picture  " << target << " (bitmap of 8 bits)\n";
 }
@@ -149,51 +140,66 @@ void RunToPicture(const RunOptions& options, const ExportTraits& traits, const E
 
 }  // namespace
 
-CLI::App* AddRunCommand(CLI::App& app, RunOptions& options) {
-    CLI::App* const run = app.add_subcommand("run", "Process a frame with the settings of a profile");
-    run->add_option("FRAME", options.frame, "The frame: .raw, .pgm or .png")->required()->type_name("");
-    AddSizeOption(*run, options.size, "Size of a raw frame; without it the size in the frame's name");
-    run->add_option("--profile", options.profile, "The profile file")->required()->type_name("FILE");
-    run->add_option("--section", options.section, "Section of the profile that holds the settings")
+std::string_view RunCommand::Examples() const {
+    return "  vastrelline run tooth.raw --size 1300x1668 --profile p.ini --section General --out tooth.png\n"
+           "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.pgm \\\n"
+           "      --export ImageProcessingS --geometry 0 0 150 150 1300 1668 0 0 0 0\n"
+           "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.bmp \\\n"
+           "      --export ImageProcessing_N\n";
+}
+
+void RunCommand::AddOptions(CLI::App& command) {
+    command.add_option("FRAME", options_.frame, "The frame: .raw, .pgm or .png")->required()->type_name("");
+    AddSizeOption(command, options_.size, "Size of a raw frame; without it the size in the frame's name");
+    command.add_option("--profile", options_.profile, "The profile file")->required()->type_name("FILE");
+    command.add_option("--section", options_.section, "Section of the profile that holds the settings")
         ->required()
         ->type_name("NAME");
-    run->add_option("--out", options.picture,
+    command
+        .add_option("--out", options_.picture,
                     "Where the picture goes: .png (8 bits), .pgm or .raw (16 bits), or .bmp (8 bits, by "
                     "ImageProcessing_N, _NS and _NE)")
         ->required()
         ->type_name("PICTURE");
-    run->add_option("--export", options.exportName,
+    command
+        .add_option("--export", options_.exportName,
                     "The library's function: ImageProcessing (default), ImageProcessingS, ImageProcessing_N, "
                     "ImageProcessing_NS, ImageProcessing_NE or ImageProcessingCR")
         ->type_name("NAME");
-    run->add_option("--window", options.window,
+    command
+        .add_option("--window", options_.window,
                     "Levels that become black and white in a .png; without it 0 to the section's OUTPUTRANGE")
         ->type_name("LOW:HIGH");
-    run->add_flag("--png16", options.isPng16, "Keep all 16 bits in a .png (looks dark in most viewers)");
-    run->add_option(
-           "--geometry", options.geometry,
-           "How the frame lies on the sensor, for ImageProcessingS and ImageProcessing_NS: rotation, "
-           "flip, chamfer and rounding of both corners, width and height of the full frame, and what is "
-           "cut off at left, top, right and bottom")
+    command.add_flag("--png16", options_.isPng16, "Keep all 16 bits in a .png (looks dark in most viewers)");
+    command
+        .add_option(
+            "--geometry", options_.geometry,
+            "How the frame lies on the sensor, for ImageProcessingS and ImageProcessing_NS: rotation, "
+            "flip, chamfer and rounding of both corners, width and height of the full frame, and what is "
+            "cut off at left, top, right and bottom")
         ->expected(kGeometryValues)
         ->delimiter(',')
         ->type_name("TEN NUMBERS");
-    CLI::Option* const folder =
-        run->add_option("--sensor-folder", options.sensorFolder, "Name of the sensor, for ImageProcessing_NE")
-            ->type_name("NAME");
+    CLI::Option* const folder = command
+                                    .add_option("--sensor-folder", options_.sensorFolder,
+                                                "Name of the sensor, for ImageProcessing_NE")
+                                    ->type_name("NAME");
     CLI::Option* const mode =
-        run->add_option("--sensor-mode", options.sensorMode,
+        command
+            .add_option("--sensor-mode", options_.sensorMode,
                         "Mode of the sensor, for ImageProcessing_NE; 2: twice the resolution")
             ->type_name("NUMBER");
-    run->add_flag("--mapping", options.applyMapping, "Squeeze the result into the levels 1228 to 2905");
-    run->add_flag("--spot-correction", options.applySpotCorrection, "Even out the frame's brightness first");
-    run->add_flag("--force", options.mayReplace, "Replace the picture if it exists");
-    run->footer(kExamples);
-    run->callback([folder, mode, &options] { options.hasSensor = folder->count() + mode->count() > 0; });
-    return run;
+    command.add_flag("--mapping", options_.applyMapping, "Squeeze the result into the levels 1228 to 2905");
+    command.add_flag("--spot-correction", options_.applySpotCorrection,
+                     "Even out the frame's brightness first");
+    command.add_flag("--force", options_.mayReplace, "Replace the picture if it exists");
+    command.callback([folder, mode, this] { options_.hasSensor = folder->count() + mode->count() > 0; });
 }
 
-int ExecuteRun(const RunOptions& options, const ExportCaller& callExport, std::ostream& report) {
+ExitCode RunCommand::Execute(CommandContext& context) {
+    const RunOptions& options = options_;
+    const ExportCaller& callExport = context.callExport;
+    std::ostream& report = context.report;
     const ExportTraits& traits = TestOptions(options);
     TestTarget(options);
     ExportRequest request = MakeRequest(options, traits);
@@ -206,7 +212,7 @@ int ExecuteRun(const RunOptions& options, const ExportCaller& callExport, std::o
         RunToBitmap(options, traits, callExport, request, report);
     else
         RunToPicture(options, traits, callExport, request, report);
-    return 0;
+    return ExitCode::Well;
 }
 
 }  // namespace vastrelline

@@ -1,15 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "library/ExportRequest.h"
-
-namespace CLI {
-class App;
-}
+#include "commands/Command.h"
 
 namespace vastrelline {
 
@@ -32,12 +28,18 @@ struct RunOptions {
     bool mayReplace = false;
 };
 
-CLI::App* AddRunCommand(CLI::App& app, RunOptions& options);
+// Reads the frame, calls the export once, writes the picture and tells about it.
+class RunCommand : public Command {
+public:
+    std::string_view Examples() const override;
+    void AddOptions(CLI::App& command) override;
 
-// Reads the frame, calls the export once, writes the picture and tells about it. Returns 0.
-//
-// Errors   UsageError for options that do not go together; std::runtime_error for a code other than 0 and
-//          for everything that is wrong with a file. No picture is then left behind
-int ExecuteRun(const RunOptions& options, const ExportCaller& callExport, std::ostream& report);
+    // Errors   UsageError for options that do not go together; ProcessingError for a code other than 0. No
+    //          picture is then left behind
+    ExitCode Execute(CommandContext& context) override;
+
+private:
+    RunOptions options_;
+};
 
 }  // namespace vastrelline

@@ -8,7 +8,7 @@ namespace vastrelline {
 
 // The size of a regular file in bytes.
 //
-// Errors   std::runtime_error with a text for the user: the file is missing, a folder, a device
+// Errors   InputError: the file is missing, a folder, a device
 uint64_t InputFileSize(const std::string& path);
 
 // All bytes of a regular file. The file's size is looked at before any memory is taken.

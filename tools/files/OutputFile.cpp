@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
-#include <stdexcept>
 #include <system_error>
+
+#include "messages/ToolError.h"
 
 namespace vastrelline {
 namespace {
@@ -19,22 +20,20 @@ namespace fs = std::filesystem;
 constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away what new files must not have
 constexpr int kNameAttempts = 100;
 
-std::runtime_error CannotWrite(const std::string& path, int reason) {
-    return std::runtime_error("cannot write '" + path + "': " + std::generic_category().message(reason));
+OutputError CannotWrite(const std::string& path, int reason) {
+    return {path, "cannot be written: " + std::generic_category().message(reason)};
 }
 
-std::runtime_error AlreadyThere(const std::string& path) {
-    return std::runtime_error("'" + path + "' exists already; --force replaces it");
-}
+OutputError AlreadyThere(const std::string& path) { return {path, "exists already", "--force replaces it"}; }
 
 void TestTarget(const std::string& path, bool mayReplace) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) return;
-    if (fs::is_directory(status)) throw std::runtime_error("'" + path + "' is a folder, not a file");
-    if (error) throw std::runtime_error("cannot write '" + path + "': " + error.message());
+    if (fs::is_directory(status)) throw OutputError(path, "is a folder, not a file");
+    if (error) throw OutputError(path, "cannot be written: " + error.message());
     // A device that is replaced by a rename is gone for everyone.
-    if (!fs::is_regular_file(status)) throw std::runtime_error("'" + path + "' is not a regular file");
+    if (!fs::is_regular_file(status)) throw OutputError(path, "is not a regular file");
     if (!mayReplace) throw AlreadyThere(path);
 }
 
@@ -64,8 +63,7 @@ private:
 
 OutputFile::OutputFile(const std::string& path, bool mayReplace)
     : shownPath_(path), path_(FollowLinks(path)), mayReplace_(mayReplace) {
-    if (path.empty() || fs::path(path).filename().empty())
-        throw std::runtime_error("'" + path + "' names no file");
+    if (path.empty() || fs::path(path).filename().empty()) throw OutputError(path, "names no file");
     TestTarget(path, mayReplace);
     const fs::path wanted(path_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {

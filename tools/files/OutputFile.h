@@ -13,8 +13,8 @@ namespace vastrelline {
 // A symbolic link is followed: the link stays and the file that it names is replaced.
 class OutputFile {
 public:
-    // Errors   std::runtime_error with a text for the user: the path exists and mayReplace is false, it is
-    //          no regular file, or its folder is missing or not writable
+    // Errors   OutputError: the path exists and mayReplace is false, it is no regular file, or its folder is
+    //          missing or not writable
     OutputFile(const std::string& path, bool mayReplace);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
@@ -23,7 +23,7 @@ public:
     // Where to write: an empty file that exists. Its ending is the ending of the wanted name.
     const std::string& DraftPath() const { return draftPath_; }
 
-    // Replaces the content of the draft. Throws std::runtime_error if the disk does not take it.
+    // Replaces the content of the draft. Throws OutputError if the disk does not take it.
     void Write(const std::vector<uint8_t>& bytes);
 
     // Flushes the draft to the disk and gives it its name. Throws as the constructor does, also if

@@ -21,8 +21,8 @@ Frame ReadRaw(const std::string& path, const std::optional<FrameSize>& wanted) {
     const std::optional<FrameSize> size = wanted ? wanted : FrameSizeInName(path);
     const uint64_t byteCount = InputFileSize(path);
     if (!size)
-        throw UsageError("the size of the raw frame '" + path +
-                         "' is not known; tell it, as in --size 1300x1668");
+        throw UsageError("the size of the raw frame '" + path + "' is not known",
+                         "tell it, as in --size 1300x1668");
     TestRawSize(byteCount, *size);
     return DecodeRaw(ReadInputFile(path, byteCount), *size);
 }
@@ -45,12 +45,10 @@ Frame ReadFrameFile(const std::string& path, const std::optional<FrameSize>& siz
     try {
         return kind == FileKind::Pgm || kind == FileKind::Png ? ReadSelfDescribing(path, kind, size)
                                                               : ReadRaw(path, size);
-    } catch (const UsageError&) {
+    } catch (const ToolError&) {
         throw;
-    } catch (const std::runtime_error& error) {
-        const std::string text = error.what();
-        if (text.find("'" + path + "'") != std::string::npos) throw;
-        throw std::runtime_error("'" + path + "': " + text);
+    } catch (const std::runtime_error& error) {  // of a decoder, which knows no path
+        throw InputError(path, error.what());
     }
 }
 

@@ -13,8 +13,8 @@ namespace vastrelline {
 //
 // size     of a raw frame; without it the size that the file's name tells. PGM and PNG files tell their size
 //          themselves: a size given here must be the same
-// Errors   UsageError if the size of a raw frame is not known; std::runtime_error with a text for the user
-//          for everything that is wrong with the file
+// Errors   UsageError if the size of a raw frame is not known; InputError for everything that is wrong with
+//          the file
 Frame ReadFrameFile(const std::string& path, const std::optional<FrameSize>& size);
 
 }  // namespace vastrelline

@@ -1,14 +1,51 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
+
+#include "messages/ExitCode.h"
 
 namespace vastrelline {
 
-// The command line asks for something that cannot be, whatever the files hold. The tool ends with code 2.
-// Other exceptions stand for a failure and end it with code 1.
-class UsageError : public std::runtime_error {
+// What ends a command, in three parts: where, what, and what to do about it. what() is all of it in one line:
+// "frame.raw: is a folder, not a file; name a file".
+class ToolError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    // where    mostly a path; empty: the whole command
+    // remedy   may be empty
+    ToolError(ExitCode code, std::string where, std::string what, std::string remedy = {});
+
+    ExitCode Code() const { return code_; }
+    const std::string& Where() const { return where_; }
+    const std::string& What() const { return what_; }
+    const std::string& Remedy() const { return remedy_; }
+
+private:
+    ExitCode code_;
+    std::string where_;
+    std::string what_;
+    std::string remedy_;
+};
+
+// The command line asks for something that cannot be, whatever the files hold.
+class UsageError : public ToolError {
+public:
+    explicit UsageError(std::string what, std::string remedy = {});
+};
+
+class InputError : public ToolError {
+public:
+    InputError(std::string where, std::string what, std::string remedy = {});
+};
+
+class ProcessingError : public ToolError {
+public:
+    ProcessingError(std::string where, std::string what, std::string remedy = {});
+};
+
+class OutputError : public ToolError {
+public:
+    OutputError(std::string where, std::string what, std::string remedy = {});
 };
 
 }  // namespace vastrelline

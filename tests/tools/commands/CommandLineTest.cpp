@@ -41,9 +41,11 @@ std::vector<std::string> RunWith(const std::string& picture, const std::vector<s
 INSTANTIATE_TEST_SUITE_P(
     Cases, WrongUseTest,
     testing::Values(
-        WrongUse{"NoCommand", {}, "subcommand"}, WrongUse{"UnknownCommand", {"walk"}, "--help"},
-        WrongUse{"RunWithoutAnything", {"run"}, "required"},
+        WrongUse{"UnknownCommand", {"walk"}, "--help"},
+        WrongUse{"MisspeltCommand", {"runn"}, "did you mean 'run'?"},
+        WrongUse{"RunWithFrameOnly", {"run", "a.raw"}, "required"},
         WrongUse{"UnknownOption", RunWith("a.png", {"--bogus"}), "--bogus"},
+        WrongUse{"MisspeltOption", RunWith("a.png", {"--fource"}), "did you mean '--force'?"},
         WrongUse{"BadSize", RunWith("a.png", {"--size", "2by1"}), "2by1"},
         WrongUse{"ZeroSize", RunWith("a.png", {"--size", "0x1"}), "0x1"},
         WrongUse{"UnknownExport", RunWith("a.png", {"--export", "ImageProcessingX"}), "ImageProcessingX"},
@@ -65,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUse{"WindowOfARaw", RunWith("a.raw", {"--window", "0:9"}), "--window"},
         WrongUse{"WindowAnd16Bits", RunWith("a.png", {"--window", "0:9", "--png16"}), "--png16"},
         WrongUse{"CompareOne", {"compare", "a.raw"}, "required"},
-        WrongUse{"PhantomWithoutTarget", {"phantom"}, "--out"},
+        WrongUse{"PhantomWithoutTarget", {"phantom", "--dose", "1"}, "--out"},
         WrongUse{"PhantomBitmap", {"phantom", "--out", "a.bmp"}, ".png"},
         WrongUse{"PhantomTooLarge", {"phantom", "--out", "a.raw", "--size", "20000x20000"}, "too large"},
         WrongUse{"PhantomWithoutDose", {"phantom", "--out", "a.raw", "--dose", "0"}, "--dose"},
@@ -86,6 +88,28 @@ TEST(CommandLine, HelpExplainsWithExamples) {
         EXPECT_NE(help.report.find("vastrelline " + command), std::string::npos);
         EXPECT_NE(help.report.find("Example"), std::string::npos);
     }
+}
+
+TEST(CommandLine, WithoutArgumentsACommandShowsThreeExamples) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{}, {"run"}, {"phantom"}, {"compare"}}) {
+        const ToolRun run = RunTool(words, MustNotBeCalled);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.report, "");
+        EXPECT_EQ(run.errors.rfind("Examples:\n", 0), 0U) << run.errors;
+        EXPECT_LE(std::count(run.errors.begin(), run.errors.end(), '\n'), 8) << run.errors;
+        size_t examples = 0;
+        for (size_t at = run.errors.find("\n  vastrelline "); at != std::string::npos;
+             at = run.errors.find("\n  vastrelline ", at + 1))
+            ++examples;
+        EXPECT_EQ(examples, 3U) << run.errors;
+    }
+}
+
+TEST(CommandLine, OnlyErrorsAreSaidWhenQuietIsAskedFor) {
+    const ToolRun run = RunTool({"compare", "missing_1x1.raw", "b_1x1.raw", "--quiet"}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.errors, "missing_1x1.raw: does not exist\n");
 }
 
 TEST(CommandLine, VersionIsOneLine) {
@@ -133,8 +157,8 @@ TEST(CompareCommand, AMissingFrameIsAFailure) {
     const TemporaryFolder folder;
     const ToolRun run =
         RunTool({"compare", folder.Narrow("a_2x1.raw"), folder.Narrow("b_2x1.raw")}, MustNotBeCalled);
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.errors, "vastrelline: '" + folder.Narrow("a_2x1.raw") + "' does not exist\n");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.errors, folder.Narrow("a_2x1.raw") + ": does not exist\n");
 }
 
 TEST(PhantomCommand, AllKindsOfFilesHoldTheSameFrame) {
@@ -157,7 +181,7 @@ TEST(PhantomCommand, ReplacesNothingWithoutForce) {
     WriteBytes(folder.Path() / "a.raw", "old");
     const std::vector<std::string> arguments{"phantom", "--size", "4x5", "--out", folder.Narrow("a.raw")};
     const ToolRun refused = RunTool(arguments, MustNotBeCalled);
-    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_EQ(refused.exitCode, 5);
     EXPECT_NE(refused.errors.find("--force"), std::string::npos);
     EXPECT_EQ(ReadBytes(folder.Path() / "a.raw"), "old");
     std::vector<std::string> forced = arguments;

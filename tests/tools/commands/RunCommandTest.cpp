@@ -162,7 +162,7 @@ TEST_F(RunCommandTest, AnyCodeButZeroIsAFailureWithoutPicture) {
              {std::vector<std::string>{"out.raw"}, {"out.bmp", "--export", "ImageProcessing_N"}}) {
             const ToolRun run =
                 Run(more.front(), {more.begin() + 1, more.end()}, [code](ExportRequest&) { return code; });
-            EXPECT_EQ(run.exitCode, 1);
+            EXPECT_EQ(run.exitCode, 4);
             EXPECT_NE(run.errors.find("returned " + std::to_string(code) + " ("), std::string::npos);
             EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1);
             EXPECT_TRUE(HasOnlyItsOwnFiles());
@@ -176,7 +176,7 @@ TEST_F(RunCommandTest, AnExportThatThrowsLeavesNothing) {
             WriteBytes(request.bitmapPath, "half a fi");
             throw std::bad_alloc();
         });
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 4);
     EXPECT_EQ(run.errors, "vastrelline: out of memory\n");
     EXPECT_TRUE(HasOnlyItsOwnFiles());
 }
@@ -191,7 +191,7 @@ TEST_F(RunCommandTest, TheBitmapTakesItsNameWhenItIsComplete) {
 
 TEST_F(RunCommandTest, AMissingBitmapIsNoticed) {
     const ToolRun run = Run("out.bmp", {"--export", "ImageProcessing_NS"}, [](ExportRequest&) { return 0; });
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 4);
     EXPECT_NE(run.errors.find("saved no bitmap"), std::string::npos);
     EXPECT_TRUE(HasOnlyItsOwnFiles());
 }
@@ -201,7 +201,7 @@ TEST_F(RunCommandTest, ReplacesNothingWithoutForce) {
          {std::vector<std::string>{"out.raw"}, {"out.bmp", "--export", "ImageProcessing_N"}}) {
         WriteBytes(folder_.Path() / more.front(), "old");
         const ToolRun run = Run(more.front(), {more.begin() + 1, more.end()}, MustNotBeCalled);
-        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.exitCode, 5);
         EXPECT_NE(run.errors.find("--force"), std::string::npos) << run.errors;
         EXPECT_EQ(ReadBytes(folder_.Path() / more.front()), "old");
     }
@@ -218,14 +218,14 @@ TEST_F(RunCommandTest, NeitherTheFrameNorTheProfileIsEverReplaced) {
 
 TEST_F(RunCommandTest, AMissingFolderIsNoticedBeforeTheWork) {
     const ToolRun run = Run("missing/out.raw", {}, MustNotBeCalled);
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.errors.find("cannot write"), std::string::npos);
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_NE(run.errors.find("cannot be written"), std::string::npos);
 }
 
 TEST_F(RunCommandTest, ADamagedFrameIsAFailure) {
     WriteBytes(folder_.Path() / "in_2x2.raw", "1234567");
     const ToolRun run = Run("out.raw", {}, MustNotBeCalled);
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 3);
     EXPECT_NE(run.errors.find("has 8 bytes, the file has 7"), std::string::npos) << run.errors;
 }
 

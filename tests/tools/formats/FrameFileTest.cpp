@@ -53,7 +53,7 @@ TEST(FrameFile, ATruncatedRawFrameTellsBothNumbers) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "a_2x1.raw", "123");
     const std::string error = ErrorOf(folder.Narrow("a_2x1.raw"), std::nullopt);
-    EXPECT_NE(error.find("a_2x1.raw': a raw frame of 2x1 has 4 bytes, the file has 3"), std::string::npos)
+    EXPECT_NE(error.find("a_2x1.raw: a raw frame of 2x1 has 4 bytes, the file has 3"), std::string::npos)
         << error;
 }
 
@@ -77,7 +77,7 @@ TEST(FrameFile, APgmTellsItsSizeItself) {
     EXPECT_EQ(ReadFrameFile(folder.Narrow("a.pgm"), std::nullopt).pixels, (std::vector<uint16_t>{5, 6}));
     EXPECT_EQ(ReadFrameFile(folder.Narrow("a.pgm"), FrameSize{2, 1}).height, 1);
     const std::string error = ErrorOf(folder.Narrow("a.pgm"), FrameSize{1, 2});
-    EXPECT_NE(error.find("a.pgm': the file is 2x1, not 1x2"), std::string::npos) << error;
+    EXPECT_NE(error.find("a.pgm: the file is 2x1, not 1x2"), std::string::npos) << error;
 }
 
 TEST(FrameFile, WhatIsNoFileIsRefused) {

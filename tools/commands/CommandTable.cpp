@@ -1,0 +1,32 @@
+#include "commands/CommandTable.h"
+
+#include "commands/CompareCommand.h"
+#include "commands/PhantomCommand.h"
+#include "commands/RunCommand.h"
+
+namespace vastrelline {
+namespace {
+
+template <typename Kind>
+std::unique_ptr<Command> Make() {
+    return std::make_unique<Kind>();
+}
+
+constexpr CommandEntry kCommands[] = {
+    // group, name, summary, --json, maker
+    {"", "run", "Process a frame with the settings of a profile", false, Make<RunCommand>},
+    {"", "compare", "Tell whether two frames are equal", false, Make<CompareCommand>},
+    {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
+};
+
+constexpr CommandGroup kGroups[] = {
+    {"profile", "Look at, test and change profiles"},
+};
+
+}  // namespace
+
+std::span<const CommandEntry> CommandTable() { return kCommands; }
+
+std::span<const CommandGroup> CommandGroups() { return kGroups; }
+
+}  // namespace vastrelline
