@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Writes docs/README.md, docs/stages/ and docs/settings/ from docs/keys.toml.
+"""Writes docs/README.md, docs/stages/, docs/settings/ and the rows of tools/keys/ from docs/keys.toml.
 
-With --check it writes nothing and fails if a page differs from the table, if the table and the readers of the
-profile in src/ differ in a key or a default, if a log word or file name of the table occurs nowhere in src/, or
+With --check it writes nothing and fails if a page or a file of rows differs from the table, if a range says one
+thing to people and another to programs, if the table and the readers of the profile in src/ differ in a key or a
+default, if a log word or file name of the table occurs nowhere in src/, or
 if a sample profile holds a key that its stage does not know.
 """
 
@@ -11,11 +12,14 @@ import re
 import sys
 import tomllib
 
+import key_rows
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 GENERATED = "<!-- Written by scripts/make-docs.py from docs/keys.toml: edit there. -->"
 SETTINGS_SECTION = "Settings"
 LOW_SECTION = "IP_LOWMODE"
-LOW_SEQUENCE = [8, 12, 2, 3, 3, 11, 10]  # the stages of that section's positions
+LOW_SEQUENCE = key_rows.LOW_SEQUENCE  # the stages of that section's positions
+ROWS = "tools/keys"
 
 
 # ---- pages -------------------------------------------------------------------------------------------------
@@ -86,7 +90,7 @@ def stage_page(stage):
 
 def settings_keys(settings):
     """The keys of a settings page; the short rows of the fixed chain become records as well."""
-    fields = ("name", "type", "default", "stage", "meaning")
+    fields = ("name", "type", "default", "stage", "meaning", "range", "sensible")
     return settings.get("key", []) + [dict(zip(fields, row)) for row in settings.get("rows", [])]
 
 
@@ -149,6 +153,20 @@ def page_faults(pages):
     for path in [*(ROOT / "docs/stages").glob("*.md"), *(ROOT / "docs/settings").glob("*.md")]:
         if path.relative_to(ROOT / "docs").as_posix() not in pages:
             yield f"{path.relative_to(ROOT)} belongs to no row of the table"
+
+
+def row_faults(files):
+    for name, text in files.items():
+        path = ROOT / ROWS / name
+        if not path.exists() or path.read_text(encoding="utf-8") != text:
+            yield f"{ROWS}/{name} is not as the table says: run scripts/make-docs.py"
+
+
+def range_faults(data):
+    for entry in data["stage"] + data["settings"]:
+        keys = entry["key"] + entry.get("fixed_key", []) if "number" in entry else settings_keys(entry)
+        for key in keys:
+            yield from key_rows.range_faults(entry["page"], key)
 
 
 def default_in_source(key, reader, header):
@@ -258,17 +276,22 @@ def main():
     with open(ROOT / "docs/keys.toml", "rb") as file:
         data = tomllib.load(file)
     pages = make_pages(data)
+    fixed = next(entry for entry in data["settings"] if entry["page"] == "fixed")
+    rows = key_rows.make_rows(data, settings_keys(fixed), ROOT)
     if sys.argv[1:]:
-        faults = [*page_faults(pages), *source_faults(data), *profile_faults(data)]
+        faults = [*page_faults(pages), *row_faults(rows), *range_faults(data), *source_faults(data),
+                  *key_rows.order_faults(data, ROOT), *profile_faults(data)]
         for fault in faults:
             print(fault, file=sys.stderr)
         print(f"docs: {len(pages)} pages, {len(faults)} faults")
         sys.exit(1 if faults else 0)
-    for name, text in pages.items():
-        path = ROOT / "docs" / name
+    files = {f"docs/{name}": text for name, text in pages.items()}
+    files |= {f"{ROWS}/{name}": text for name, text in rows.items()}
+    for name, text in files.items():
+        path = ROOT / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text, encoding="utf-8")
-    print(f"docs: {len(pages)} pages written")
+    print(f"docs: {len(pages)} pages and {len(rows)} files of rows written")
 
 
 if __name__ == "__main__":
