@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
-#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -67,8 +66,7 @@ void CutBeforeSecondSign(std::string& text) {
     if (isSign(exponent + 1) && isSign(exponent + 2)) text.resize(exponent);
 }
 
-// Nothing: no number starts the text.
-std::optional<double> ParseUnsignedDouble(std::string text) {
+ParsedDouble ParseUnsignedDouble(std::string text) {
     const bool isHex = StartsHexNumber(text);
     if (isHex) {
         text.erase(0, 2);
@@ -77,11 +75,12 @@ std::optional<double> ParseUnsignedDouble(std::string text) {
     double value = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value,
                                         isHex ? std::chars_format::hex : std::chars_format::general);
-    if (result.ec == std::errc()) return value;
-    if (result.ec != std::errc::result_out_of_range) return std::nullopt;
-    const auto length = static_cast<size_t>(result.ptr - text.data());
-    const bool isTooLarge = IsTooLarge(std::string_view(text).substr(0, length), isHex);
-    return isTooLarge ? std::numeric_limits<double>::infinity() : 0.0;
+    const auto digitsLength = static_cast<size_t>(result.ptr - text.data());
+    const size_t length = digitsLength + (isHex ? 2 : 0);
+    if (result.ec == std::errc()) return {value, length};
+    if (result.ec != std::errc::result_out_of_range) return {};
+    const bool isTooLarge = IsTooLarge(std::string_view(text).substr(0, digitsLength), isHex);
+    return {isTooLarge ? std::numeric_limits<double>::infinity() : 0.0, length};
 }
 
 }  // namespace
@@ -103,23 +102,25 @@ int32_t ParseLeadingInteger(std::wstring_view text) {
     return static_cast<int32_t>(isNegative ? 0 - value : value);
 }
 
-double ParseDouble(std::wstring_view text) {
+ParsedDouble ParseDoubleAtStart(std::wstring_view text) {
     size_t start = 0;
     while (start < text.size() && IsBlank(text[start])) ++start;
     bool isNegative = false;
     if (start < text.size() && (text[start] == L'+' || text[start] == L'-'))
         isNegative = text[start++] == L'-';
     // A second sign would pass below.
-    if (start < text.size() && (text[start] == L'+' || text[start] == L'-')) return 0.0;
+    if (start < text.size() && (text[start] == L'+' || text[start] == L'-')) return {};
     std::string number;  // everything a number can be written with is ASCII
     for (const wchar_t character : text.substr(start)) {
         if (character <= L'\0' || character > L'~') break;
         number.push_back(static_cast<char>(character));
     }
-    const std::optional<double> value = ParseUnsignedDouble(std::move(number));
-    if (!value) return 0.0;  // a lone sign is no number either
-    return isNegative ? -*value : *value;
+    const ParsedDouble parsed = ParseUnsignedDouble(std::move(number));
+    if (parsed.length == 0) return {};  // a lone sign is no number either
+    return {isNegative ? -parsed.value : parsed.value, start + parsed.length};
 }
+
+double ParseDouble(std::wstring_view text) { return ParseDoubleAtStart(text).value; }
 
 std::wstring FormatFixed(double value, int precision) {
     constexpr size_t kLongestIntegerPart = 312;  // 309 digits of the largest double, sign and point

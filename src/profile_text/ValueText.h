@@ -24,6 +24,13 @@ int32_t ParseLeadingInteger(std::wstring_view text);
 // No number gives 0.0; too large gives an infinity; too small gives 0.0, signs kept.
 double ParseDouble(std::wstring_view text);
 
+// The same, with the number of characters from the text's start to the number's end; 0 if there is no number.
+struct ParsedDouble {
+    double value = 0.0;
+    size_t length = 0;
+};
+ParsedDouble ParseDoubleAtStart(std::wstring_view text);
+
 // A number with so many decimals, ties to even of its exact value; "inf", "-inf", "nan" for what is none.
 //
 // precision   0 or more

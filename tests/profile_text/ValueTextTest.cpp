@@ -79,6 +79,22 @@ TEST(ParseDouble, NotANumber) {
     EXPECT_TRUE(std::isnan(ParseDouble(L"NaN(1)")));
 }
 
+TEST(ParseDoubleAtStart, TellsWhereTheNumberEnds) {
+    EXPECT_EQ(ParseDoubleAtStart(L"12abc").length, 2U);
+    EXPECT_EQ(ParseDoubleAtStart(L" -1.5e-3 ").length, 8U);
+    EXPECT_EQ(ParseDoubleAtStart(L"1,5").length, 1U);
+    EXPECT_EQ(ParseDoubleAtStart(L"3e+").length, 1U);
+    EXPECT_EQ(ParseDoubleAtStart(L"+0x1.8p1z").length, 8U);
+    EXPECT_EQ(ParseDoubleAtStart(L"0x").length, 1U);
+    EXPECT_EQ(ParseDoubleAtStart(L"1e999x").length, 5U);
+    EXPECT_EQ(ParseDoubleAtStart(L"-infinity.").length, 9U);
+    EXPECT_EQ(ParseDoubleAtStart(L"nan").length, 3U);
+    EXPECT_EQ(ParseDoubleAtStart(L"").length, 0U);
+    EXPECT_EQ(ParseDoubleAtStart(L" -").length, 0U);
+    EXPECT_EQ(ParseDoubleAtStart(L"abc").length, 0U);
+    EXPECT_EQ(ParseDoubleAtStart(L"+-5").length, 0U);
+}
+
 struct IntegerCase {
     const char* name;
     std::wstring text;
