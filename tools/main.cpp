@@ -2,9 +2,12 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include "commands/CommandLine.h"
 #include "library/ExportCall.h"
+#include "runs/Cancellation.h"
+#include "runs/Worker.h"
 
 namespace {
 
@@ -17,6 +20,10 @@ bool IsColourWanted() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    return vastrelline::RunCommandLine(argc, argv, vastrelline::CallExport,
+    constexpr int kWorkerArguments = 3;
+    if (argc == kWorkerArguments && std::string_view(argv[1]) == vastrelline::kWorkerWord)
+        return vastrelline::RunWorker(argv[2], vastrelline::CallExport);
+    vastrelline::CatchCancellation();
+    return vastrelline::RunCommandLine(argc, argv, vastrelline::CallInWorker,
                                        {std::cout, std::cerr, IsColourWanted()});
 }

@@ -23,7 +23,9 @@ const HouseRules kRooms{.rooms = {{.folder = "commands", .rank = 0},
                                   {.folder = "library", .rank = 0},
                                   {.folder = "messages", .rank = 0},
                                   {.folder = "phantom", .rank = 0},
-                                  {.folder = "profile", .rank = 0}},
+                                  {.folder = "pictures", .rank = 0},
+                                  {.folder = "profile", .rank = 0},
+                                  {.folder = "runs", .rank = 0}},
                         .arrowsOnOneFloor = {},
                         .guests = {}};
 const std::vector<std::string> kTopFiles{"CMakeLists.txt", "main.cpp"};

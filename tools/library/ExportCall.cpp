@@ -1,6 +1,8 @@
 #include "library/ExportCall.h"
 
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <optional>
 
 #include "vastrelline.h"
@@ -14,9 +16,7 @@ std::optional<SensorGeometry> MakeGeometry(const ExportRequest& request) {
     return SensorGeometry{v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8], v[9]};
 }
 
-}  // namespace
-
-int32_t CallExport(ExportRequest& request) {
+int32_t CallByKind(ExportRequest& request) {
     const std::optional<SensorGeometry> values = MakeGeometry(request);
     const SensorGeometry* const geometry = values ? &*values : nullptr;
     uint16_t* const input = request.frame.pixels.data();
@@ -45,6 +45,27 @@ int32_t CallExport(ExportRequest& request) {
             return ImageProcessingCR(input, output, width, height, profile, section);
     }
     return VASTRELLINE_INTERNAL_FAILURE;
+}
+
+// In a process that has decided nothing yet all figures are 0.
+std::optional<DoseFigures> AskForDose() {
+    DoseFigures dose;
+    int32_t isLow = 0;
+    Getdose_ImageInfo(&dose.objectMedian, &dose.objectTotal, &dose.lowSignal, &dose.lowRatio, &isLow);
+    dose.isLow = isLow != 0;
+    const bool isDecided = dose.objectMedian != 0 || dose.objectTotal != 0 || std::isnan(dose.lowRatio);
+    return isDecided ? std::optional(dose) : std::nullopt;
+}
+
+}  // namespace
+
+int32_t CallExport(ExportRequest& request) {
+    const auto start = std::chrono::steady_clock::now();
+    const int32_t code = CallByKind(request);
+    const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start;
+    request.record.elapsedMs = elapsed.count();
+    request.record.dose = AskForDose();
+    return code;
 }
 
 }  // namespace vastrelline

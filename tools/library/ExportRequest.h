@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -29,6 +30,22 @@ const ExportTraits* FindExport(std::string_view name);
 
 constexpr int kGeometryValues = 10;
 
+// The figures of a decision about a frame's exposure.
+struct DoseFigures {
+    int32_t objectMedian = 0;
+    int32_t objectTotal = 0;
+    int32_t lowSignal = 0;
+    double lowRatio = 0.0;  // not a number where there was no object
+    bool isLow = false;
+};
+
+// What a call gave beside its code and its frames.
+struct CallRecord {
+    double elapsedMs = 0.0;           // of the export alone
+    std::string said;                 // the library's messages, one a line
+    std::optional<DoseFigures> dose;  // none: nothing was decided
+};
+
 // One call. The frame may be changed by it, the output is of the frame's size.
 struct ExportRequest {
     ExportKind kind = ExportKind::Plain;
@@ -42,6 +59,8 @@ struct ExportRequest {
     std::optional<std::array<int32_t, kGeometryValues>> geometry;  // in the order of the header
     std::string sensorFolder;
     int32_t sensorMode = 0;
+    std::optional<std::chrono::milliseconds> timeout;  // none: it may take as long as it likes
+    CallRecord record;                                 // what the call leaves
 };
 
 // Calls the export and returns its code. A seam: tests put functions of their own here.

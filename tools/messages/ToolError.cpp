@@ -32,4 +32,6 @@ ProcessingError::ProcessingError(std::string where, std::string what, std::strin
 OutputError::OutputError(std::string where, std::string what, std::string remedy)
     : ToolError(ExitCode::Output, std::move(where), std::move(what), std::move(remedy)) {}
 
+CancelledError::CancelledError() : ToolError(ExitCode::Cancelled, {}, "cancelled") {}
+
 }  // namespace vastrelline

@@ -48,4 +48,10 @@ public:
     OutputError(std::string where, std::string what, std::string remedy = {});
 };
 
+// The user asked the tool to end before it was done.
+class CancelledError : public ToolError {
+public:
+    CancelledError();
+};
+
 }  // namespace vastrelline

@@ -1,0 +1,35 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "files/PrivateFolder.h"
+#include "support/TemporaryFolder.h"
+
+namespace vastrelline {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(PrivateFolder, IsForItsOwnerOnlyAndGoesWithAllThatIsInIt) {
+    fs::path path;
+    {
+        const PrivateFolder folder;
+        path = folder.Path();
+        EXPECT_TRUE(fs::is_empty(path));
+        EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+        fs::create_directory(folder.Inside("sub"));
+        WriteBytes(path / "sub" / "file", "x");
+    }
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST(PrivateFolder, IsANewOneEachTime) {
+    const PrivateFolder one;
+    const PrivateFolder other;
+    EXPECT_NE(one.Path(), other.Path());
+    EXPECT_EQ(one.Inside("leaf"), one.Path().string() + "/leaf");
+}
+
+}  // namespace
+}  // namespace vastrelline

@@ -1,0 +1,81 @@
+#include "runs/Worker.h"
+
+#include <signal.h>
+#include <sys/prctl.h>
+
+#include <cstring>
+#include <exception>
+#include <iostream>
+#include <new>
+
+#include "files/PrivateFolder.h"
+#include "messages/ToolError.h"
+#include "runs/ChildProcess.h"
+#include "runs/WorkerJob.h"
+
+namespace vastrelline {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kNotDone = 1;
+constexpr int kNoMemory = 2;
+
+// The last line that was said, as a reason.
+std::string LastLine(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    return text.substr(text.rfind('\n') + 1);
+}
+
+void TestEnd(const ChildEnd& end, const ExportRequest& request) {
+    constexpr const char* kNothingWritten = "no picture was written";
+    switch (end.kind) {
+        case ChildEnd::Kind::Cancelled:
+            throw CancelledError();
+        case ChildEnd::Kind::TimedOut:
+            throw ProcessingError(
+                {},
+                "the run took longer than " +
+                    std::to_string(request.timeout.value_or(std::chrono::milliseconds{0}).count()) +
+                    " ms and was ended",
+                "--timeout gives it more");
+        case ChildEnd::Kind::Killed:
+            throw ProcessingError({},
+                                  "the run was ended by signal " + std::to_string(end.number) + " (" +
+                                      strsignal(end.number) + ")",
+                                  kNothingWritten);
+        case ChildEnd::Kind::Exited:
+            break;
+    }
+    if (end.number == kNoMemory) throw std::bad_alloc();
+    if (end.number != kDone)
+        throw ProcessingError({}, "the run failed: " + LastLine(end.said), kNothingWritten);
+}
+
+}  // namespace
+
+int32_t CallInWorker(ExportRequest& request) {
+    const PrivateFolder folder;
+    WriteJob(folder.Path().string(), request);
+    const ChildEnd end = RunChild({OwnProgram(), kWorkerWord, folder.Path().string()}, request.timeout);
+    TestEnd(end, request);
+    const int32_t code = ReadJobResult(folder.Path().string(), request);
+    request.record.said = end.said;
+    return code;
+}
+
+int RunWorker(const char* folder, const ExportCaller& callExport) {
+    // Nobody wants the result of a worker whose parent is gone.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    try {
+        ExportRequest request = ReadJob(folder);
+        WriteJobResult(folder, callExport(request), request);
+        return kDone;
+    } catch (const std::bad_alloc&) {
+        return kNoMemory;
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+        return kNotDone;
+    }
+}
+
+}  // namespace vastrelline
