@@ -3,8 +3,8 @@
 
 With --check it writes nothing and fails if a page or a file of rows differs from the table, if a range says one
 thing to people and another to programs, if the table and the readers of the profile in src/ differ in a key or a
-default, if a log word or file name of the table occurs nowhere in src/, or
-if a sample profile holds a key that its stage does not know.
+default, if a log word or file name of the table occurs nowhere in src/, if a sample profile holds a key that its
+stage does not know, if a stage does not stand alone in profiles/stages.ini, or if a link of a page leads nowhere.
 """
 
 import pathlib
@@ -12,6 +12,7 @@ import re
 import sys
 import tomllib
 
+import doc_links
 import key_rows
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -61,6 +62,9 @@ def stage_page(stage):
     lines = [f"# {stage['title']}", "", GENERATED, ""]
     lines += [f"Stage number {stage['number']}, `{stage['name']}`.", "", stage["text"].strip()]
     lines += ["", "In the picture: " + " ".join(stage["look"].split())]
+    lines += ["", f"![{stage['title']}, before and after](../pictures/stages/{stage['page']}.png)", ""]
+    lines += [f"Left before, right after section `{stage['section']}` of [stages.ini](../../profiles/stages.ini),"
+              f" which shows the stage alone and strong. {stage['picture']}"]
     lines += ["", f"Source: {stage['source']}", "", "## Keys", ""]
     head = ["Key", "Type", "Default"] + (["Fixed chain"] if in_fixed else [])
     rows = []
@@ -268,6 +272,11 @@ def profile_faults(data):
                     known = known and int(numbered[1]) < int(keys.get("FunctionCount", 0))
                 if not known:
                     yield f"profiles/{path.name}, section {section}: {name} is no key of its place"
+    alone = read_profile(ROOT / "profiles/stages.ini")
+    for stage in data["stage"]:
+        keys = alone.get(stage["section"], {})
+        if (keys.get("FunctionCount"), keys.get("00_Function_Number")) != ("1", str(stage["number"])):
+            yield f"profiles/stages.ini, section {stage['section']}: not {stage['title']} alone"
 
 
 def main():
@@ -280,7 +289,8 @@ def main():
     rows = key_rows.make_rows(data, settings_keys(fixed), ROOT)
     if sys.argv[1:]:
         faults = [*page_faults(pages), *row_faults(rows), *range_faults(data), *source_faults(data),
-                  *key_rows.order_faults(data, ROOT), *profile_faults(data)]
+                  *key_rows.order_faults(data, ROOT), *profile_faults(data),
+                  *doc_links.link_faults(ROOT)]
         for fault in faults:
             print(fault, file=sys.stderr)
         print(f"docs: {len(pages)} pages, {len(faults)} faults")
