@@ -36,7 +36,7 @@ public:
 
     void PlanList() {
         AddGroup(PlaceRole::Settings, SettingsGroup::Common, plan_.section);
-        AddGroup(PlaceRole::Sensor, SettingsGroup::Sensor, std::string(kSensorSectionName));
+        PlanSensor();
         for (const int32_t position : ListedPositions(file_, plan_.section, plan_.functionCount))
             AddListed(position);
         if (plan_.chain == ChainKind::LowExposure) PlanLowSequence();
@@ -84,6 +84,13 @@ private:
     void AddGroup(PlaceRole role, SettingsGroup group, std::string section) {
         PlannedPlace& place = AddPlace(role, std::move(section));
         for (const Key& key : SettingsOf(group).keys) AddKey(place, std::string(key.name), key);
+    }
+
+    // What a run reads in section Settings. The sensor's folder stands in the sensor's own profile only.
+    void PlanSensor() {
+        PlannedPlace& sensor = AddPlace(PlaceRole::Sensor, std::string(kSensorSectionName));
+        for (const Key& key : SettingsOf(SettingsGroup::Sensor).keys)
+            if (key.name != "SerialId") AddKey(sensor, std::string(key.name), key);
     }
 
     // The fixed chain takes the corners from the sensor's values; it does not normalise the range.
