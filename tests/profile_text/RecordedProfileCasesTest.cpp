@@ -14,6 +14,7 @@
 #include "profile_text/ProfileEdit.h"
 #include "profile_text/ProfileText.h"
 #include "profile_text/Utf8.h"
+#include "support/Base64.h"
 #include "support/ProfileNormalForm.h"
 #include "support/SourceTree.h"
 
@@ -50,22 +51,6 @@ std::string Encode1252(std::wstring_view text) {
 }
 
 constexpr ProfileCodec kCodec1252 = {Decode1252, Encode1252};
-
-std::string DecodeBase64(const std::string& text) {
-    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string bytes;
-    uint32_t bits = 0;
-    int bitCount = 0;
-    for (const char character : text) {
-        if (character == '=') break;
-        bits = bits << 6U | static_cast<uint32_t>(digits.find(character));
-        bitCount += 6;
-        if (bitCount < 8) continue;
-        bitCount -= 8;
-        bytes.push_back(static_cast<char>(bits >> static_cast<unsigned>(bitCount) & 0xFFU));
-    }
-    return bytes;
-}
 
 std::optional<std::string> BytesOf(const Json& base64) {
     if (base64.is_null()) return std::nullopt;
