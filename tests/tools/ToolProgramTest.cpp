@@ -111,6 +111,14 @@ TEST_F(ToolProgram, LeavesABitmapOfTheFrame) {
         EXPECT_EQ(bitmap.substr(0, 2), "BM");
         // Rows of 130 pixels take 132 bytes.
         EXPECT_EQ(bitmap.size(), 1078U + 132U * 167U);
+
+        // The tool reads what the library wrote: rows from the bottom, behind head and palette.
+        std::string levels;
+        for (size_t row = 167; row-- > 0;) levels += bitmap.substr(1078 + row * 132, 130);
+        WriteBytes(folder_.Path() / (name + ".pgm"), "P5\n130 167\n255\n" + levels);
+        const ToolRun compared =
+            Start({"compare", folder_.Narrow(name + ".bmp"), folder_.Narrow(name + ".pgm")});
+        EXPECT_EQ(compared.exitCode, 0) << compared.report << compared.errors;
     }
 }
 

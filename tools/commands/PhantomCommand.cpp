@@ -21,8 +21,8 @@ constexpr double kMaxDose = 100.0;
 
 void TestOptions(const PhantomOptions& options, FrameSize size) {
     const FileKind kind = FileKindOf(options.frame);
-    if (kind != FileKind::Raw && kind != FileKind::Pgm && kind != FileKind::Png)
-        throw UsageError("'" + options.frame + "' should end in .raw, .pgm or .png");
+    if (kind == FileKind::Bmp || kind == FileKind::Other)
+        throw UsageError("'" + options.frame + "' should end in .raw, .pgm, .png or .tif");
     if (int64_t{size.width} * size.height > kMaxPixels)
         throw UsageError("a phantom of " + FormatFrameSize(size) + " is too large");
     if (!(options.dose > 0.0 && options.dose <= kMaxDose))  // so that "not a number" is refused, too
@@ -52,7 +52,7 @@ std::string_view PhantomCommand::Notes() const {
 void PhantomCommand::AddOptions(CLI::App& command) {
     command
         .add_option("--out", options_.frame,
-                    "Where the frame goes: .raw, .pgm or .png, all with 16-bit levels")
+                    "Where the frame goes: .raw, .pgm, .png or .tif, all with 16-bit levels")
         ->required()
         ->type_name("FRAME");
     AddSizeOption(command, options_.size, "Size of the frame")->capture_default_str();

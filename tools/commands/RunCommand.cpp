@@ -30,7 +30,7 @@ const ExportTraits& TestOptions(const RunOptions& options) {
     const FileKind kind = FileKindOf(options.picture);
     const std::string name(traits->name);
     if (kind == FileKind::Other)
-        throw UsageError("'" + options.picture + "' should end in .raw, .pgm, .png or .bmp");
+        throw UsageError("'" + options.picture + "' should end in .raw, .pgm, .png, .tif or .bmp");
     if (traits->takesBitmapPath && kind != FileKind::Bmp)
         throw UsageError(name + " gives a bitmap only: --out should end in .bmp");
     if (!traits->takesBitmapPath && kind == FileKind::Bmp)
@@ -125,7 +125,7 @@ void RunToPicture(const RunOptions& options, const ExportTraits& traits, const E
     PictureStyle style;
     style.mayReplace = options.mayReplace;
     style.topLevel = ReadOutputRange(options.profile, options.section);
-    if (!options.isPng16)
+    if (FileKindOf(options.picture) == FileKind::Png && !options.isPng16)
         style.window =
             options.window.empty() ? GreyWindow{0, style.topLevel} : ParseGreyWindow(options.window);
     const Frame result{request.frame.width, request.frame.height, std::move(request.output)};
@@ -149,7 +149,10 @@ std::string_view RunCommand::Examples() const {
 }
 
 void RunCommand::AddOptions(CLI::App& command) {
-    command.add_option("FRAME", options_.frame, "The frame: .raw, .pgm or .png")->required()->type_name("");
+    command
+        .add_option("FRAME", options_.frame, "The frame: .raw, .pgm, .png, .tif or .bmp; - is standard input")
+        ->required()
+        ->type_name("");
     AddSizeOption(command, options_.size, "Size of a raw frame; without it the size in the frame's name");
     command.add_option("--profile", options_.profile, "The profile file")->required()->type_name("FILE");
     command.add_option("--section", options_.section, "Section of the profile that holds the settings")

@@ -38,4 +38,19 @@ std::vector<uint8_t> ReadInputFile(const std::string& path, uint64_t maxBytes) {
     return bytes;
 }
 
+std::vector<uint8_t> ReadInputStream(std::istream& stream, const std::string& name, uint64_t maxBytes) {
+    constexpr size_t kPiece = size_t{1} << 16;
+    std::vector<uint8_t> bytes;
+    while (stream) {
+        const size_t start = bytes.size();
+        bytes.resize(start + kPiece);
+        stream.read(reinterpret_cast<char*>(bytes.data() + start), static_cast<std::streamsize>(kPiece));
+        bytes.resize(start + static_cast<size_t>(stream.gcount()));
+        if (bytes.size() > maxBytes)
+            throw InputError(name, "is too large: more than " + std::to_string(maxBytes) + " bytes");
+    }
+    if (stream.bad()) throw InputError(name, "cannot be read to its end");
+    return bytes;
+}
+
 }  // namespace vastrelline

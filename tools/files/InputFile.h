@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <istream>
 #include <string>
 #include <vector>
 
@@ -16,5 +17,12 @@ uint64_t InputFileSize(const std::string& path);
 // maxBytes   a larger file is refused
 // Errors     as above; also: unreadable, too large, shrunk while it was read
 std::vector<uint8_t> ReadInputFile(const std::string& path, uint64_t maxBytes);
+
+// All bytes up to the end of a stream.
+//
+// name       of the stream, for the errors
+// maxBytes   a longer stream is refused
+// Errors     InputError
+std::vector<uint8_t> ReadInputStream(std::istream& stream, const std::string& name, uint64_t maxBytes);
 
 }  // namespace vastrelline

@@ -61,7 +61,7 @@ private:
 
 }  // namespace
 
-Frame DecodePgm(const std::vector<uint8_t>& bytes) {
+DecodedFrame DecodePgm(const std::vector<uint8_t>& bytes) {
     if (bytes.size() < 3 || bytes[0] != 'P' || bytes[1] != '5' || !(IsBlank(bytes[2]) || bytes[2] == '#'))
         throw std::runtime_error("the file is no binary PGM (P5)");
     HeadReader head(bytes);
@@ -79,7 +79,7 @@ Frame DecodePgm(const std::vector<uint8_t>& bytes) {
         throw std::runtime_error("the PGM file of " + FormatFrameSize({width, height}) + " should hold " +
                                  std::to_string(count * bytesPerLevel) + " bytes of levels, it holds " +
                                  std::to_string(bytes.size() - start));
-    Frame frame{width, height, std::vector<uint16_t>(count)};
+    DecodedFrame frame{{width, height, std::vector<uint16_t>(count)}, bytesPerLevel == 1 ? 8 : 16, {}};
     for (size_t i = 0; i < count; ++i) {
         const size_t at = start + i * bytesPerLevel;
         frame.pixels[i] =

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "formats/DecodedFrame.h"
 #include "frames/Frame.h"
 
 namespace vastrelline {
@@ -12,7 +13,7 @@ namespace vastrelline {
 //
 // Errors   std::runtime_error with a text for the user: another kind of file, a head that makes no sense, a
 //          size that does not fit the number of bytes. Memory is taken only after that test.
-Frame DecodePgm(const std::vector<uint8_t>& bytes);
+DecodedFrame DecodePgm(const std::vector<uint8_t>& bytes);
 
 // 16-bit levels. The head's maximum is `topLevel` if that makes two bytes and no pixel is above it, else
 // 65535: viewers show the maximum as white.

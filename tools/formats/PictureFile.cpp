@@ -1,12 +1,15 @@
 #include "formats/PictureFile.h"
 
+#include <stdexcept>
 #include <vector>
 
 #include "files/FileKind.h"
 #include "files/OutputFile.h"
+#include "formats/BmpFormat.h"
 #include "formats/PgmFormat.h"
 #include "formats/PngFormat.h"
 #include "formats/RawFormat.h"
+#include "formats/TiffFormat.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
@@ -21,15 +24,32 @@ std::vector<uint8_t> Encode(const std::string& path, const Frame& frame, const P
         case FileKind::Png:
             if (!style.window) return EncodePng16(frame);
             return EncodePng8(RenderThroughWindow(frame, *style.window), frame.width, frame.height);
+        case FileKind::Tiff:
+            if (!style.window) return EncodeTiff16(frame, style.tiffPacking);
+            return EncodeTiff8(RenderThroughWindow(frame, *style.window), frame.width, frame.height,
+                               style.tiffPacking);
+        case FileKind::Bmp:
+            if (!style.window) throw UsageError("a bitmap has 8 bits", "give a window, as in 0:4095");
+            return EncodeBmp8(RenderThroughWindow(frame, *style.window), frame.width, frame.height);
         default:
-            throw UsageError("'" + path + "' should end in .raw, .pgm or .png");
+            throw UsageError("'" + path + "' should end in .raw, .pgm, .png, .tif or .bmp");
+    }
+}
+
+std::vector<uint8_t> EncodeOrFail(const std::string& path, const Frame& frame, const PictureStyle& style) {
+    try {
+        return Encode(path, frame, style);
+    } catch (const ToolError&) {
+        throw;
+    } catch (const std::runtime_error& error) {  // of an encoder, which knows no path
+        throw OutputError(path, error.what());
     }
 }
 
 }  // namespace
 
 void WritePictureFile(const std::string& path, const Frame& frame, const PictureStyle& style) {
-    const std::vector<uint8_t> bytes = Encode(path, frame, style);
+    const std::vector<uint8_t> bytes = EncodeOrFail(path, frame, style);
     OutputFile file(path, style.mayReplace);
     file.Write(bytes);
     file.Publish();

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "formats/TiffFormat.h"
 #include "frames/Frame.h"
 #include "frames/GreyWindow.h"
 
@@ -11,15 +12,18 @@ namespace vastrelline {
 
 // How a frame is put into a file.
 struct PictureStyle {
-    std::optional<GreyWindow> window;  // PNG: 8 bits through this window; none: 16-bit levels as they are
-    int32_t topLevel = 0;              // PGM: the level that viewers show as white, see EncodePgm
-    bool mayReplace = false;           // an existing file is replaced
+    // PNG and TIFF: 8 bits through this window; none: 16-bit levels as they are. A bitmap needs one.
+    std::optional<GreyWindow> window;
+    int32_t topLevel = 0;  // PGM: the level that viewers show as white, see EncodePgm
+    TiffPacking tiffPacking = TiffPacking::None;
+    bool mayReplace = false;  // an existing file is replaced
 };
 
-// Writes a frame as .raw, .pgm or .png, by the ending of the path; completely or not at all.
+// Writes a frame as .raw, .pgm, .png, .tif or .bmp, by the ending of the path; completely or not at all.
 //
-// Errors   UsageError for another ending; std::runtime_error with a text for the user if the file exists and
-//          must not be replaced, or cannot be written
+// Errors   UsageError for another ending and for a bitmap without a window; OutputError if the file exists
+// and
+//          must not be replaced, cannot be written, or cannot hold so large a frame
 void WritePictureFile(const std::string& path, const Frame& frame, const PictureStyle& style);
 
 }  // namespace vastrelline

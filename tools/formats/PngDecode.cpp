@@ -75,7 +75,7 @@ std::runtime_error Damaged(const PngInput& input) {
 
 }  // namespace
 
-Frame DecodePng(const std::vector<uint8_t>& bytes) {
+DecodedFrame DecodePng(const std::vector<uint8_t>& bytes) {
     if (bytes.size() < kHeadBytes || png_sig_cmp(bytes.data(), 0, 8) != 0)
         throw std::runtime_error("the file is no PNG");
     PngInput input;
@@ -104,7 +104,8 @@ Frame DecodePng(const std::vector<uint8_t>& bytes) {
     for (size_t y = 0; y < rows.size(); ++y) rows[y] = levels.data() + y * rowBytes;
     if (!ReadRows(input, rows.data())) throw Damaged(input);
 
-    Frame frame{size.width, size.height, std::vector<uint16_t>(PixelCount(size.width, size.height))};
+    const size_t count = PixelCount(size.width, size.height);
+    DecodedFrame frame{{size.width, size.height, std::vector<uint16_t>(count)}, bits, {}};
     if (bits == 8) {
         std::copy(levels.begin(), levels.end(), frame.pixels.begin());
     } else {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "formats/DecodedFrame.h"
 #include "frames/Frame.h"
 
 namespace vastrelline {
@@ -12,7 +13,7 @@ namespace vastrelline {
 //
 // Errors   std::runtime_error with a text for the user: another kind of file or of PNG, damaged, an
 //          unusable size. A size that so short a file cannot hold is refused before memory is taken.
-Frame DecodePng(const std::vector<uint8_t>& bytes);
+DecodedFrame DecodePng(const std::vector<uint8_t>& bytes);
 
 std::vector<uint8_t> EncodePng16(const Frame& frame);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "frames/Frame.h"
@@ -10,10 +11,14 @@ namespace vastrelline {
 
 // Raw frames: 16-bit levels, low byte first, nothing else in the file.
 
-// Throws std::runtime_error with a text for the user if a raw frame of this size has another number of bytes.
-void TestRawSize(uint64_t byteCount, FrameSize size);
+// The number of bytes of a raw frame of this size.
+uint64_t RawByteCount(FrameSize size);
 
-// Errors   as TestRawSize
+// Why so many bytes are no raw frame of this size, which has another number of them: both numbers, and what
+// the bytes may be instead.
+std::string DescribeRawMismatch(uint64_t byteCount, FrameSize size);
+
+// Errors   std::runtime_error with DescribeRawMismatch's text for another number of bytes
 Frame DecodeRaw(const std::vector<uint8_t>& bytes, FrameSize size);
 
 std::vector<uint8_t> EncodeRaw(const Frame& frame);

@@ -1,12 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iostream>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
 #include "files/FileKind.h"
+#include "formats/BmpFormat.h"
 #include "formats/FrameFile.h"
+#include "formats/TiffFormat.h"
 #include "messages/ToolError.h"
 #include "support/TemporaryFolder.h"
 
@@ -46,7 +50,14 @@ TEST(FrameFile, ARawFrameTakesTheSizeItIsGivenOrThatOfItsName) {
 TEST(FrameFile, ARawFrameOfUnknownSizeIsWrongUse) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "a.raw", "1234");
-    EXPECT_THROW(ReadFrameFile(folder.Narrow("a.raw"), std::nullopt), UsageError);
+    try {
+        ReadFrameFile(folder.Narrow("a.raw"), std::nullopt);
+        FAIL() << "a size was known";
+    } catch (const ToolError& error) {
+        EXPECT_EQ(error.Code(), ExitCode::WrongUse);
+        EXPECT_EQ(error.what(),
+                  folder.Narrow("a.raw") + ": 4 bytes fit 1x2 or 2x1 at 16 bits; say --size WxH");
+    }
 }
 
 TEST(FrameFile, ATruncatedRawFrameTellsBothNumbers) {
@@ -78,6 +89,106 @@ TEST(FrameFile, APgmTellsItsSizeItself) {
     EXPECT_EQ(ReadFrameFile(folder.Narrow("a.pgm"), FrameSize{2, 1}).height, 1);
     const std::string error = ErrorOf(folder.Narrow("a.pgm"), FrameSize{1, 2});
     EXPECT_NE(error.find("a.pgm: the file is 2x1, not 1x2"), std::string::npos) << error;
+}
+
+TEST(FrameFile, TheProfilesSizeCountsWhereNothingElseTellsOne) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "a.raw", "1234");
+    WriteBytes(folder.Path() / "a_2x1.raw", "1234");
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("a.raw"), {std::nullopt, FrameSize{1, 2}}).frame.height, 2);
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("a_2x1.raw"), {std::nullopt, FrameSize{1, 2}}).frame.height, 1);
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("a.raw"), {FrameSize{2, 1}, FrameSize{1, 2}}).frame.height, 1);
+    try {
+        LoadFrameFile(folder.Narrow("a.raw"), {std::nullopt, FrameSize{3, 3}});
+        FAIL() << "another size was taken";
+    } catch (const InputError& error) {
+        EXPECT_EQ(error.What(),
+                  "a raw frame of 3x3 has 18 bytes, the file has 4, which fit 1x2 or 2x1 at 16 bits");
+        EXPECT_EQ(error.Remedy(), "that is the profile's size: say --size WxH");
+    }
+}
+
+TEST(FrameFile, AFileTellsWhereItsLevelsComeFrom) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "a_2x1.raw", "1234");
+    WriteBytes(folder.Path() / "narrow.pgm", "P5\n2 1\n255\n\x05\x06"s);
+    WriteBytes(folder.Path() / "wide.pgm", "P5\n1 1\n256\n\x01\x00"s);
+    const std::vector<uint8_t> tiff = EncodeTiff16({1, 1, {7}}, TiffPacking::None);
+    WriteBytes(folder.Path() / "a.tif", std::string(tiff.begin(), tiff.end()));
+    const std::vector<uint8_t> bitmap = EncodeBmp8({7, 8}, 1, 2);
+    WriteBytes(folder.Path() / "a.bmp", std::string(bitmap.begin(), bitmap.end()));
+    const auto load = [&](const std::string& leaf) { return LoadFrameFile(folder.Narrow(leaf), {}); };
+    EXPECT_EQ(load("a_2x1.raw").kind, FileKind::Raw);
+    EXPECT_EQ(load("a_2x1.raw").sourceBits, 16);
+    EXPECT_EQ(load("narrow.pgm").kind, FileKind::Pgm);
+    EXPECT_EQ(load("narrow.pgm").sourceBits, 8);
+    EXPECT_EQ(load("wide.pgm").sourceBits, 16);
+    EXPECT_EQ(load("a.tif").kind, FileKind::Tiff);
+    EXPECT_EQ(load("a.tif").frame.pixels, std::vector<uint16_t>{7});
+    EXPECT_EQ(load("a.bmp").kind, FileKind::Bmp);
+    EXPECT_EQ(load("a.bmp").sourceBits, 8);
+    EXPECT_EQ(load("a.bmp").frame.pixels, (std::vector<uint16_t>{7, 8}));
+}
+
+TEST(FrameFile, TheContentCountsWhereTheEndingSaysNothing) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "picture", "P5\n2 1\n255\n\x05\x06"s);
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("picture"), {}).kind, FileKind::Pgm);
+    WriteBytes(folder.Path() / "frame.dat", "1234");
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("frame.dat"), {FrameSize{2, 1}, std::nullopt}).kind, FileKind::Raw);
+}
+
+TEST(FrameFile, AnEndingThatLiesIsRefused) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "a.png", "P5\n2 1\n255\n\x05\x06"s);
+    WriteBytes(folder.Path() / "b.tif", "\xFF\xD8\xFF\xE0"s);
+    WriteBytes(folder.Path() / "c.bmp", "something");
+    WriteBytes(folder.Path() / "d.raw", "P5\n2 1\n255\n\x05\x06"s);
+    WriteBytes(folder.Path() / "e.pgm", "");
+    WriteBytes(folder.Path() / "f.raw", "\xFF\xD8\xFF\xE0"s);
+    const auto error = [&](const std::string& leaf) { return ErrorOf(folder.Narrow(leaf), std::nullopt); };
+    EXPECT_EQ(error("a.png"), folder.Narrow("a.png") + ": is a PGM picture, no PNG picture; name it .pgm");
+    EXPECT_EQ(error("b.tif"), folder.Narrow("b.tif") + ": is a JPEG picture, no TIFF picture");
+    EXPECT_EQ(error("c.bmp"), folder.Narrow("c.bmp") + ": is no bitmap, whatever its name says");
+    EXPECT_EQ(error("d.raw"), folder.Narrow("d.raw") + ": is a PGM picture, not raw levels; name it .pgm");
+    EXPECT_EQ(error("e.pgm"), folder.Narrow("e.pgm") + ": is an empty file, no PGM picture");
+    EXPECT_EQ(error("f.raw"), folder.Narrow("f.raw") + ": is a JPEG picture, no frame that can be read");
+    // Levels may be anything: bytes that fit the size are levels.
+    EXPECT_EQ(LoadFrameFile(folder.Narrow("f.raw"), {FrameSize{2, 1}, std::nullopt}).frame.pixels,
+              (std::vector<uint16_t>{0xD8FF, 0xE0FF}));
+}
+
+// Puts bytes in the place of standard input for a while.
+class StandardInput {
+public:
+    explicit StandardInput(const std::string& bytes) : bytes_(bytes), old_(std::cin.rdbuf(bytes_.rdbuf())) {
+        std::cin.clear();
+    }
+    ~StandardInput() {
+        std::cin.rdbuf(old_);
+        std::cin.clear();
+    }
+    StandardInput(const StandardInput&) = delete;
+    StandardInput& operator=(const StandardInput&) = delete;
+
+private:
+    std::istringstream bytes_;
+    std::streambuf* old_;
+};
+
+TEST(FrameFile, ALineIsStandardInput) {
+    {
+        const StandardInput input("P5\n2 1\n255\n\x05\x06"s);
+        EXPECT_EQ(LoadFrameFile("-", {}).frame.pixels, (std::vector<uint16_t>{5, 6}));
+    }
+    {
+        const StandardInput input("\x01\x02\x03\x04"s);
+        EXPECT_EQ(LoadFrameFile("-", {FrameSize{1, 2}, std::nullopt}).frame.pixels,
+                  (std::vector<uint16_t>{0x0201, 0x0403}));
+    }
+    const StandardInput input("1234");
+    EXPECT_EQ(ErrorOf("-", std::nullopt),
+              "standard input: 4 bytes fit 1x2 or 2x1 at 16 bits; say --size WxH");
 }
 
 TEST(FrameFile, WhatIsNoFileIsRefused) {
