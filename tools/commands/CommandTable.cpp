@@ -1,6 +1,8 @@
 #include "commands/CommandTable.h"
 
 #include "commands/CompareCommand.h"
+#include "commands/ConvertCommand.h"
+#include "commands/InfoCommand.h"
 #include "commands/PhantomCommand.h"
 #include "commands/RunCommand.h"
 
@@ -15,7 +17,9 @@ std::unique_ptr<Command> Make() {
 constexpr CommandEntry kCommands[] = {
     // group, name, summary, --json, maker
     {"", "run", "Process a frame with the settings of a profile", false, Make<RunCommand>},
-    {"", "compare", "Tell whether two frames are equal", false, Make<CompareCommand>},
+    {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
+    {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
+    {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
 };
 

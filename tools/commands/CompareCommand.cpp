@@ -2,17 +2,51 @@
 
 #include <CLI/CLI.hpp>
 #include <iomanip>
+#include <nlohmann/json.hpp>
 #include <optional>
+#include <utility>
 
+#include "commands/FrameNotes.h"
 #include "commands/SizeOption.h"
 #include "formats/FrameFile.h"
 #include "frames/FrameDifference.h"
 #include "frames/FrameSize.h"
+#include "messages/ToolError.h"
 
 namespace vastrelline {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr double kPercent = 100.0;
+
+Frame Load(const std::string& path, const std::optional<FrameSize>& size, Messages& messages) {
+    LoadedFrame loaded = LoadFrameFile(path, {size, std::nullopt});
+    ShowFrameNotes(path, loaded, messages);
+    return std::move(loaded.frame);
+}
+
+Json ToJson(const FrameDifference& difference) {
+    Json places = Json::array();
+    for (const PixelDifference& place : difference.firstOnes)
+        places.push_back({{"x", place.x}, {"y", place.y}, {"first", place.first}, {"second", place.second}});
+    return {{"count", difference.count}, {"largest", difference.largest}, {"firstPlaces", places}};
+}
+
+ExitCode ReportAsJson(const Frame& first, const Frame& second, std::ostream& report) {
+    const bool isSameSize = first.width == second.width && first.height == second.height;
+    const FrameDifference difference = isSameSize ? FindDifference(first, second) : FrameDifference{};
+    const bool isEqual = isSameSize && difference.count == 0;
+    const ExitCode code = isEqual ? ExitCode::Well : ExitCode::Findings;
+    Json object = {{"exit", static_cast<int>(code)},
+                   {"equal", isEqual},
+                   {"firstSize", {first.width, first.height}},
+                   {"secondSize", {second.width, second.height}},
+                   {"pixels", nullptr}};  // frames of different sizes are not compared pixel by pixel
+    if (isSameSize) object["pixels"] = ToJson(difference);
+    report << object.dump(2) << '\n';
+    return code;
+}
 
 }  // namespace
 
@@ -28,7 +62,9 @@ std::string_view CompareCommand::Notes() const {
 }
 
 void CompareCommand::AddOptions(CLI::App& command) {
-    command.add_option("A", first_, "A frame")->required()->type_name("");
+    command.add_option("A", first_, "A frame: .raw, .pgm, .png, .tif or .bmp; - is standard input")
+        ->required()
+        ->type_name("");
     command.add_option("B", second_, "Another one, of any kind of file")->required()->type_name("");
     AddSizeOption(command, size_, "Size of both frames; needed for raw frames without it in the name");
 }
@@ -36,10 +72,13 @@ void CompareCommand::AddOptions(CLI::App& command) {
 ExitCode CompareCommand::Execute(CommandContext& context) {
     std::ostream& report = context.report;
     const std::optional<FrameSize> size = ParseFrameSize(size_);
-    const Frame first = ReadFrameFile(first_, size);
-    const Frame second = ReadFrameFile(second_, size);
+    if (first_ == kStandardInput && second_ == kStandardInput)
+        throw UsageError("standard input can be one frame only");
+    const Frame first = Load(first_, size, context.messages);
+    const Frame second = Load(second_, size, context.messages);
     const FrameSize firstSize{first.width, first.height};
     const FrameSize secondSize{second.width, second.height};
+    if (context.wantsJson) return ReportAsJson(first, second, report);
     if (firstSize != secondSize) {
         report << "different: the sizes are " << FormatFrameSize(firstSize) << " and "
                << FormatFrameSize(secondSize) << '\n';

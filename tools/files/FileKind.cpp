@@ -66,6 +66,18 @@ bool IsTiff(const std::vector<uint8_t>& bytes) {
            HasAt(bytes, 0, "MM\0+\0\x08\0\0"sv);
 }
 
+// Letters, digits and ends of lines only, and enough of them to be no chance.
+bool IsText(const std::vector<uint8_t>& bytes) {
+    constexpr size_t kEnough = 16;
+    constexpr size_t kLooked = 512;
+    return bytes.size() >= kEnough &&
+           std::all_of(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(std::min(bytes.size(), kLooked)),
+                       [](uint8_t byte) {
+                           return (byte >= ' ' && byte < 0x7F) || byte == '\n' || byte == '\r' ||
+                                  byte == '\t';
+                       });
+}
+
 }  // namespace
 
 FileKind FileKindOf(std::string_view path) {
@@ -94,7 +106,7 @@ std::string DescribeContent(const std::vector<uint8_t>& bytes) {
     // The other kinds of the family of PGM: letters where no levels would be.
     if (bytes.size() > 2 && bytes[0] == 'P' && bytes[1] >= '1' && bytes[1] <= '7' && bytes[2] == '\n')
         return "a picture of kind P" + std::string(1, static_cast<char>(bytes[1]));
-    return {};
+    return IsText(bytes) ? "a text file" : std::string();
 }
 
 std::string_view FileKindName(FileKind kind) {

@@ -44,6 +44,8 @@ INSTANTIATE_TEST_SUITE_P(
         ContentCase{"Jpeg", "\xFF\xD8\xFF\xE0"sv, FileKind::Other, "a JPEG picture"},
         ContentCase{"Zip", "PK\3\4"sv, FileKind::Other, "a ZIP archive"},
         ContentCase{"ColourMap", "P6\n1 1\n255\nabc"sv, FileKind::Other, "a picture of kind P6"},
+        ContentCase{"Text", "[General]\r\nPROCMODE=2\r\n"sv, FileKind::Other, "a text file"},
+        ContentCase{"ShortText", "PROCMODE=2"sv, FileKind::Other, ""},
         ContentCase{"Empty", ""sv, FileKind::Other, "an empty file"},
         ContentCase{"Levels", "\x10\x02\x11\x02"sv, FileKind::Other, ""}),
     [](const auto& test) { return test.param.name; });
