@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -13,6 +12,7 @@
 
 #include "LibraryValues.h"
 #include "RandomProfile.h"
+#include "SameValue.h"
 #include "chains/StageTable.h"
 #include "config/CRegistryIO.h"
 #include "config/CallProfile.h"
@@ -25,25 +25,12 @@
 namespace vastrelline {
 namespace {
 
-// The same bits, also of what is not a number.
-bool IsSame(const ReadValue& one, const ReadValue& other) {
-    const auto* const oneDouble = std::get_if<double>(&one);
-    const auto* const otherDouble = std::get_if<double>(&other);
-    if (oneDouble != nullptr && otherDouble != nullptr)
-        return std::bit_cast<uint64_t>(*oneDouble) == std::bit_cast<uint64_t>(*otherDouble);
-    const auto* const oneFloat = std::get_if<float>(&one);
-    const auto* const otherFloat = std::get_if<float>(&other);
-    if (oneFloat != nullptr && otherFloat != nullptr)
-        return std::bit_cast<uint32_t>(*oneFloat) == std::bit_cast<uint32_t>(*otherFloat);
-    return one == other;
-}
-
 // Both hold the same keys with the same values.
 void ExpectSame(const std::string& place, const LibraryValues& library, const LibraryValues& tool) {
     for (const auto& [key, value] : library) {
         const auto found = tool.find(key);
         ASSERT_NE(found, tool.end()) << place << ": the tool lacks " << key;
-        EXPECT_TRUE(IsSame(value, found->second))
+        EXPECT_TRUE(IsSameValue(value, found->second))
             << place << ", " << key << ": library " << FormatReadValue(value) << ", tool "
             << FormatReadValue(found->second);
     }

@@ -4,6 +4,7 @@
 #include "commands/ConvertCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/PhantomCommand.h"
+#include "commands/ProfileShowCommand.h"
 #include "commands/RunCommand.h"
 
 namespace vastrelline {
@@ -21,6 +22,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
+    {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
 };
 
 constexpr CommandGroup kGroups[] = {

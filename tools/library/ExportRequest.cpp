@@ -1,6 +1,7 @@
 #include "library/ExportRequest.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 #include "vastrelline.h"
@@ -10,7 +11,7 @@ namespace vastrelline {
 namespace {
 
 constexpr ExportTraits kExports[] = {
-    // kind, name, bitmap path, corrections, geometry, sensor
+    // In the order of ExportKind: kind, name, bitmap path, corrections, geometry, sensor
     {ExportKind::Plain, "ImageProcessing", false, true, false, false},
     {ExportKind::S, "ImageProcessingS", false, true, true, false},
     {ExportKind::N, "ImageProcessing_N", true, true, false, false},
@@ -20,6 +21,10 @@ constexpr ExportTraits kExports[] = {
 };
 
 }  // namespace
+
+std::span<const ExportTraits> AllExports() { return kExports; }
+
+const ExportTraits& TraitsOf(ExportKind kind) { return kExports[static_cast<size_t>(kind)]; }
 
 const ExportTraits* FindExport(std::string_view name) {
     const auto* const found =

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,10 @@ struct ExportTraits {
     bool takesGeometry;
     bool takesSensor;
 };
+
+std::span<const ExportTraits> AllExports();
+
+const ExportTraits& TraitsOf(ExportKind kind);
 
 // The export of this name; null if there is none.
 const ExportTraits* FindExport(std::string_view name);

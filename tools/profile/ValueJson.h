@@ -1,0 +1,23 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "library/ExportRequest.h"
+#include "profile/EffectiveValues.h"
+#include "profile/SectionPlan.h"
+
+namespace vastrelline {
+
+// A value as JSON: integers and finite numbers as numbers, infinities and what is no number as text.
+nlohmann::ordered_json ValueToJson(const ReadValue& value);
+
+// All values of a run, as docs/tool-json.md tells.
+nlohmann::ordered_json ValuesToJson(const std::string& path, const SectionPlan& plan,
+                                    const ExportTraits& traits, const std::vector<EffectivePlace>& places);
+
+// One object as the tool prints it: indented, bytes that are no UTF-8 replaced.
+std::string PrintedJson(const nlohmann::ordered_json& object);
+
+}  // namespace vastrelline
