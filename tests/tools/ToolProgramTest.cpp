@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ToolRun.h"
+#include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
 // The built program with the library itself.
@@ -96,10 +97,8 @@ TEST_F(ToolProgram, MakesAPictureThatViewersOpen) {
 
 TEST_F(ToolProgram, TellsThatTheProfileIsMissing) {
     const ToolRun run = Process("ImageProcessing", "out.png", "missing.ini");
-    EXPECT_EQ(run.exitCode, 4);
-    EXPECT_EQ(run.errors,
-              "vastrelline: ImageProcessing returned 1 (the profile file does not exist); no picture was "
-              "written\n");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.errors, folder_.Narrow("missing.ini") + ": does not exist\n");
     EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "out.png"));
 }
 
@@ -130,6 +129,46 @@ TEST_F(ToolProgram, TakesAFrameOfOneChainForEveryKindOfFile) {
                   .exitCode,
               0);
     EXPECT_EQ(Start({"compare", folder_.Narrow("a_130x167.raw"), folder_.Narrow("b.png")}).exitCode, 0);
+}
+
+TEST_F(ToolProgram, LeavesTheProfileByteForByte) {
+    const std::string before = ReadBytes(folder_.Path() / "p.ini");
+    ASSERT_EQ(Process("ImageProcessing", "out.raw", "p.ini").exitCode, 0);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), before);
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "ExtraOralLog.txt"));
+}
+
+TEST_F(ToolProgram, InPlaceStoresWhatARunStores) {
+    const ToolRun run = Start({"run", frame_, "--profile", folder_.Narrow("p.ini"), "--section", "General",
+                               "--out", folder_.Narrow("out.raw"), "--in-place"});
+    ASSERT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_NE(ReadBytes(folder_.Path() / "p.ini").find("[Settings]"), std::string::npos);
+}
+
+TEST_F(ToolProgram, TellsStagesOfTheLibrarysLog) {
+    const ToolRun run = Process("ImageProcessing", "out.raw", "p.ini");
+    EXPECT_NE(run.report.find("stages    0  Gamma curve"), std::string::npos) << run.report;
+    EXPECT_EQ(run.report.find("Gamma curve                -"), std::string::npos) << run.report;
+}
+
+TEST_F(ToolProgram, DrawsAStripOfAllStages) {
+    const ToolRun run = Start({"run", frame_, "--profile", folder_.Narrow("p.ini"), "--section", "General",
+                               "--out", folder_.Narrow("out.png"), "--strip", folder_.Narrow("strip.png")});
+    ASSERT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(ReadBytes(folder_.Path() / "strip.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
+}
+
+TEST_F(ToolProgram, EndsARunThatTakesTooLong) {
+    // Passes of a large median on a whole radiograph take more than a minute.
+    WriteBytes(folder_.Path() / "slow.ini",
+               "[General]\nPROCMODE=2\nINTRAORAL_MASK=0\nFunctionCount=1\n00_Function_Number=7\n"
+               "00_MEDIAN_SIZE=301\n00_MEDIAN_REPEAT=2000000000\n");
+    const std::string frame = (SourceTreeFolder() / "tests/data/frames/bitewing_1300x1668.png").string();
+    const ToolRun run = Start({"run", frame, "--profile", folder_.Narrow("slow.ini"), "--section", "General",
+                               "--out", folder_.Narrow("out.png"), "--timeout", "0.1"});
+    EXPECT_EQ(run.exitCode, 4) << run.report;
+    EXPECT_NE(run.errors.find("took longer than 100 ms"), std::string::npos) << run.errors;
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "out.png"));
 }
 
 TEST_F(ToolProgram, WrongUseIsCodeTwo) {

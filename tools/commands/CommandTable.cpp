@@ -17,7 +17,7 @@ std::unique_ptr<Command> Make() {
 
 constexpr CommandEntry kCommands[] = {
     // group, name, summary, --json, maker
-    {"", "run", "Process a frame with the settings of a profile", false, Make<RunCommand>},
+    {"", "run", "Process a frame with the settings of a profile", true, Make<RunCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
     {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},

@@ -4,14 +4,15 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <iomanip>
+#include <memory>
 #include <optional>
-#include <string_view>
+#include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
-#include "commands/OutputRange.h"
-#include "commands/SizeOption.h"
+#include "commands/RunReport.h"
+#include "commands/StripRun.h"
 #include "files/FileKind.h"
 #include "files/OutputFile.h"
 #include "formats/FrameFile.h"
@@ -19,202 +20,237 @@
 #include "frames/FrameSize.h"
 #include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
+#include "profile/ProfileFile.h"
+#include "profile/SectionPlan.h"
+#include "runs/FrameRun.h"
+#include "runs/LookAtFrame.h"
+#include "runs/LookAtProfile.h"
 
 namespace vastrelline {
 namespace {
 
-// Everything that is wrong with the options and needs no file.
-const ExportTraits& TestOptions(const RunOptions& options) {
-    const ExportTraits* const traits = FindExport(options.exportName);
-    if (traits == nullptr) throw UsageError("there is no export '" + options.exportName + "'");
-    const FileKind kind = FileKindOf(options.picture);
-    const std::string name(traits->name);
-    if (kind == FileKind::Other)
-        throw UsageError("'" + options.picture + "' should end in .raw, .pgm, .png, .tif or .bmp");
-    if (traits->takesBitmapPath && kind != FileKind::Bmp)
-        throw UsageError(name + " gives a bitmap only: --out should end in .bmp");
-    if (!traits->takesBitmapPath && kind == FileKind::Bmp)
-        throw UsageError(name +
-                         " writes no bitmap: choose --export ImageProcessing_N, _NS or _NE for a .bmp");
-    if (!options.geometry.empty() && !traits->takesGeometry)
-        throw UsageError("--geometry is for ImageProcessingS and ImageProcessing_NS only");
-    if (options.hasSensor && !traits->takesSensor)
-        throw UsageError("--sensor-folder and --sensor-mode are for ImageProcessing_NE only");
-    if ((options.applyMapping || options.applySpotCorrection) && !traits->takesCorrections)
-        throw UsageError("--mapping and --spot-correction are not for " + name);
-    if ((!options.window.empty() || options.isPng16) && kind != FileKind::Png)
-        throw UsageError("--window and --png16 are for .png pictures only");
-    if (!options.window.empty() && options.isPng16)
-        throw UsageError("--png16 keeps all levels: it goes without --window");
-    if (!options.window.empty() && !ParseGreyWindow(options.window))
-        throw UsageError("'" + options.window + "' is no window; write it as in 0:4095");
-    return *traits;
-}
+constexpr int32_t kUsualRange = 4095;  // frames of 12 bits
+constexpr int32_t kTopPixel = 65535;
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
     return std::filesystem::equivalent(a, b, error) && !error;
 }
 
-// Also what --force does not allow, and what would be noticed only after the work.
-void TestTarget(const RunOptions& options) {
-    if (IsSameFile(options.picture, options.profile))
-        throw UsageError("--out and --profile are the same file");
-    if (IsSameFile(options.picture, options.frame)) throw UsageError("--out is the frame itself");
-}
-
-ExportRequest MakeRequest(const RunOptions& options, const ExportTraits& traits) {
-    ExportRequest request;
-    request.kind = traits.kind;
-    request.frame = ReadFrameFile(options.frame, ParseFrameSize(options.size));
-    request.output.resize(request.frame.pixels.size());
-    request.profile = options.profile;
-    request.section = options.section;
-    request.applyMapping = options.applyMapping;
-    request.applySpotCorrection = options.applySpotCorrection;
-    request.sensorFolder = options.sensorFolder;
-    request.sensorMode = options.sensorMode;
-    if (!options.geometry.empty()) {
-        request.geometry.emplace();
-        std::copy(options.geometry.begin(), options.geometry.end(), request.geometry->begin());
+// Also what --force does not allow.
+void TestTargets(const RunOptions& options) {
+    for (const auto& [name, path] : {std::pair("--out", options.picture), std::pair("--strip", options.strip),
+                                     std::pair("--log", options.log)}) {
+        if (path.empty()) continue;
+        if (IsSameFile(path, options.profile)) throw UsageError(std::string(name) + " is the profile itself");
+        if (IsSameFile(path, options.frame)) throw UsageError(std::string(name) + " is the frame itself");
     }
-    return request;
 }
 
-void PrintRange(std::ostream& report, std::string_view title, const std::vector<uint16_t>& pixels) {
-    const auto [least, greatest] = std::minmax_element(pixels.begin(), pixels.end());
-    report << title << "levels " << *least << " to " << *greatest << '\n';
+// The library takes both kinds of separators.
+ProfileFile ReadProfile(const RunOptions& options) {
+    std::string path = options.profile;
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored)) std::replace(path.begin(), path.end(), '\\', '/');
+    return ProfileFile::Read(path);
 }
 
-// Calls the export and tells about it; a code other than 0 ends the run.
-void CallAndReport(ExportRequest& request, const ExportTraits& traits, const ExportCaller& callExport,
-                   std::ostream& report) {
-    const auto start = std::chrono::steady_clock::now();
-    const int32_t code = callExport(request);
-    const std::chrono::duration<double, std::milli> elapsedMs = std::chrono::steady_clock::now() - start;
-    const std::string meaning = std::string(traits.name) + " returned " + std::to_string(code) + " (" +
-                                std::string(ExportCodeText(code)) + ")";
-    report << "result   " << meaning << " after " << std::fixed << std::setprecision(1) << elapsedMs.count()
-           << " ms\n";
-    if (code != 0) throw ProcessingError({}, meaning, "no picture was written");
+// Refuses a run that would go by nothing of the profile, unless that is what the user wants.
+void TestMeaning(const ProfileFile& file, const RunOptions& options, std::vector<Finding>& findings) {
+    std::optional<MeaninglessRun> meaningless = FindMeaninglessRun(file, options.section);
+    if (!meaningless) return;
+    if (options.forceSection) {
+        meaningless->finding.severity = Severity::Warning;
+        findings.push_back(std::move(meaningless->finding));
+        return;
+    }
+    const ExitCode code = meaningless->isSectionWrong ? ExitCode::WrongUse : ExitCode::Input;
+    throw ToolError(code, file.Path(), meaningless->finding.text, "--force-section runs all the same");
 }
 
-// The library writes the bitmap itself, under a draft's name.
-void RunToBitmap(const RunOptions& options, const ExportTraits& traits, const ExportCaller& callExport,
-                 ExportRequest& request, std::ostream& report) {
-    std::string target = options.picture;
-    std::replace(target.begin(), target.end(), '\\', '/');  // the library takes both as separators
-    OutputFile file(target, options.mayReplace);
-    request.bitmapPath = file.DraftPath();
-    CallAndReport(request, traits, callExport, report);
-    std::error_code error;
-    const uintmax_t size = std::filesystem::file_size(file.DraftPath(), error);
-    if (error || size == 0)  // so it is with a path that is too long for the export
-        throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
-    file.Publish();
-    report << "picture  " << target << " (bitmap of 8 bits)\n";
+// The export that is known before the profile is read; null if it depends on that.
+const ExportTraits* FindNamedTraits(const RunOptions& options) {
+    if (!options.exportName.empty()) return FindExport(options.exportName);
+    return options.hasSensor ? &TraitsOf(ExportKind::NE) : nullptr;
 }
 
-void RunToPicture(const RunOptions& options, const ExportTraits& traits, const ExportCaller& callExport,
-                  ExportRequest& request, std::ostream& report) {
-    // Before the work, so that a name that is taken or a folder that is missing costs no time.
-    { const OutputFile trial(options.picture, options.mayReplace); }
-    CallAndReport(request, traits, callExport, report);
-    PrintRange(report, "output   ", request.output);
+const ExportTraits& FindTraits(const ProfileFile& file, const RunOptions& options) {
+    if (const ExportTraits* const named = FindNamedTraits(options)) return *named;
+    const ExportWishes wishes{FileKindOf(options.picture) == FileKind::Bmp, !options.geometry.empty(),
+                              options.hasSensor};
+    return TraitsOf(ChooseExport(file, options.section, wishes));
+}
 
+ExportRequest MakeCall(const RunOptions& options, const ExportTraits& traits, const Frame& frame) {
+    ExportRequest call;
+    call.kind = traits.kind;
+    call.frame = frame;
+    call.applyMapping = options.applyMapping;
+    call.applySpotCorrection = options.applySpotCorrection;
+    call.sensorFolder = options.sensorFolder;
+    call.sensorMode = options.sensorMode;
+    if (options.timeoutSeconds > 0.0)
+        call.timeout = std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::duration<double>(options.timeoutSeconds));
+    if (!options.geometry.empty()) {
+        call.geometry.emplace();
+        std::copy(options.geometry.begin(), options.geometry.end(), call.geometry->begin());
+    }
+    return call;
+}
+
+// The top level of the pictures that the section makes.
+int32_t ReadTopLevel(const ProfileFile& file, const std::string& section) {
+    const int32_t range = ReadIntegerKey(file, section, "OUTPUTRANGE", kUsualRange);
+    return range >= 1 && range <= kTopPixel ? range : kUsualRange;
+}
+
+PictureStyle MakeStyle(const RunOptions& options, int32_t topLevel) {
     PictureStyle style;
     style.mayReplace = options.mayReplace;
-    style.topLevel = ReadOutputRange(options.profile, options.section);
+    style.topLevel = topLevel;
     if (FileKindOf(options.picture) == FileKind::Png && !options.isPng16)
-        style.window =
-            options.window.empty() ? GreyWindow{0, style.topLevel} : ParseGreyWindow(options.window);
-    const Frame result{request.frame.width, request.frame.height, std::move(request.output)};
-    WritePictureFile(options.picture, result, style);
+        style.window = options.window.empty() ? GreyWindow{0, topLevel} : ParseGreyWindow(options.window);
+    return style;
+}
 
-    report << "picture  " << options.picture;
-    if (FileKindOf(options.picture) != FileKind::Png || options.isPng16)
-        report << " (16-bit levels)\n";
-    else
-        report << " (8 bits, window " << style.window->low << " to " << style.window->high << ")\n";
+std::string DescribeStyle(const PictureStyle& style) {
+    if (!style.window) return "16-bit levels";
+    return "8 bits, window " + std::to_string(style.window->low) + " to " +
+           std::to_string(style.window->high);
+}
+
+void TestCode(const FrameRun& run, const ExportTraits& traits) {
+    if (run.code == 0) return;
+    throw ProcessingError({},
+                          std::string(traits.name) + " returned " + std::to_string(run.code) + " (" +
+                              std::string(ExportCodeText(run.code)) + ")",
+                          "no picture was written");
+}
+
+// The library wrote the bitmap itself, under a draft's name.
+void TestBitmap(const std::string& draft, const ExportTraits& traits) {
+    std::error_code error;
+    const uintmax_t size = std::filesystem::file_size(draft, error);
+    if (error || size == 0)  // so it is with a path that is too long for the export
+        throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
+}
+
+// The files of one run: nothing is there under its name before all is done.
+class RunFiles {
+public:
+    explicit RunFiles(const RunOptions& options) {
+        // Before the work, so that a name that is taken or a folder that is missing costs no time.
+        std::string picture = options.picture;
+        if (FileKindOf(picture) == FileKind::Bmp) std::replace(picture.begin(), picture.end(), '\\', '/');
+        picture_ = std::make_unique<OutputFile>(picture, options.mayReplace);
+        if (!options.log.empty()) log_ = std::make_unique<OutputFile>(options.log, options.mayReplace);
+        if (!options.strip.empty()) strip_ = std::make_unique<OutputFile>(options.strip, options.mayReplace);
+    }
+
+    OutputFile& Picture() { return *picture_; }
+    OutputFile& Log() { return *log_; }
+    OutputFile& Strip() { return *strip_; }
+
+    void Publish() {
+        for (const std::unique_ptr<OutputFile>* file : {&picture_, &log_, &strip_})
+            if (*file) (*file)->Publish();
+    }
+
+private:
+    std::unique_ptr<OutputFile> picture_;
+    std::unique_ptr<OutputFile> log_;
+    std::unique_ptr<OutputFile> strip_;
+};
+
+void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
+    std::move(more.begin(), more.end(), std::back_inserter(findings));
+}
+
+std::vector<Finding> LookAtReading(const std::string& path, const LoadedFrame& frame) {
+    std::vector<Finding> findings;
+    for (const std::string& note : frame.notes) findings.push_back({Severity::Note, path, 0, 1, note, ""});
+    return findings;
 }
 
 }  // namespace
 
 std::string_view RunCommand::Examples() const {
-    return "  vastrelline run tooth.raw --size 1300x1668 --profile p.ini --section General --out tooth.png\n"
-           "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.pgm \\\n"
-           "      --export ImageProcessingS --geometry 0 0 150 150 1300 1668 0 0 0 0\n"
-           "  vastrelline run tooth_1300x1668.raw --profile p.ini --section General --out tooth.bmp \\\n"
-           "      --export ImageProcessing_N\n";
+    return "  vastrelline run tooth_1300x1668.raw --profile dental.ini --section General --out tooth.png\n"
+           "  vastrelline run tooth.png --profile dental.ini --section LowDose --out tooth.tif \\\n"
+           "      --strip strip.png --json\n"
+           "  vastrelline run tooth.raw --size 1300x1668 --profile dental.ini --section General \\\n"
+           "      --out tooth.bmp --geometry 0 0 150 150 1300 1668 0 0 0 0\n";
 }
 
-void RunCommand::AddOptions(CLI::App& command) {
-    command
-        .add_option("FRAME", options_.frame, "The frame: .raw, .pgm, .png, .tif or .bmp; - is standard input")
-        ->required()
-        ->type_name("");
-    AddSizeOption(command, options_.size, "Size of a raw frame; without it the size in the frame's name");
-    command.add_option("--profile", options_.profile, "The profile file")->required()->type_name("FILE");
-    command.add_option("--section", options_.section, "Section of the profile that holds the settings")
-        ->required()
-        ->type_name("NAME");
-    command
-        .add_option("--out", options_.picture,
-                    "Where the picture goes: .png (8 bits), .pgm or .raw (16 bits), or .bmp (8 bits, by "
-                    "ImageProcessing_N, _NS and _NE)")
-        ->required()
-        ->type_name("PICTURE");
-    command
-        .add_option("--export", options_.exportName,
-                    "The library's function: ImageProcessing (default), ImageProcessingS, ImageProcessing_N, "
-                    "ImageProcessing_NS, ImageProcessing_NE or ImageProcessingCR")
-        ->type_name("NAME");
-    command
-        .add_option("--window", options_.window,
-                    "Levels that become black and white in a .png; without it 0 to the section's OUTPUTRANGE")
-        ->type_name("LOW:HIGH");
-    command.add_flag("--png16", options_.isPng16, "Keep all 16 bits in a .png (looks dark in most viewers)");
-    command
-        .add_option(
-            "--geometry", options_.geometry,
-            "How the frame lies on the sensor, for ImageProcessingS and ImageProcessing_NS: rotation, "
-            "flip, chamfer and rounding of both corners, width and height of the full frame, and what is "
-            "cut off at left, top, right and bottom")
-        ->expected(kGeometryValues)
-        ->delimiter(',')
-        ->type_name("TEN NUMBERS");
-    CLI::Option* const folder = command
-                                    .add_option("--sensor-folder", options_.sensorFolder,
-                                                "Name of the sensor, for ImageProcessing_NE")
-                                    ->type_name("NAME");
-    CLI::Option* const mode =
-        command
-            .add_option("--sensor-mode", options_.sensorMode,
-                        "Mode of the sensor, for ImageProcessing_NE; 2: twice the resolution")
-            ->type_name("NUMBER");
-    command.add_flag("--mapping", options_.applyMapping, "Squeeze the result into the levels 1228 to 2905");
-    command.add_flag("--spot-correction", options_.applySpotCorrection,
-                     "Even out the frame's brightness first");
-    command.add_flag("--force", options_.mayReplace, "Replace the picture if it exists");
-    command.callback([folder, mode, this] { options_.hasSensor = folder->count() + mode->count() > 0; });
+std::string_view RunCommand::Notes() const {
+    return "The run uses a private copy of the profile, so that the file stays byte for byte; --in-place "
+           "does\n"
+           "what a host does. What does not fit is said before the run; a section that is missing ends it.\n";
 }
+
+void RunCommand::AddOptions(CLI::App& command) { AddRunOptions(command, options_); }
 
 ExitCode RunCommand::Execute(CommandContext& context) {
-    const RunOptions& options = options_;
-    const ExportCaller& callExport = context.callExport;
-    std::ostream& report = context.report;
-    const ExportTraits& traits = TestOptions(options);
-    TestTarget(options);
-    ExportRequest request = MakeRequest(options, traits);
-    report << "read     " << options.frame << ", "
-           << FormatFrameSize({request.frame.width, request.frame.height}) << " pixels\n"
-           << "export   " << traits.name << " with section '" << options.section << "' of " << options.profile
-           << '\n';
-    PrintRange(report, "input    ", request.frame.pixels);
-    if (traits.takesBitmapPath)
-        RunToBitmap(options, traits, callExport, request, report);
+    TestRunOptions(options_);
+    if (const ExportTraits* const named = FindNamedTraits(options_)) TestRunExport(options_, *named);
+    TestTargets(options_);
+    const ProfileFile profile = ReadProfile(options_);
+    RunReport report;
+    TestMeaning(profile, options_, report.findings);
+    const ExportTraits& traits = FindTraits(profile, options_);
+    TestRunExport(options_, traits);
+    RunFiles files(options_);
+
+    const LoadedFrame frame =
+        LoadFrameFile(options_.frame, {ParseFrameSize(options_.size), FindSensorSize(profile)});
+    const SectionPlan plan = MakeSectionPlan(profile, options_.section, traits.kind);
+    Append(report.findings, LookAtReading(options_.frame, frame));
+    Append(report.findings,
+           LookAtFrame({options_.frame, frame.frame, frame.sourceBits}, profile, plan.section));
+    Append(report.findings, LookAtProfile(profile, plan, traits));
+    for (const Finding& finding : report.findings) context.messages.Show(finding);
+
+    ExportRequest call = MakeCall(options_, traits, frame.frame);
+    if (traits.takesBitmapPath) call.bitmapPath = files.Picture().DraftPath();
+    const ProfileUse use = options_.isInPlace ? ProfileUse::InPlace : ProfileUse::PrivateCopy;
+    FrameRun run = RunFrame(profile, plan, use, {}, call, context.callExport);
+    TestCode(run, traits);
+
+    const int32_t topLevel = ReadTopLevel(profile, plan.section);
+    std::vector<Finding> after = std::move(run.findings);
+    if (traits.takesBitmapPath) {
+        TestBitmap(files.Picture().DraftPath(), traits);
+        report.pictureKind = "bitmap of 8 bits";
+    } else {
+        const PictureStyle style = MakeStyle(options_, topLevel);
+        const Frame result{frame.frame.width, frame.frame.height, run.call.output};
+        files.Picture().Write(EncodePicture(options_.picture, result, style));
+        report.pictureKind = DescribeStyle(style);
+        Append(after, LookAtResult(options_.picture, run.call.output));
+    }
+    if (!options_.log.empty()) files.Log().Write({run.logBytes.begin(), run.logBytes.end()});
+    if (!options_.strip.empty())
+        files.Strip().Write(MakeStrip(profile, plan, run, frame.frame, topLevel, context.callExport));
+    files.Publish();
+    for (const Finding& finding : after) context.messages.Show(finding);
+    Append(report.findings, std::move(after));
+
+    report.framePath = options_.frame;
+    report.frame = &frame;
+    report.input = RangeOf(frame.frame.pixels);
+    report.profilePath = profile.Path();
+    report.plan = &plan;
+    report.traits = &traits;
+    report.run = &run;
+    report.isInPlace = options_.isInPlace;
+    report.picturePath = options_.picture;
+    report.logPath = options_.log;
+    report.stripPath = options_.strip;
+    if (context.wantsJson)
+        PrintRunJson(context.report, report);
     else
-        RunToPicture(options, traits, callExport, request, report);
+        PrintRunReport(context.report, report);
     return ExitCode::Well;
 }
 

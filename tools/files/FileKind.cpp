@@ -89,6 +89,8 @@ FileKind FileKindOf(std::string_view path) {
     return FileKind::Other;
 }
 
+bool IsPictureKind(FileKind kind) { return kind != FileKind::Other; }
+
 FileKind FileKindOfContent(const std::vector<uint8_t>& bytes) {
     if (HasAt(bytes, 0, "\x89PNG\r\n\x1A\n")) return FileKind::Png;
     if (IsTiff(bytes)) return FileKind::Tiff;

@@ -13,6 +13,9 @@ enum class FileKind : uint8_t { Raw, Pgm, Png, Tiff, Bmp, Other };
 // everything else is Other.
 FileKind FileKindOf(std::string_view path);
 
+// Whether a frame can be written as a file of this kind: all but Other.
+bool IsPictureKind(FileKind kind);
+
 // What the first bytes of a file tell: Pgm, Png, Tiff, Bmp, or Other for everything else, raw levels among
 // it. So little may be levels by chance that it needs more than the two letters of a bitmap or a grey map.
 FileKind FileKindOfContent(const std::vector<uint8_t>& bytes);

@@ -36,7 +36,9 @@ std::vector<uint8_t> Encode(const std::string& path, const Frame& frame, const P
     }
 }
 
-std::vector<uint8_t> EncodeOrFail(const std::string& path, const Frame& frame, const PictureStyle& style) {
+}  // namespace
+
+std::vector<uint8_t> EncodePicture(const std::string& path, const Frame& frame, const PictureStyle& style) {
     try {
         return Encode(path, frame, style);
     } catch (const ToolError&) {
@@ -46,10 +48,8 @@ std::vector<uint8_t> EncodeOrFail(const std::string& path, const Frame& frame, c
     }
 }
 
-}  // namespace
-
 void WritePictureFile(const std::string& path, const Frame& frame, const PictureStyle& style) {
-    const std::vector<uint8_t> bytes = EncodeOrFail(path, frame, style);
+    const std::vector<uint8_t> bytes = EncodePicture(path, frame, style);
     OutputFile file(path, style.mayReplace);
     file.Write(bytes);
     file.Publish();

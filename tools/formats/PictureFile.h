@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "formats/TiffFormat.h"
 #include "frames/Frame.h"
@@ -18,6 +19,12 @@ struct PictureStyle {
     TiffPacking tiffPacking = TiffPacking::None;
     bool mayReplace = false;  // an existing file is replaced
 };
+
+// The bytes of a frame's file, by the ending of the path.
+//
+// Errors   UsageError for another ending and for a bitmap without a window; OutputError if such a file cannot
+//          hold so large a frame
+std::vector<uint8_t> EncodePicture(const std::string& path, const Frame& frame, const PictureStyle& style);
 
 // Writes a frame as .raw, .pgm, .png, .tif or .bmp, by the ending of the path; completely or not at all.
 //

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <stdexcept>
+#include <utility>
 
 #include "pictures/DotLetters.h"
 
@@ -38,6 +39,12 @@ Canvas::Canvas(int32_t width, int32_t height, uint8_t background) : width_(width
     if (width < 1 || height < 1 || int64_t{width} * height > kMostPixels)
         throw std::length_error("a picture of this size cannot be drawn");
     levels_.assign(static_cast<size_t>(width) * static_cast<size_t>(height), background);
+}
+
+Canvas::Canvas(int32_t width, int32_t height, std::vector<uint8_t> levels)
+    : width_(width), height_(height), levels_(std::move(levels)) {
+    if (width < 1 || height < 1 || levels_.size() != static_cast<size_t>(width) * static_cast<size_t>(height))
+        throw std::length_error("a picture needs a level for each pixel");
 }
 
 uint8_t Canvas::LevelAt(int32_t x, int32_t y) const {

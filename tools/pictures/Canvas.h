@@ -12,6 +12,9 @@ public:
     // Errors   std::length_error for sizes below 1 or of more than 2^28 pixels
     Canvas(int32_t width, int32_t height, uint8_t background);
 
+    // levels   width * height
+    Canvas(int32_t width, int32_t height, std::vector<uint8_t> levels);
+
     int32_t Width() const { return width_; }
     int32_t Height() const { return height_; }
     const std::vector<uint8_t>& Levels() const { return levels_; }

@@ -1,12 +1,11 @@
 #include "runs/WorkerJob.h"
 
 #include <cstdint>
-#include <fstream>
-#include <ios>
 #include <nlohmann/json.hpp>
 #include <vector>
 
 #include "files/InputFile.h"
+#include "files/WholeWrite.h"
 #include "formats/RawFormat.h"
 #include "messages/ToolError.h"
 
@@ -20,12 +19,8 @@ constexpr uint64_t kMaxFrameBytes = uint64_t{1} << 30;
 
 std::string FileOf(const std::string& folder, const char* leaf) { return folder + "/" + leaf; }
 
-// Nobody else looks into the folder, so that a plain write will do.
 void WriteFile(const std::string& path, const std::vector<uint8_t>& bytes) {
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file) throw OutputError(path, "cannot be written");
+    WriteWhole(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 Json Bytes(const std::string& text) { return Json::binary({text.begin(), text.end()}); }

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iterator>
 #include <new>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -104,11 +105,13 @@ TEST_F(RunCommandTest, APgmHasTheOutputRangeAsItsTop) {
 
 TEST_F(RunCommandTest, EverythingReachesTheExport) {
     ExportRequest seen;
+    std::string profile;
     const ToolRun run = Run("out.raw",
                             {"--export", "ImageProcessingS", "--mapping", "--spot-correction", "--geometry",
                              "1", "-2", "3", "4", "5", "6", "7", "8", "9", "10"},
                             [&](ExportRequest& request) {
                                 seen = request;
+                                profile = ReadBytes(request.profile);
                                 return 0;
                             });
     ASSERT_EQ(run.exitCode, 0) << run.errors;
@@ -117,7 +120,7 @@ TEST_F(RunCommandTest, EverythingReachesTheExport) {
     EXPECT_EQ(seen.frame.height, 2);
     EXPECT_EQ(seen.frame.pixels, (std::vector<uint16_t>{1, 2, 3, 1023}));
     EXPECT_EQ(seen.output, std::vector<uint16_t>(4, 0));
-    EXPECT_EQ(seen.profile, folder_.Narrow("p.ini"));
+    EXPECT_EQ(profile, "[General]\nOUTPUTRANGE=1023\nSAVE_LOG=1\nMSGBOX_ENABLE=0\n");
     EXPECT_EQ(seen.section, "General");
     EXPECT_TRUE(seen.applyMapping);
     EXPECT_TRUE(seen.applySpotCorrection);
@@ -227,6 +230,98 @@ TEST_F(RunCommandTest, ADamagedFrameIsAFailure) {
     const ToolRun run = Run("out.raw", {}, MustNotBeCalled);
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_NE(run.errors.find("has 8 bytes, the file has 7"), std::string::npos) << run.errors;
+}
+
+TEST_F(RunCommandTest, InPlaceTheProfileItselfIsUsed) {
+    std::string profile;
+    const ToolRun run = Run("out.raw", {"--in-place"}, [&](ExportRequest& request) {
+        profile = request.profile;
+        return 0;
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(profile, folder_.Narrow("p.ini"));
+}
+
+TEST_F(RunCommandTest, KeepsTheLogWhereItIsWanted) {
+    const ToolRun run = Run("out.raw", {"--log", folder_.Narrow("log.txt")}, [](ExportRequest& request) {
+        WriteBytes(std::filesystem::path(request.profile).parent_path() / "ExtraOralLog.txt", "words");
+        return 0;
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(ReadBytes(folder_.Path() / "log.txt"), "words");
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "ExtraOralLog.txt"));
+}
+
+TEST_F(RunCommandTest, TakesAnExportThatKnowsTheMode) {
+    WriteBytes(
+        folder_.Path() / "p.ini",
+        "[General]\nPROCMODE=3\nFunctionCount=1\n00_Function_Number=10\n[IP_LOWMODE]\nOUTPUTRANGE=9\n");
+    ExportRequest seen;
+    const auto keep = [&](ExportRequest& request) {
+        seen = request;
+        return request.bitmapPath.empty() ? 0 : WriteBitmap(request);
+    };
+    EXPECT_EQ(Run("out.raw", {}, keep).exitCode, 0);
+    EXPECT_EQ(seen.kind, ExportKind::S);
+    EXPECT_EQ(Run("out.bmp", {}, keep).exitCode, 0);
+    EXPECT_EQ(seen.kind, ExportKind::NS);
+    const ToolRun chosen = Run("out2.raw", {"--export", "ImageProcessing"}, keep);
+    EXPECT_EQ(seen.kind, ExportKind::Plain);
+    EXPECT_NE(chosen.errors.find("[mode-and-export]"), std::string::npos) << chosen.errors;
+    EXPECT_NE(chosen.report.find("ImageProcessing: fixed chain"), std::string::npos) << chosen.report;
+}
+
+TEST_F(RunCommandTest, RefusesARunThatGoesByNothing) {
+    const auto run = [&](const std::string& profile, const std::string& section,
+                         const std::vector<std::string>& more) {
+        std::vector<std::string> words{
+            "run",   folder_.Narrow("in_2x2.raw"), "--profile", profile, "--section", section,
+            "--out", folder_.Narrow("out.raw"),    "--force"};
+        words.insert(words.end(), more.begin(), more.end());
+        return RunTool(words, more.empty() ? MustNotBeCalled : ExportCaller(Reverse));
+    };
+    const ToolRun misspelt = run(folder_.Narrow("p.ini"), "Generl", {});
+    EXPECT_EQ(misspelt.exitCode, 2);
+    EXPECT_NE(misspelt.errors.find("did you mean 'General'?"), std::string::npos) << misspelt.errors;
+    const ToolRun forced = run(folder_.Narrow("p.ini"), "Generl", {"--force-section"});
+    EXPECT_EQ(forced.exitCode, 0);
+    EXPECT_NE(forced.errors.find("[missing-section]"), std::string::npos) << forced.errors;
+
+    WriteBytes(folder_.Path() / "empty.ini", "");
+    EXPECT_EQ(run(folder_.Narrow("empty.ini"), "General", {}).exitCode, 3);
+    EXPECT_EQ(run(folder_.Path().string(), "General", {}).exitCode, 3);
+    EXPECT_EQ(run(folder_.Narrow("missing.ini"), "General", {}).exitCode, 3);
+}
+
+TEST_F(RunCommandTest, WarnsOfABlackResultAndOfFewBits) {
+    const ToolRun black = Run("out.raw", {}, [](ExportRequest&) { return 0; });
+    EXPECT_EQ(black.exitCode, 0);
+    EXPECT_NE(black.errors.find("[black-result]"), std::string::npos) << black.errors;
+    WriteBytes(folder_.Path() / "in_2x2.raw", "\x01\x00\x02\x00\x03\x00\xFF\xFF"s);
+    const ToolRun bright = Run("out2.raw", {}, Reverse);
+    EXPECT_NE(bright.errors.find("[above-bits]"), std::string::npos) << bright.errors;
+    EXPECT_EQ(Run("out3.raw", {"--quiet"}, Reverse).errors, "");
+}
+
+TEST_F(RunCommandTest, PrintsOneObjectForPrograms) {
+    const ToolRun run = Run("out.raw", {"--json"}, Reverse);
+    EXPECT_EQ(run.exitCode, 0);
+    const nlohmann::json object = nlohmann::json::parse(run.report);
+    EXPECT_EQ(object.at("export"), "ImageProcessing");
+    EXPECT_EQ(object.at("output").at("greatest"), 1023);
+    const ToolRun failed = Run("out4.raw", {"--json"}, [](ExportRequest&) { return 6; });
+    EXPECT_EQ(failed.exitCode, 4);
+    const nlohmann::json error = nlohmann::json::parse(failed.report);
+    EXPECT_EQ(error.at("exit"), 4);
+    EXPECT_NE(error.at("error").at("what").get<std::string>().find("returned 6"), std::string::npos);
+}
+
+TEST_F(RunCommandTest, AStripThatFailsLeavesNothing) {
+    int calls = 0;
+    const ToolRun run = Run("out.raw", {"--strip", folder_.Narrow("strip.png")},
+                            [&](ExportRequest&) { return ++calls == 1 ? 0 : 6; });
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_TRUE(HasOnlyItsOwnFiles());
 }
 
 }  // namespace

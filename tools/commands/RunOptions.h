@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "library/ExportRequest.h"
+
+namespace CLI {
+class App;
+}
+
+namespace vastrelline {
+
+// What the command line of `run` says; an empty text stands for an option that is not there.
+struct RunOptions {
+    std::string frame;
+    std::string size;
+    std::string profile;
+    std::string section;
+    std::string picture;
+    std::string exportName;
+    std::string window;
+    std::string log;
+    std::string strip;
+    std::vector<int32_t> geometry;
+    std::string sensorFolder;
+    int32_t sensorMode = 0;
+    double timeoutSeconds = 0.0;  // 0: none
+    bool hasSensor = false;
+    bool applyMapping = false;
+    bool applySpotCorrection = false;
+    bool isPng16 = false;
+    bool isInPlace = false;
+    bool mayReplace = false;
+    bool forceSection = false;
+};
+
+// Adds the options, bound to the record.
+void AddRunOptions(CLI::App& command, RunOptions& options);
+
+// Everything that is wrong with the options and needs no file.
+//
+// Errors   UsageError
+void TestRunOptions(const RunOptions& options);
+
+// Whether they go together with an export.
+//
+// Errors   UsageError
+void TestRunExport(const RunOptions& options, const ExportTraits& traits);
+
+}  // namespace vastrelline

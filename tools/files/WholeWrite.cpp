@@ -1,0 +1,20 @@
+#include "files/WholeWrite.h"
+
+#include <cerrno>
+#include <fstream>
+#include <ios>
+#include <system_error>
+
+#include "messages/ToolError.h"
+
+namespace vastrelline {
+
+void WriteWhole(const std::string& path, std::string_view bytes) {
+    errno = 0;
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) throw OutputError(path, "cannot be written: " + std::generic_category().message(errno));
+}
+
+}  // namespace vastrelline

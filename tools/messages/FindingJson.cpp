@@ -1,0 +1,19 @@
+#include "messages/FindingJson.h"
+
+#include <nlohmann/json.hpp>
+
+namespace vastrelline {
+
+nlohmann::ordered_json FindingsJson(std::span<const Finding> findings) {
+    nlohmann::ordered_json array = nlohmann::ordered_json::array();
+    for (const Finding& finding : findings)
+        array.push_back({{"severity", SeverityName(finding.severity)},
+                         {"file", finding.file},
+                         {"line", finding.line},
+                         {"column", finding.column},
+                         {"text", finding.text},
+                         {"rule", finding.rule}});
+    return array;
+}
+
+}  // namespace vastrelline

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <span>
+
+#include "messages/Finding.h"
+
+namespace vastrelline {
+
+// An array of objects {severity, file, line, column, text, rule}; line 0 stands for the whole file.
+nlohmann::ordered_json FindingsJson(std::span<const Finding> findings);
+
+}  // namespace vastrelline

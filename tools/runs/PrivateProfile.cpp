@@ -1,0 +1,46 @@
+#include "runs/PrivateProfile.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+#include "files/InputFile.h"
+#include "files/WholeWrite.h"
+#include "messages/ToolError.h"
+#include "profile_text/ProfileEdit.h"
+#include "profile_text/Utf8.h"
+
+namespace vastrelline {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr uint64_t kMaxLogBytes = uint64_t{64} << 20;
+constexpr const char* kLogLeaf = "ExtraOralLog.txt";
+
+}  // namespace
+
+PrivateProfile::PrivateProfile(const ProfileFile& original, std::string_view section,
+                               std::span<const KeyEdit> edits) {
+    std::string bytes = original.Text().Bytes();
+    for (const KeyEdit& edit : edits)
+        EditProfile(bytes, DecodeUtf8(section).c_str(), DecodeUtf8(edit.key).c_str(),
+                    DecodeUtf8(edit.value).c_str());
+    const std::string leaf = fs::path(original.Path()).filename().string();
+    path_ = folder_.Inside(leaf.empty() ? "profile.ini" : leaf);
+    WriteWhole(path_, bytes);
+}
+
+std::string PrivateProfile::ReadLog() const { return ReadLogBeside(path_); }
+
+std::string ReadLogBeside(const std::string& profilePath) {
+    const std::string path = (fs::path(profilePath).parent_path() / kLogLeaf).string();
+    try {
+        const std::vector<uint8_t> bytes = ReadInputFile(path, kMaxLogBytes);
+        return {bytes.begin(), bytes.end()};
+    } catch (const InputError&) {
+        return {};
+    }
+}
+
+}  // namespace vastrelline

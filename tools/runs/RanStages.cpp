@@ -1,0 +1,50 @@
+#include "runs/RanStages.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vastrelline {
+namespace {
+
+bool IsOfTheRun(const PlannedPlace& place, bool isLow) {
+    if (!place.runs) return false;
+    switch (place.role) {
+        case PlaceRole::FixedStep:
+            return true;
+        case PlaceRole::ListedStage:
+            return !isLow;
+        case PlaceRole::LowStage:
+            return isLow;
+        default:
+            return false;
+    }
+}
+
+std::string TitleOf(const PlannedPlace& place) {
+    return place.stage == nullptr ? "Inversion" : std::string(place.stage->title);
+}
+
+bool IsLineOf(const PlannedPlace& place, const LoggedStage& line) {
+    if (place.stage == nullptr) return false;
+    const std::span<const std::string_view> words =
+        place.role == PlaceRole::FixedStep ? place.stage->fixedLogWords : place.stage->logWords;
+    return std::find(words.begin(), words.end(), line.name) != words.end();
+}
+
+}  // namespace
+
+std::vector<RanStage> ListRanStages(const SectionPlan& plan, bool isLow, const std::optional<RunLog>& log) {
+    std::vector<RanStage> stages;
+    size_t next = 0;  // of the log's lines
+    for (const PlannedPlace& place : plan.places) {
+        if (!IsOfTheRun(place, isLow)) continue;
+        RanStage& stage = stages.emplace_back(RanStage{&place, TitleOf(place), std::nullopt});
+        // Lines and stages have one order, and a stage that logs does so whenever it runs: the next line is
+        // this stage's or a later one's.
+        if (!log || next == log->stages.size() || !IsLineOf(place, log->stages[next])) continue;
+        stage.elapsedMs = log->stages[next++].elapsedMs;
+    }
+    return stages;
+}
+
+}  // namespace vastrelline
