@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# From a fresh clone to a picture: builds the library and the tool, makes the raw frame of a dental phantom,
-# enhances it with profiles/general.ini, and leaves out/picture.png and out/report.txt.
+# From a fresh clone to a picture: builds the library and the tool, and processes a real radiograph and a dental
+# phantom with section General of profiles/dental.ini. Leaves out/picture.png and out/phantom.png, each with the frame
+# before, after, and after every stage, and out/report.txt, which tells what ran and how long it took.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -9,27 +10,24 @@ cmake --preset picture
 cmake --build --preset picture
 tool=build/picture/tools/vastrelline
 
-# A profile is copied before use: the log lies beside it, and old lines are no part of this report.
 mkdir -p out
-rm -f out/ExtraOralLog.txt
-cp profiles/general.ini out/general.ini
-
+process() {
+    "$tool" run "$1" --profile profiles/dental.ini --section General --out "out/$2-result.png" --strip "out/$2.png" --force
+}
 {
-    echo "1. A dental phantom as a sensor would deliver it"
+    echo "1. A bitewing radiograph"
     echo
-    "$tool" phantom --out out/frame.raw --size 1300x1668 --force
+    process tests/data/frames/bitewing_1300x1668.png picture
     echo
-    echo "2. Enhanced with out/general.ini, section General"
+    echo "2. A dental phantom as a sensor would deliver it"
     echo
-    "$tool" run out/frame.raw --size 1300x1668 --profile out/general.ini --section General \
-        --out out/picture.png --force
+    "$tool" phantom --out out/phantom_1300x1668.raw --size 1300x1668 --force
     echo
-    echo "3. What the stages did, and how long each took (from out/ExtraOralLog.txt)"
-    echo
-    tr -d '\r' <out/ExtraOralLog.txt | grep -E '^####|^[[:space:]]+[A-Z]'
+    process out/phantom_1300x1668.raw phantom
 } >out/report.txt
 
 cat out/report.txt
 echo
-echo "picture:  $PWD/out/picture.png"
-echo "report:   $PWD/out/report.txt"
+echo "before, after and every stage:  $PWD/out/picture.png"
+echo "the same of the phantom:        $PWD/out/phantom.png"
+echo "report:                         $PWD/out/report.txt"
