@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes docs/README.md, docs/stages/, docs/settings/ and the rows of tools/keys/ from docs/keys.toml.
+"""Writes docs/README.md, docs/stages/, docs/settings/, docs/pictures/chains.svg and the rows of tools/keys/ from
+docs/keys.toml.
 
 With --check it writes nothing and fails if a page or a file of rows differs from the table, if a range says one
 thing to people and another to programs, if the table and the readers of the profile in src/ differ in a key or a
@@ -12,6 +13,7 @@ import re
 import sys
 import tomllib
 
+import chain_picture
 import doc_links
 import key_rows
 
@@ -143,7 +145,8 @@ def make_pages(data):
     pages = {"README.md": index_page(data)}
     pages |= {f"stages/{stage['page']}.md": stage_page(stage) for stage in data["stage"]}
     pages |= {f"settings/{entry['page']}.md": settings_page(entry, data["stage"]) for entry in data["settings"]}
-    return {name: "\n".join(lines) + "\n" for name, lines in pages.items()}
+    files = {name: "\n".join(lines) + "\n" for name, lines in pages.items()}
+    return files | {"pictures/chains.svg": chain_picture.draw(data)}
 
 
 # ---- checks ------------------------------------------------------------------------------------------------
