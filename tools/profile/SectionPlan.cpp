@@ -182,14 +182,19 @@ bool RunsInList(ChainKind chain, int32_t stageNumber) {
 }
 
 SectionPlan MakeSectionPlan(const ProfileFile& file, std::string_view section, ExportKind exportKind) {
+    return MakeSectionPlan(file, section, exportKind, ReadIntegerKey(file, section, "PROCMODE", kFixedMode),
+                           ReadIntegerKey(file, section, kListCountKey, 0));
+}
+
+SectionPlan MakeSectionPlan(const ProfileFile& file, std::string_view section, ExportKind exportKind,
+                            int32_t procMode, int32_t functionCount) {
     SectionPlan plan;
     plan.section = section;
     plan.hasSection = file.FindSection(section) != nullptr;
     const ProfileEntry* const mode = file.FindEntry(section, "PROCMODE");
-    if (mode != nullptr && mode->HasValue())
-        plan.procMode = ReadIntegerKey(file, section, "PROCMODE", kFixedMode);
-    plan.chain = ChainOf(plan.procMode.value_or(kFixedMode), exportKind);
-    plan.functionCount = ReadIntegerKey(file, section, kListCountKey, 0);
+    if (mode != nullptr && mode->HasValue()) plan.procMode = procMode;
+    plan.chain = ChainOf(procMode, exportKind);
+    plan.functionCount = functionCount;
     PlanMaker maker(file, plan);
     if (plan.chain == ChainKind::Fixed || plan.chain == ChainKind::Cr)
         maker.PlanFixed();

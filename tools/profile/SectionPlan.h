@@ -66,6 +66,10 @@ struct SectionPlan {
 // The plan points into the file, which must outlive it.
 SectionPlan MakeSectionPlan(const ProfileFile& file, std::string_view section, ExportKind exportKind);
 
+// The same as if PROCMODE and FunctionCount were these.
+SectionPlan MakeSectionPlan(const ProfileFile& file, std::string_view section, ExportKind exportKind,
+                            int32_t procMode, int32_t functionCount);
+
 // The key with its position: "04_MAX_SLOPE", from 100 on with three digits.
 std::string NumberedKeyName(int32_t position, std::string_view key);
 

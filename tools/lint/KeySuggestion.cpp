@@ -1,0 +1,60 @@
+#include "lint/KeySuggestion.h"
+
+#include <algorithm>
+
+namespace vastrelline {
+namespace {
+
+constexpr size_t kSureDistance = 2;
+constexpr size_t kLongestName = 60;       // longer ones are no misspelt keys
+constexpr size_t kComparisons = 300'000;  // some tenths of a second
+
+}  // namespace
+
+KeySuggester::KeySuggester(const LintedSection& section)
+    : section_(section), names_(section.ReadableNames()), budget_(kComparisons) {}
+
+KeySuggestion KeySuggester::Suggest(const ProfileEntry& entry) {
+    if (entry.key.size() > kLongestName) return {};
+    const std::optional<NumberedName> numbered = SplitNumberedKey(entry.key);
+    std::vector<std::string> candidates;
+    if (numbered) candidates = section_.NamesAt(numbered->position);
+    const std::string atPosition = FindNearest(entry.key, candidates);
+    KeySuggestion suggestion{atPosition, false};
+    if (atPosition.empty()) {
+        if (budget_ < names_.size()) return {};
+        budget_ -= names_.size();
+        candidates = names_;
+        suggestion.name = FindNearest(entry.key, candidates);
+    }
+    if (suggestion.name.empty()) return suggestion;
+    const auto nearOnes = std::count_if(candidates.begin(), candidates.end(), [&](const std::string& name) {
+        return EditDistance(entry.key, name) <= kSureDistance;
+    });
+    suggestion.isSure = nearOnes == 1 && EditDistance(entry.key, suggestion.name) <= kSureDistance &&
+                        section_.Find(suggestion.name) == nullptr;
+    return suggestion;
+}
+
+std::vector<std::string> PlacesOfKey(const LintedSection& section, std::string_view key) {
+    constexpr size_t kMost = 3;
+    std::vector<std::string> names;
+    for (const auto& [position, stage] : section.stageByPosition) {
+        if (names.size() == kMost) break;
+        if (const Key* const found = FindStageKey(*stage, key))
+            names.push_back(NumberedKeyName(position, found->name));
+    }
+    return names;
+}
+
+std::string AskFor(const std::vector<std::string>& names, std::string_view otherwise) {
+    if (names.empty()) return std::string(otherwise);
+    std::string text = "did you mean ";
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (i > 0) text += i + 1 == names.size() ? " or " : ", ";
+        text += names[i];
+    }
+    return text + "?";
+}
+
+}  // namespace vastrelline

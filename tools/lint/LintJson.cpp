@@ -1,0 +1,49 @@
+#include "lint/LintJson.h"
+
+#include <nlohmann/json.hpp>
+
+namespace vastrelline {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json MakeFinding(const LintFinding& each) {
+    Json json = {{"line", each.finding.line},
+                 {"column", each.finding.column},
+                 {"severity", SeverityName(each.finding.severity)},
+                 {"rule", each.finding.rule},
+                 {"text", each.finding.text}};
+    if (each.fix) json["fix"] = each.fix->text;
+    return json;
+}
+
+Json MakeFile(const LintedFile& file) {
+    Json json = {{"file", file.path}};
+    if (!file.error.empty()) json["error"] = file.error;
+    if (file.fixCount > 0) json["fixes"] = file.fixCount;
+    json["findings"] = Json::array();
+    for (const LintFinding& each : file.findings) json["findings"].push_back(MakeFinding(each));
+    return json;
+}
+
+}  // namespace
+
+std::string FormatLintJson(std::span<const LintedFile> files) {
+    Json json = {{"tool", "vastrelline"}, {"version", VASTRELLINE_VERSION}, {"command", "profile lint"}};
+    json["errors"] = 0;
+    json["warnings"] = 0;
+    json["notes"] = 0;
+    json["files"] = Json::array();
+    for (const LintedFile& file : files) {
+        json["files"].push_back(MakeFile(file));
+        for (const LintFinding& each : file.findings) {
+            const Severity severity = each.finding.severity;
+            Json& count = json[std::string(SeverityName(severity)) + "s"];
+            count = count.get<size_t>() + 1;
+        }
+    }
+    // A name or value of a profile may be no UTF-8.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace vastrelline
