@@ -4,6 +4,9 @@
 #include "commands/ConvertCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/PhantomCommand.h"
+#include "commands/ProfileLintCommand.h"
+#include "commands/ProfileNewCommand.h"
+#include "commands/ProfileSetCommand.h"
 #include "commands/ProfileShowCommand.h"
 #include "commands/RunCommand.h"
 
@@ -22,7 +25,10 @@ constexpr CommandEntry kCommands[] = {
     {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
+    {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},
     {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
+    {"profile", "set", "Set values in a profile and keep all else", true, Make<ProfileSetCommand>},
+    {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
 };
 
 constexpr CommandGroup kGroups[] = {
