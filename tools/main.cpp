@@ -12,9 +12,9 @@
 namespace {
 
 // Colours are for a terminal whose owner has not asked for none.
-bool IsColourWanted() {
+bool AreColoursWanted() {
     const char* const noColour = std::getenv("NO_COLOR");
-    return isatty(STDERR_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+    return noColour == nullptr || *noColour == '\0';
 }
 
 }  // namespace
@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     if (argc == kWorkerArguments && std::string_view(argv[1]) == vastrelline::kWorkerWord)
         return vastrelline::RunWorker(argv[2], vastrelline::CallExport);
     vastrelline::CatchCancellation();
+    const bool isTerminal = isatty(STDERR_FILENO) == 1;
     return vastrelline::RunCommandLine(argc, argv, vastrelline::CallInWorker,
-                                       {std::cout, std::cerr, IsColourWanted()});
+                                       {std::cout, std::cerr, isTerminal && AreColoursWanted(), isTerminal});
 }

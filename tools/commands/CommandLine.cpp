@@ -136,7 +136,7 @@ int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& st
 
 int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport,
                    const Streams& streams) {
-    Messages messages(streams.errors, streams.isColoured);
+    Messages messages(streams.errors, streams.isColoured, streams.isTerminal);
     bool wantsJson = false;
     const auto fail = [&](const ToolError& error) {
         return ReportError(error, streams, messages, wantsJson);

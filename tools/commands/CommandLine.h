@@ -11,6 +11,7 @@ struct Streams {
     std::ostream& report;  // results
     std::ostream& errors;  // words for people
     bool isColoured = false;
+    bool isTerminal = false;  // where the words go
 };
 
 // The whole tool behind main: reads the arguments, runs one command, and returns the exit code. An error is

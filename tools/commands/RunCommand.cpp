@@ -212,6 +212,8 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     for (const Finding& finding : report.findings) context.messages.Show(finding);
 
     ExportRequest call = MakeCall(options_, traits, frame.frame);
+    Progress progress = context.messages.Follow("running", 0);
+    call.onWait = [&progress] { progress.Update(0, 0); };
     if (traits.takesBitmapPath) call.bitmapPath = files.Picture().DraftPath();
     const ProfileUse use = options_.isInPlace ? ProfileUse::InPlace : ProfileUse::PrivateCopy;
     FrameRun run = RunFrame(profile, plan, use, {}, call, context.callExport);
@@ -233,6 +235,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     if (!options_.strip.empty())
         files.Strip().Write(MakeStrip(profile, plan, run, frame.frame, topLevel, context.callExport));
     files.Publish();
+    progress.Finish();
     for (const Finding& finding : after) context.messages.Show(finding);
     Append(report.findings, std::move(after));
 

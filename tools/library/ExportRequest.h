@@ -65,7 +65,8 @@ struct ExportRequest {
     std::string sensorFolder;
     int32_t sensorMode = 0;
     std::optional<std::chrono::milliseconds> timeout;  // none: it may take as long as it likes
-    CallRecord record;                                 // what the call leaves
+    std::function<void()> onWait;  // called again and again while somebody waits; may be empty
+    CallRecord record;             // what the call leaves
 };
 
 // Calls the export and returns its code. A seam: tests put functions of their own here.

@@ -1,5 +1,7 @@
 #include "messages/Messages.h"
 
+#include <utility>
+
 namespace vastrelline {
 namespace {
 
@@ -45,5 +47,9 @@ void Messages::Show(const Finding& finding) {
 void Messages::Fail(std::string_view text) { stream_ << OneLine(std::string(text)) << '\n'; }
 
 void Messages::Explain(std::string_view text) { stream_ << text; }
+
+Progress Messages::Follow(std::string what, size_t total) {
+    return {stream_, {isTerminal_, isQuiet_}, std::move(what), total};
+}
 
 }  // namespace vastrelline

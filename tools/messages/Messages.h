@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <string_view>
 
 #include "messages/Finding.h"
+#include "messages/Progress.h"
 
 namespace vastrelline {
 
@@ -14,7 +16,9 @@ std::string OneLine(std::string text);
 // The words for people, on standard error: results go elsewhere.
 class Messages {
 public:
-    Messages(std::ostream& stream, bool isColoured) : stream_(stream), isColoured_(isColoured) {}
+    // isTerminal   a progress line may change in place there
+    Messages(std::ostream& stream, bool isColoured, bool isTerminal = false)
+        : stream_(stream), isColoured_(isColoured), isTerminal_(isTerminal) {}
 
     // From now on only errors are said.
     void BeQuiet() { isQuiet_ = true; }
@@ -31,9 +35,13 @@ public:
     // Several lines that somebody asked for by a wrong use. Always said.
     void Explain(std::string_view text);
 
+    // Tells how far a longer work has come; see Progress.
+    Progress Follow(std::string what, size_t total);
+
 private:
     std::ostream& stream_;
     bool isColoured_;
+    bool isTerminal_;
     bool isQuiet_ = false;
 };
 

@@ -77,10 +77,12 @@ std::optional<ChildEnd::Kind> FindReasonToStop(Clock::time_point deadline) {
 }
 
 // Takes what the child says until it closes its end, or gives the reason to stop it.
-std::optional<ChildEnd::Kind> Listen(int end, Clock::time_point deadline, std::string& said) {
+std::optional<ChildEnd::Kind> Listen(int end, Clock::time_point deadline, const std::function<void()>& onWait,
+                                     std::string& said) {
     constexpr int kLookMs = 50;  // how often the clock and the wish to end are looked at
     while (true) {
         if (const auto reason = FindReasonToStop(deadline)) return reason;
+        if (onWait) onWait();
         pollfd watched{end, POLLIN, 0};
         if (poll(&watched, 1, kLookMs) <= 0) continue;
         std::array<char, 4096> bytes{};
@@ -118,14 +120,15 @@ std::string OwnProgram() {
     return path.string();
 }
 
-ChildEnd RunChild(std::vector<std::string> words, std::optional<std::chrono::milliseconds> timeout) {
+ChildEnd RunChild(std::vector<std::string> words, std::optional<std::chrono::milliseconds> timeout,
+                  const std::function<void()>& onWait) {
     const Clock::time_point deadline = timeout ? Clock::now() + *timeout : Clock::time_point::max();
     Pipe pipe;
     const pid_t child = Start(words, pipe);
     pipe.CloseWriteEnd();
     ChildEnd end;
     int status = 0;
-    std::optional<ChildEnd::Kind> stop = Listen(pipe.ReadEnd(), deadline, end.said);
+    std::optional<ChildEnd::Kind> stop = Listen(pipe.ReadEnd(), deadline, onWait, end.said);
     if (!stop) stop = Await(child, deadline, status);
     if (stop) status = Kill(child);
     if (WIFEXITED(status)) {

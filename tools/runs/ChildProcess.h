@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,7 +30,9 @@ std::string OwnProgram();
 // process is asked to end, it is killed.
 //
 // words    the program's path and its arguments
+// onWait   called some twenty times a second; may be empty
 // Errors   ProcessingError if it cannot be started
-ChildEnd RunChild(std::vector<std::string> words, std::optional<std::chrono::milliseconds> timeout);
+ChildEnd RunChild(std::vector<std::string> words, std::optional<std::chrono::milliseconds> timeout,
+                  const std::function<void()>& onWait = {});
 
 }  // namespace vastrelline

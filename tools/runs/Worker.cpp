@@ -56,7 +56,8 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
 int32_t CallInWorker(ExportRequest& request) {
     const PrivateFolder folder;
     WriteJob(folder.Path().string(), request);
-    const ChildEnd end = RunChild({OwnProgram(), kWorkerWord, folder.Path().string()}, request.timeout);
+    const ChildEnd end =
+        RunChild({OwnProgram(), kWorkerWord, folder.Path().string()}, request.timeout, request.onWait);
     TestEnd(end, request);
     const int32_t code = ReadJobResult(folder.Path().string(), request);
     request.record.said = end.said;
