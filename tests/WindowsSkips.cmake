@@ -9,6 +9,7 @@ set(VASTRELLINE_WINDOWS_SKIPS
     "PngFrame.*"
     "RealFrames.*"
     "Frames/RightWayRoundTest.*"
+    "Frames/DentalSampleTest.*"
     "Stages/SingleStageTest.*"
     "Ratios/RealFrameTest.*"
     "ProcessFrameExample.EnhancesEveryRealFrame"
