@@ -4,6 +4,7 @@
 #include "commands/ConvertCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/PhantomCommand.h"
+#include "commands/ProfileDiffCommand.h"
 #include "commands/ProfileLintCommand.h"
 #include "commands/ProfileNewCommand.h"
 #include "commands/ProfileSetCommand.h"
@@ -27,6 +28,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
     {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},
     {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
+    {"profile", "diff", "Tell in what two profiles or sections differ", true, Make<ProfileDiffCommand>},
     {"profile", "set", "Set values in a profile and keep all else", true, Make<ProfileSetCommand>},
     {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
 };

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "profile/ProfileDiff.h"
+
+namespace vastrelline {
+
+// The differences for people: place by place the values of both sides, with what is a default.
+std::string FormatDifferences(const std::vector<PlaceDifference>& differences, size_t width);
+
+// "3 values differ, 1 stage only in A, 2 moved"; "equal" without a difference.
+std::string SumUpDifferences(const std::vector<PlaceDifference>& differences);
+
+// The same for programs, as docs/tool-json.md tells: an array of places.
+nlohmann::ordered_json DifferencesToJson(const std::vector<PlaceDifference>& differences);
+
+}  // namespace vastrelline
