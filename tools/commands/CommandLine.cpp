@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "commands/CommandTree.h"
+#include "completion/CompletionReply.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
 
@@ -144,6 +145,10 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
     try {
         const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
         CommandTree tree;
+        if (!words.empty() && words[0] == kCompletionWord) {  // a shell asks; its user is told nothing
+            streams.report << AnswerShell(tree.Root(), {words.begin() + 1, words.end()}) << std::flush;
+            return static_cast<int>(ExitCode::Well);
+        }
         if (const std::optional<std::string> examples = ExamplesOf(tree, words)) {
             messages.Explain(*examples);
             return static_cast<int>(ExitCode::WrongUse);

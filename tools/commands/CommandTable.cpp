@@ -1,6 +1,7 @@
 #include "commands/CommandTable.h"
 
 #include "commands/CompareCommand.h"
+#include "commands/CompletionCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/PhantomCommand.h"
@@ -31,6 +32,7 @@ constexpr CommandEntry kCommands[] = {
     {"profile", "diff", "Tell in what two profiles or sections differ", true, Make<ProfileDiffCommand>},
     {"profile", "set", "Set values in a profile and keep all else", true, Make<ProfileSetCommand>},
     {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
+    {"", "completion", "Print a shell's completion script", false, Make<CompletionCommand>},
 };
 
 constexpr CommandGroup kGroups[] = {
