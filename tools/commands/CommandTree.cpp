@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "commands/HelpFormat.h"
+
 namespace vastrelline {
 namespace {
 
@@ -28,6 +30,7 @@ std::string FooterOf(const Command& command) {
 
 CommandTree::CommandTree() : root_(std::make_unique<CLI::App>(kAbout, "vastrelline")) {
     root_->set_version_flag("--version", "vastrelline " VASTRELLINE_VERSION);
+    root_->formatter(std::static_pointer_cast<CLI::FormatterBase>(MakeHelpFormat()));
     root_->footer(std::string(kFirstSteps) + "\n" + kExits);
     root_->require_subcommand(1);
     for (const CommandEntry& entry : CommandTable()) AddBranch(entry);
@@ -40,9 +43,12 @@ void CommandTree::AddBranch(const CommandEntry& entry) {
     Branch branch{&entry, entry.make(),
                   parent.add_subcommand(std::string(entry.name), std::string(entry.summary))};
     branch.command->AddOptions(*branch.app);
+    for (CLI::Option* const option : branch.app->get_options())
+        if (option->get_required()) option->group("Needed");
     if (entry.hasJson)
         branch.app->add_flag("--json", wantsJson_, "Print one JSON object; words go to standard error");
     branch.app->add_flag("-q,--quiet", isQuiet_, "Say nothing but errors");
+    branch.app->set_help_flag("-h,--help", "Print this help and exit");  // anew, as the last one
     branch.app->footer(FooterOf(*branch.command));
     branches_.push_back(std::move(branch));
 }
@@ -56,6 +62,7 @@ CLI::App& CommandTree::GroupApp(std::string_view name) {
     CLI::App* const app = root_->add_subcommand(
         std::string(name), group == groups.end() ? std::string() : std::string(group->summary));
     app->require_subcommand(1);
+    app->footer("'vastrelline " + std::string(name) + " COMMAND --help' tells a command's options.\n");
     return *app;
 }
 

@@ -20,27 +20,28 @@ std::vector<std::string> ExportNames() {
     return names;
 }
 
-void AddInputs(CLI::App& command, RunOptions& options) {
+// What must be there stands first.
+void AddInputAndTarget(CLI::App& command, RunOptions& options) {
     command.add_option("FRAME", options.frame, "The frame; - reads standard input")
         ->required()
         ->type_name("");
-    AddSizeOption(
-        command, options.size,
-        "Size of a raw frame; without it the size in the frame's name, or the sensor's in the profile");
     command.add_option("--profile", options.profile, "The profile file; it stays as it is")
         ->required()
         ->type_name("PROFILE");
     command.add_option("--section", options.section, "Section of the profile that holds the settings")
         ->required()
         ->type_name("SECTION");
-}
-
-void AddOutputs(CLI::App& command, RunOptions& options) {
     command
         .add_option("--out", options.picture,
                     "Where the picture goes: .png or .bmp (8 bits), .pgm, .tif or .raw (16 bits)")
         ->required()
         ->type_name("PICTURE");
+    AddSizeOption(
+        command, options.size,
+        "Size of a raw frame; without it the size in the frame's name, or the sensor's in the profile");
+}
+
+void AddOutputs(CLI::App& command, RunOptions& options) {
     command
         .add_option("--window", options.window,
                     "Levels that become black and white in a .png; without it 0 to the section's OUTPUTRANGE")
@@ -95,7 +96,7 @@ void AddCall(CLI::App& command, RunOptions& options) {
 }  // namespace
 
 void AddRunOptions(CLI::App& command, RunOptions& options) {
-    AddInputs(command, options);
+    AddInputAndTarget(command, options);
     AddOutputs(command, options);
     AddCall(command, options);
 }
