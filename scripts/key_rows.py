@@ -128,7 +128,8 @@ class Rows:
         return name
 
     def texts(self, name, texts, width=2):
-        return self.array("std::string_view", name, [literal(text, 4) for text in texts], width)
+        # Each in one line: pieces in a list look like texts with a comma forgotten between them.
+        return self.array("std::string_view", name, [json.dumps(text, ensure_ascii=False) for text in texts], width)
 
     def ranges(self, name, rows):
         items = []

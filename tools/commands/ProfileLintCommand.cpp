@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "lint/LintFixes.h"
@@ -73,7 +74,7 @@ void ProfileLintCommand::AddOptions(CLI::App& command) {
 }
 
 LintedFile ProfileLintCommand::LintFile(const std::string& path) const {
-    LintedFile linted{path, {}, {}, 0};
+    LintedFile linted{path, {}, std::nullopt, 0};
     ProfileFile file = ProfileFile::Read(path);
     if (isFixing_) {
         FixedProfile fixed = FixProfile(path, file.Text().Bytes(), section_);
@@ -95,7 +96,7 @@ ExitCode ProfileLintCommand::Execute(CommandContext& context) {
         } catch (const ToolError& error) {
             // The other files can still be looked at.
             context.messages.Fail(error.what());
-            files.push_back({path, {}, error.what(), 0});
+            files.push_back({path, {}, error, 0});
             code = std::max(code, error.Code());
         }
     }

@@ -15,12 +15,8 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kCommonNotes[] = {
-    "With PROCMODE 3 a frame found to be low reads its stages' keys, and OUTPUTRANGE of the curve stages,"
-    " from section IP_LOWMODE at fixed positions: 0 Gaussian, 1 preProcessing, 2 stretch, 3 and 4 CLAHE, "
-    "5 linear, 6 gamma. Without that section they run on their defaults. Everything else on this page "
-    "comes from the section that the host named.",
-    "The decision divides the object's pixels below level 100 by all of the object's pixels; the object "
-    "is what lies below the threshold of Otsu (1979). `Getdose_ImageInfo` gives the figures.",
+    "With PROCMODE 3 a frame found to be low reads its stages' keys, and OUTPUTRANGE of the curve stages, from section IP_LOWMODE at fixed positions: 0 Gaussian, 1 preProcessing, 2 stretch, 3 and 4 CLAHE, 5 linear, 6 gamma. Without that section they run on their defaults. Everything else on this page comes from the section that the host named.",
+    "The decision divides the object's pixels below level 100 by all of the object's pixels; the object is what lies below the threshold of Otsu (1979). `Getdose_ImageInfo` gives the figures.",
 };
 constexpr SensibleRange kCommonPROCMODESensible[] = {
     {"", {}, 1.0, 1.0, ValueShape::Any},

@@ -15,11 +15,9 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kFixedNotes[] = {
-    "A missing section runs on the defaults: inversion, corners and the linear curve. There is no range "
-    "normalisation, and the sensor's values are not brought into the profile.",
+    "A missing section runs on the defaults: inversion, corners and the linear curve. There is no range normalisation, and the sensor's values are not brought into the profile.",
     "The log is started anew by each run, and dumps count from 00 in each run.",
-    "In the CR chain INTRAORAL_MASK and PYRAMID_PROCESSING have no effect; its backup also keeps the "
-    "profile.",
+    "In the CR chain INTRAORAL_MASK and PYRAMID_PROCESSING have no effect; its backup also keeps the profile.",
 };
 constexpr SensibleRange kFixedSAVEIMAGESensible[] = {
     {"", {}, 0.0, 0.0, ValueShape::Any},

@@ -15,13 +15,9 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kSensorNotes[] = {
-    "The corners are taken from the values only if the frame's size is the sensor's size less the cuts; "
-    "otherwise they are found in the frame itself: pixels of exactly 0 in two corners.",
-    "Corner sizes that do not fit the frame size, and so any at a frame size of 0, give the message "
-    "\"Wrong parameters of round-corner mask\", and the corners are found in the frame.",
-    "Range normalisation is made for 12 bits. It estimates the range by an isodata threshold (Ridler and "
-    "Calvard, 1978) over the brightest levels; the estimate is never below 200, so a TargetRange up to "
-    "200 does nothing. The fixed chain does not have it.",
+    "The corners are taken from the values only if the frame's size is the sensor's size less the cuts; otherwise they are found in the frame itself: pixels of exactly 0 in two corners.",
+    "Corner sizes that do not fit the frame size, and so any at a frame size of 0, give the message \"Wrong parameters of round-corner mask\", and the corners are found in the frame.",
+    "Range normalisation is made for 12 bits. It estimates the range by an isodata threshold (Ridler and Calvard, 1978) over the brightest levels; the estimate is never below 200, so a TargetRange up to 200 does nothing. The fixed chain does not have it.",
 };
 constexpr SensibleRange kSensorRotationSensible[] = {
     {"", {}, 0.0, 0.0, ValueShape::Any},

@@ -15,10 +15,8 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kPreContrastProcNotes[] = {
-    "In the configured chain a PRECONTRAST_MASK of exactly 0 ends the stage without dump and log line; in"
-    " the fixed chain the stage goes on with the fixed five-tap kernel.",
-    "The log prints PRECONTRAST_MASK as MaskSize, PRECONTRAST_RATIO as CurveRatio, and the factor as an "
-    "integer.",
+    "In the configured chain a PRECONTRAST_MASK of exactly 0 ends the stage without dump and log line; in the fixed chain the stage goes on with the fixed five-tap kernel.",
+    "The log prints PRECONTRAST_MASK as MaskSize, PRECONTRAST_RATIO as CurveRatio, and the factor as an integer.",
 };
 constexpr std::string_view kPreContrastProcLog[] = {"PreConstrast"};
 constexpr std::string_view kPreContrastProcDumps[] = {"NN_PreContrastGaussian.raw", "NN_PreContrast.raw"};
@@ -44,16 +42,11 @@ constexpr Key kPreContrastProcKeys[] = {
      "Hardly seen at a broad blur; it saves time.", std::nullopt},
 };
 constexpr std::string_view kHistogramStretchNotes[] = {
-    "Modes 3 to 5 write no curve file and no NN_StretchImage0.raw; NN_StretchImage2.raw appears with "
-    "RESTRETCH_OPTION 1 or 2.",
-    "AdjustCurve_Sigmoid.txt carries no number: each run replaces it. It belongs to this stage, not to "
-    "the sigmoid.",
-    "In modes 0 to 2 the tail lengths are reduced to what the tails have; modes 3 to 5 take them as they "
-    "stand.",
-    "In the fixed chain modes 0 to 2 mark the dark tail, NN_UnsharpMasking.raw, which [adaptive "
-    "unsharp](adaptive-unsharp.md) in mode 3 then spares.",
-    "The log prints the two valleys as Segment, also in mode 0, which does not use them; in modes 3 to 5 "
-    "it prints 0, 0.",
+    "Modes 3 to 5 write no curve file and no NN_StretchImage0.raw; NN_StretchImage2.raw appears with RESTRETCH_OPTION 1 or 2.",
+    "AdjustCurve_Sigmoid.txt carries no number: each run replaces it. It belongs to this stage, not to the sigmoid.",
+    "In modes 0 to 2 the tail lengths are reduced to what the tails have; modes 3 to 5 take them as they stand.",
+    "In the fixed chain modes 0 to 2 mark the dark tail, NN_UnsharpMasking.raw, which [adaptive unsharp](adaptive-unsharp.md) in mode 3 then spares.",
+    "The log prints the two valleys as Segment, also in mode 0, which does not use them; in modes 3 to 5 it prints 0, 0.",
 };
 constexpr std::string_view kHistogramStretchLog[] = {"StretchCurve"};
 constexpr std::string_view kHistogramStretchDumps[] = {"NN_StretchImage0.raw", "NN_StretchImage2.raw"};
@@ -125,11 +118,8 @@ constexpr Key kHistogramStretchKeys[] = {
 };
 constexpr std::string_view kCLAHENotes[] = {
     "A flat frame, and a MAX_SLOPE of exactly 1, stay as they are; log and dump appear all the same.",
-    "With an odd BLOCK_SIZE the last row of the padded frame is not mapped and rows of tiles shift by a "
-    "pixel each: choose an even one, best a power of two.",
-    "The fixed chain can give dark areas back their earlier values (CORRECTVAL): air and soft tissue stay"
-    " free of lifted noise. NN_clahe_00.raw is the frame before, NN_clahe_01.raw after equalisation, "
-    "NN_clahe.raw after this correction.",
+    "With an odd BLOCK_SIZE the last row of the padded frame is not mapped and rows of tiles shift by a pixel each: choose an even one, best a power of two.",
+    "The fixed chain can give dark areas back their earlier values (CORRECTVAL): air and soft tissue stay free of lifted noise. NN_clahe_00.raw is the frame before, NN_clahe_01.raw after equalisation, NN_clahe.raw after this correction.",
     "The log prints MAX_SLOPE as CurveRatio.",
 };
 constexpr std::string_view kCLAHELog[] = {"CLAHE"};
@@ -159,14 +149,9 @@ constexpr Key kCLAHEKeys[] = {
 constexpr std::string_view kUnsharpNotes[] = {
     "The stage dumps and logs in every mode, also where it changes nothing.",
     "Mode 3 with NOISE_WIDTH_CONTRAST 0 finds no tails.",
-    "In mode 5 a ReduceTimeRatio_CONTRAST of 0 or less takes the frame itself for its smoothed copy: "
-    "nothing differs from it, so that the first term adds nothing and only the second one is left.",
-    "Mode 5 needs NOISE_WIDTH_CONTRAST above 0; at 0 there is no activity and only the upper limit is "
-    "applied. A sum below 0 wraps around and comes out white, as specks in the dark beside an edge. Where"
-    " black lies near level 0 this happens at a gain of 0.25 already: lift black by some hundred levels "
-    "first (see [linear](linear.md)).",
-    "In the fixed chain mode 3 spares the dark tail that the [stretch](stretch.md) marked, with a soft "
-    "border.",
+    "In mode 5 a ReduceTimeRatio_CONTRAST of 0 or less takes the frame itself for its smoothed copy: nothing differs from it, so that the first term adds nothing and only the second one is left.",
+    "Mode 5 needs NOISE_WIDTH_CONTRAST above 0; at 0 there is no activity and only the upper limit is applied. A sum below 0 wraps around and comes out white, as specks in the dark beside an edge. Where black lies near level 0 this happens at a gain of 0.25 already: lift black by some hundred levels first (see [linear](linear.md)).",
+    "In the fixed chain mode 3 spares the dark tail that the [stretch](stretch.md) marked, with a soft border.",
 };
 constexpr std::string_view kUnsharpLog[] = {"AdaptiveUnsharp"};
 constexpr std::string_view kUnsharpDumps[] = {"NN_Unsharp<mode>.raw"};

@@ -15,12 +15,9 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kAdaptiveSmoothingNotes[] = {
-    "Mode 0, and the light blur of mode 1, wrap around at the frame's edges: a bright strip at one side "
-    "shows as a line of a few pixels at the other. Where that disturbs, take the [Gaussian](gaussian.md).",
-    "A mask too small for its order gives the plain Gaussian taper. A mask below 2 leaves the frame as it"
-    " is.",
-    "The log has AdapSmooth - SEP for mode 1 and AdapSmooth - Savgol for every other, and prints the mode"
-    " under a second label Order.",
+    "Mode 0, and the light blur of mode 1, wrap around at the frame's edges: a bright strip at one side shows as a line of a few pixels at the other. Where that disturbs, take the [Gaussian](gaussian.md).",
+    "A mask too small for its order gives the plain Gaussian taper. A mask below 2 leaves the frame as it is.",
+    "The log has AdapSmooth - SEP for mode 1 and AdapSmooth - Savgol for every other, and prints the mode under a second label Order.",
 };
 constexpr std::string_view kAdaptiveSmoothingLog[] = {"AdapSmooth - SEP", "AdapSmooth - Savgol"};
 constexpr std::string_view kAdaptiveSmoothingFixedLog[] = {"AdaptiveSmoothing"};
@@ -61,11 +58,9 @@ constexpr Key kAdaptiveSmoothingKeys[] = {
 };
 constexpr std::string_view kPyramidNotes[] = {
     "A band of fewer than 20 different values is left alone.",
-    "Beyond the noise limit the configured chain leaves a band's values as they are; the fixed chain sets"
-    " them to 0, which softens hard edges.",
+    "Beyond the noise limit the configured chain leaves a band's values as they are; the fixed chain sets them to 0, which softens hard edges.",
     "The fixed chain does not smooth while it adds up, so its result is harder.",
-    "Files but NN_Pyramid.raw carry no running number: <i> is the band, <w> and <h> its size; each run "
-    "replaces them. Bands are signed. Diff2 and EnhancedSlope appear for bands that were changed.",
+    "Files but NN_Pyramid.raw carry no running number: <i> is the band, <w> and <h> its size; each run replaces them. Bands are signed. Diff2 and EnhancedSlope appear for bands that were changed.",
     "The CR chain has no pyramid.",
 };
 constexpr std::string_view kPyramidLog[] = {"pyramid"};
@@ -126,13 +121,9 @@ constexpr Key kPyramidKeys[] = {
      "Less: the limit lies further out, and more structure is lifted.", std::nullopt},
 };
 constexpr std::string_view kMedianNotes[] = {
-    "From 17 x 17 pixels on a square window takes some tenths of a second a pass, whatever its size. "
-    "Passes end with the first that changes nothing, or where the frames go round in a circle; large "
-    "windows need hundreds of passes until then.",
-    "In the configured chain an even size becomes the next odd one, and sizes below 3 become 3. In the "
-    "fixed chain an even size is an even window, whose centre lies right of and below the middle.",
-    "Two worker threads share the rows of the square window of the configured chain; the result does not "
-    "depend on them.",
+    "From 17 x 17 pixels on a square window takes some tenths of a second a pass, whatever its size. Passes end with the first that changes nothing, or where the frames go round in a circle; large windows need hundreds of passes until then.",
+    "In the configured chain an even size becomes the next odd one, and sizes below 3 become 3. In the fixed chain an even size is an even window, whose centre lies right of and below the middle.",
+    "Two worker threads share the rows of the square window of the configured chain; the result does not depend on them.",
     "The log spells the number of passes RepaetCnt.",
 };
 constexpr std::string_view kMedianLog[] = {"Median"};
@@ -161,11 +152,8 @@ constexpr Key kMedianKeys[] = {
 };
 constexpr std::string_view kGaussianNotes[] = {
     "A GAUSSIAN_SIZE of 0 is a fixed kernel of five taps that wraps around at the edges.",
-    "The kernel reaches 2.5 sigma on each side, rounded up to whole pixels. One with which the frame, "
-    "extended by that reach on all four sides, would come to 2^29 pixels or more does nothing: on 1300 x "
-    "1668 pixels a sigma above 4337.2.",
-    "A GAUSSIAN_REPEAT without end comes to an end where a pass changes nothing, but a radiograph goes on"
-    " changing for thousands of passes: 13 seconds at a sigma of 1.",
+    "The kernel reaches 2.5 sigma on each side, rounded up to whole pixels. One with which the frame, extended by that reach on all four sides, would come to 2^29 pixels or more does nothing: on 1300 x 1668 pixels a sigma above 4337.2.",
+    "A GAUSSIAN_REPEAT without end comes to an end where a pass changes nothing, but a radiograph goes on changing for thousands of passes: 13 seconds at a sigma of 1.",
     "The dump has this name wherever the stage stands.",
     "The log spells the number of passes RepaetCnt.",
 };

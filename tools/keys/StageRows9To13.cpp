@@ -15,8 +15,7 @@ namespace vastrelline {
 namespace {
 
 constexpr std::string_view kSigmoidLUTNotes[] = {
-    "A level counts as occupied with more than 10 pixels, smoothed over 50 levels; the low end is taken "
-    "100 levels lower.",
+    "A level counts as occupied with more than 10 pixels, smoothed over 50 levels; the low end is taken 100 levels lower.",
     "A fraction so high that the centre lies above the highest occupied level inverts the curve.",
     "OUTPUTRANGE, a [common setting](../settings/common.md), is the top of the result.",
 };
@@ -39,8 +38,7 @@ constexpr Key kSigmoidLUTKeys[] = {
 };
 constexpr std::string_view kGammaLUTNotes[] = {
     "A frame of one level becomes 0.",
-    "A negative fraction always derives the exponent 2; a fraction of 0 derives it from the highest "
-    "occupied level.",
+    "A negative fraction always derives the exponent 2; a fraction of 0 derives it from the highest occupied level.",
     "OUTPUTRANGE, a [common setting](../settings/common.md), is the top of the result.",
 };
 constexpr std::string_view kGammaLUTLog[] = {"Gamma Curve"};
@@ -61,11 +59,9 @@ constexpr Key kGammaLUTKeys[] = {
      "1 is a straight stretch; more is darker.", std::nullopt},
 };
 constexpr std::string_view kLinearLUTNotes[] = {
-    "The stage writes no dump and does not step the running number: its curve file carries the number of "
-    "the next dump. Mode 2 writes NN_LinearCurve2.txt, the others NN_LinearCurve.txt.",
+    "The stage writes no dump and does not step the running number: its curve file carries the number of the next dump. Mode 2 writes NN_LinearCurve2.txt, the others NN_LinearCurve.txt.",
     "Mode 1 with a limit that no count passes makes the frame black.",
-    "Fractions of the three keys are cut off. OUTPUTRANGE, a [common setting](../settings/common.md), is "
-    "the top of the result.",
+    "Fractions of the three keys are cut off. OUTPUTRANGE, a [common setting](../settings/common.md), is the top of the result.",
 };
 constexpr std::string_view kLinearLUTLog[] = {"Linear Curve"};
 constexpr std::string_view kLinearLUTCurves[] = {"NN_LinearCurve.txt", "NN_LinearCurve2.txt"};
@@ -137,10 +133,8 @@ constexpr Key kPreProcessingKeys[] = {
 };
 constexpr std::string_view kHDRNotes[] = {
     "The scale is fixed at 12 bits. The last row is scaled by a range measured without it.",
-    "One of the slower stages: its blurs span the whole frame and go round to the opposite edge. At an "
-    "odd width the last column, at an odd height the last row holds no picture.",
-    "LAYER and WF_SLOPE matter only by being 0. With 0 in one of MAX_LAMBDA, WF_SLOPE, ALPHA_NORM, "
-    "ALPHA_HE and LAYER the frame comes out as it went in.",
+    "One of the slower stages: its blurs span the whole frame and go round to the opposite edge. At an odd width the last column, at an odd height the last row holds no picture.",
+    "LAYER and WF_SLOPE matter only by being 0. With 0 in one of MAX_LAMBDA, WF_SLOPE, ALPHA_NORM, ALPHA_HE and LAYER the frame comes out as it went in.",
 };
 constexpr std::string_view kHDRLog[] = {"HDR"};
 constexpr std::string_view kHDRDumps[] = {"NN_HDR.raw"};

@@ -31,7 +31,10 @@ KeySuggestion KeySuggester::Suggest(const ProfileEntry& entry) {
     const auto nearOnes = std::count_if(candidates.begin(), candidates.end(), [&](const std::string& name) {
         return EditDistance(entry.key, name) <= kSureDistance;
     });
-    suggestion.isSure = nearOnes == 1 && EditDistance(entry.key, suggestion.name) <= kSureDistance &&
+    // What stands at another position may be meant, but for certain it is only asked for.
+    const bool isOfPlace = !numbered || !atPosition.empty();
+    suggestion.isSure = isOfPlace && nearOnes == 1 &&
+                        EditDistance(entry.key, suggestion.name) <= kSureDistance &&
                         section_.Find(suggestion.name) == nullptr;
     return suggestion;
 }

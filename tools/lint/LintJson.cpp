@@ -2,24 +2,24 @@
 
 #include <nlohmann/json.hpp>
 
+#include "messages/FindingJson.h"
+
 namespace vastrelline {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
 Json MakeFinding(const LintFinding& each) {
-    Json json = {{"line", each.finding.line},
-                 {"column", each.finding.column},
-                 {"severity", SeverityName(each.finding.severity)},
-                 {"rule", each.finding.rule},
-                 {"text", each.finding.text}};
+    Json json = FindingsJson({&each.finding, 1})[0];
     if (each.fix) json["fix"] = each.fix->text;
     return json;
 }
 
 Json MakeFile(const LintedFile& file) {
     Json json = {{"file", file.path}};
-    if (!file.error.empty()) json["error"] = file.error;
+    if (file.error)
+        json["error"] = {
+            {"where", file.error->Where()}, {"what", file.error->What()}, {"remedy", file.error->Remedy()}};
     if (file.fixCount > 0) json["fixes"] = file.fixCount;
     json["findings"] = Json::array();
     for (const LintFinding& each : file.findings) json["findings"].push_back(MakeFinding(each));

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "lint/FindingSink.h"
+#include "messages/ToolError.h"
 
 namespace vastrelline {
 
@@ -12,8 +14,8 @@ namespace vastrelline {
 struct LintedFile {
     std::string path;
     std::vector<LintFinding> findings;
-    std::string error;    // the file cannot be read, or the fixes cannot be written; empty: all went well
-    size_t fixCount = 0;  // of the fixes that were made before the findings
+    std::optional<ToolError> error;  // the file cannot be read, or the fixes cannot be written
+    size_t fixCount = 0;             // of the fixes that were made before the findings
 };
 
 // One JSON object: the files with their findings, and the numbers of errors, warnings and notes.

@@ -63,8 +63,8 @@ std::string FormatLintSarif(std::span<const LintedFile> files) {
     Json notifications = Json::array();
     for (const LintedFile& file : files) {
         for (const LintFinding& each : file.findings) results.push_back(MakeResult(each));
-        if (!file.error.empty())
-            notifications.push_back({{"level", "error"}, {"message", {{"text", file.error}}}});
+        if (file.error)
+            notifications.push_back({{"level", "error"}, {"message", {{"text", file.error->what()}}}});
     }
     Json invocation = {{"executionSuccessful", notifications.empty()}};
     if (!notifications.empty()) invocation["toolExecutionNotifications"] = std::move(notifications);
