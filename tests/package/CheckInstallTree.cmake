@@ -7,6 +7,8 @@
 # C_COMPILER, C_FLAGS, TOOLCHAIN, EMULATOR   as the library was built; EMULATOR runs its programs
 # LIBDIR                where libraries lie in the install tree
 # IS_WINDOWS            it is a DLL
+# HAS_TOOL              the tool was built
+# MANDOC                the program mandoc, if there is one
 set(ENV{DESTDIR} "")
 file(REMOVE_RECURSE ${SCRATCH})
 set(prefix "${SCRATCH}/a place with blanks")
@@ -34,6 +36,31 @@ function(check_program program)
         message(FATAL_ERROR "The enhanced frame is ${pixels} in place of ${enhanced}")
     endif()
 endfunction()
+
+# The tool and what it says of itself
+if(HAS_TOOL)
+    foreach(file bin/vastrelline share/man/man1/vastrelline.1 share/bash-completion/completions/vastrelline
+                 share/zsh/site-functions/_vastrelline share/fish/vendor_completions.d/vastrelline.fish)
+        if(NOT EXISTS ${prefix}/${file})
+            message(FATAL_ERROR "${file} was not installed")
+        endif()
+    endforeach()
+    # It finds the library although the tree stands elsewhere.
+    file(COPY ${prefix}/ DESTINATION ${SCRATCH}/moved)
+    execute_process(COMMAND ${SCRATCH}/moved/bin/vastrelline --version OUTPUT_VARIABLE version
+                    COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT version MATCHES "^vastrelline [0-9]")
+        message(FATAL_ERROR "The tool's version is '${version}'")
+    endif()
+    run(${SCRATCH}/moved/bin/vastrelline phantom --size 40x50 --out ${SCRATCH}/phantom.png --force)
+    if(MANDOC)
+        execute_process(COMMAND ${MANDOC} -Tlint ${prefix}/share/man/man1/vastrelline.1
+                        OUTPUT_VARIABLE faults RESULT_VARIABLE result)
+        if(faults OR result)
+            message(FATAL_ERROR "The manual page has faults:\n${faults}")
+        endif()
+    endif()
+endif()
 
 # 1. find_package
 set(toolchain "")

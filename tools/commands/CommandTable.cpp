@@ -4,6 +4,7 @@
 #include "commands/CompletionCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/InfoCommand.h"
+#include "commands/ManCommand.h"
 #include "commands/PhantomCommand.h"
 #include "commands/ProfileDiffCommand.h"
 #include "commands/ProfileLintCommand.h"
@@ -33,6 +34,7 @@ constexpr CommandEntry kCommands[] = {
     {"profile", "set", "Set values in a profile and keep all else", true, Make<ProfileSetCommand>},
     {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
     {"", "completion", "Print a shell's completion script", false, Make<CompletionCommand>},
+    {"", "man", "Print the manual page", false, Make<ManCommand>},
 };
 
 constexpr CommandGroup kGroups[] = {

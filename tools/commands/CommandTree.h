@@ -34,6 +34,7 @@ public:
     CommandTree& operator=(CommandTree&&) = delete;
 
     CLI::App& Root() { return *root_; }
+    const CLI::App& Root() const { return *root_; }
     const std::vector<Branch>& Branches() const { return branches_; }
 
     // The branch of the command that was parsed; null before, and where the line named none.
