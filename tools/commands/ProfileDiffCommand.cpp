@@ -4,7 +4,11 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "commands/DiffFrames.h"
 #include "commands/SectionChoice.h"
+#include "commands/SizeOption.h"
+#include "formats/FrameFile.h"
+#include "frames/FrameSize.h"
 #include "messages/ToolError.h"
 #include "profile/DiffReport.h"
 #include "profile/EffectiveValues.h"
@@ -62,11 +66,18 @@ std::optional<size_t> FindColon(const std::string& names, const ProfileFile& fir
     return any == std::string::npos ? std::nullopt : std::optional(any);
 }
 
+std::vector<FrameEffect> FindEffects(const Side& a, const Side& b, const Frame& frame,
+                                     const ExportCaller& callExport) {
+    const RunFrames first = RunForFrames(a.file, a.plan, a.traits, frame, callExport);
+    const RunFrames second = RunForFrames(b.file, b.plan, b.traits, frame, callExport);
+    return CompareRunFrames(first, second);
+}
+
 }  // namespace
 
 std::string_view ProfileDiffCommand::Examples() const {
     return "  vastrelline profile diff old.ini new.ini --section General\n"
-           "  vastrelline profile diff dental.ini --section General:Endodontic\n"
+           "  vastrelline profile diff dental.ini --section General:Endodontic --frame tooth.png\n"
            "  vastrelline profile diff old.ini new.ini && echo the same\n";
 }
 
@@ -87,6 +98,11 @@ void ProfileDiffCommand::AddOptions(CLI::App& command) {
         ->type_name("NAME[:NAME]");
     command.add_option("--export", exportName_, "The library's function, for both; as profile show has it")
         ->type_name("NAME");
+    command
+        .add_option("--frame", frame_,
+                    "Run both on this frame, and tell what the difference does after each stage")
+        ->type_name("FRAME");
+    AddSizeOption(command, size_, "Size of a raw frame");
 }
 
 std::vector<ProfileDiffCommand::SectionPair> ProfileDiffCommand::ChoosePairs(
@@ -106,6 +122,12 @@ std::vector<ProfileDiffCommand::SectionPair> ProfileDiffCommand::ChoosePairs(
     return pairs;
 }
 
+std::optional<Frame> ProfileDiffCommand::ReadDiffFrame(size_t pairCount) const {
+    if (frame_.empty()) return std::nullopt;
+    if (pairCount != 1) throw UsageError("--frame goes with one pair of sections", "name it by --section");
+    return ReadFrameFile(frame_, ParseFrameSize(size_));
+}
+
 ExitCode ProfileDiffCommand::Execute(CommandContext& context) {
     const ProfileFile first = ProfileFile::Read(first_);
     const ProfileFile second = second_.empty() ? first : ProfileFile::Read(second_);
@@ -119,7 +141,9 @@ ExitCode ProfileDiffCommand::Execute(CommandContext& context) {
     bool isEqual = lonely.empty();
     Json comparisons = Json::array();
     std::string text;
-    for (const auto& [firstSection, secondSection] : ChoosePairs(first, second)) {
+    const std::vector<SectionPair> pairs = ChoosePairs(first, second);
+    const std::optional<Frame> frame = ReadDiffFrame(pairs.size());
+    for (const auto& [firstSection, secondSection] : pairs) {
         const Side a = ReadSide(first, firstSection, exportName_);
         const Side b = ReadSide(second, secondSection, exportName_);
         const std::vector<PlaceDifference> differences = DiffPlaces(a.places, b.places);
@@ -135,6 +159,10 @@ ExitCode ProfileDiffCommand::Execute(CommandContext& context) {
         text.append(areSame || !differences.empty() ? SumUpDifferences(differences)
                                                     : "the same values, but another chain")
             .append("\n");
+        if (!frame) continue;
+        const std::vector<FrameEffect> effects = FindEffects(a, b, *frame, context.callExport);
+        comparisons.back()["frame"] = EffectsToJson(effects);
+        text.append("\n").append(FormatEffects(frame_, effects));
     }
     if (context.wantsJson) {
         context.report << PrintedJson(

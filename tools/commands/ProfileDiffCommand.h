@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "commands/Command.h"
+#include "frames/Frame.h"
 #include "profile/ProfileFile.h"
 
 namespace vastrelline {
@@ -24,10 +27,15 @@ private:
     // Those that --section names, or all of the same name.
     std::vector<SectionPair> ChoosePairs(const ProfileFile& first, const ProfileFile& second) const;
 
+    // None without --frame.
+    std::optional<Frame> ReadDiffFrame(size_t pairCount) const;
+
     std::string first_;
     std::string second_;
     std::string section_;
     std::string exportName_;
+    std::string frame_;
+    std::string size_;  // of a raw frame
 };
 
 }  // namespace vastrelline

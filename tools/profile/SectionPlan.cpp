@@ -128,6 +128,7 @@ private:
         // The curve stage is there in any case: without its switch as the linear curve.
         const bool isForCr = plan_.chain != ChainKind::Cr || step.isInCrChain;
         place.runs = isForCr && (isOn || step.stage == kSigmoid);
+        place.isSwitchedOn = isOn;
         AddKey(place, std::string(step.switchKey), switchKey);
         for (const std::string_view name : step.keys)
             AddKey(place, std::string(name), *FindSetting(SettingsGroup::Fixed, name));

@@ -49,6 +49,7 @@ struct PlannedPlace {
     int32_t stageNumber = 0;          // 0: no stage
     const Stage* stage = nullptr;     // null: no stage, or none of that number
     bool runs = true;                 // false: a fixed step whose switch is off, a stage that is passed over
+    bool isSwitchedOn = true;  // of a fixed step; the curve stage runs all the same, as the linear curve
     std::vector<PlannedKey> keys;
 };
 

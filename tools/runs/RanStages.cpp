@@ -21,6 +21,7 @@ bool IsOfTheRun(const PlannedPlace& place, bool isLow) {
 }
 
 std::string TitleOf(const PlannedPlace& place) {
+    if (place.role == PlaceRole::FixedStep && place.runs && !place.isSwitchedOn) return "Linear curve";
     return place.stage == nullptr ? "Inversion" : std::string(place.stage->title);
 }
 

@@ -52,9 +52,12 @@ TEST(RanStages, OfTheFixedChainAreThoseSwitchedOn) {
     const SectionPlan fixed = MakeSectionPlan(file, "A", ExportKind::Plain);
     EXPECT_EQ(Shown(ListRanStages(fixed, false,
                                   LogOf({{"pyramid", 4}, {"Post-NoiseReduction", 5}, {"Linear Curve", 6}}))),
-              "Pyramid enhancement 4; Median 5; Sigmoid curve 6; ");
+              "Pyramid enhancement 4; Median 5; Linear curve 6; ");
     const SectionPlan cr = MakeSectionPlan(file, "A", ExportKind::CR);
-    EXPECT_EQ(Shown(ListRanStages(cr, false, std::nullopt)), "Median -; Sigmoid curve -; ");
+    EXPECT_EQ(Shown(ListRanStages(cr, false, std::nullopt)), "Median -; Linear curve -; ");
+    const ProfileFile sigmoid("p.ini", "[A]\nPOST_SIGMOID_LUT=1\nINVERSE_INTENSITY=0\n");
+    const SectionPlan switchedOn = MakeSectionPlan(sigmoid, "A", ExportKind::Plain);
+    EXPECT_EQ(Shown(ListRanStages(switchedOn, false, std::nullopt)), "Sigmoid curve -; ");
 }
 
 }  // namespace
