@@ -15,10 +15,16 @@ namespace vastrelline {
 namespace {
 
 struct Counts {
-    size_t warnings = 0;  // and errors
+    size_t errors = 0;
+    size_t warnings = 0;
     size_t notes = 0;
     size_t fixable = 0;
     size_t fixes = 0;
+
+    size_t& Of(Severity severity) {
+        if (severity == Severity::Note) return notes;
+        return severity == Severity::Warning ? warnings : errors;
+    }
 };
 
 Counts CountAll(const std::vector<LintedFile>& files) {
@@ -26,7 +32,7 @@ Counts CountAll(const std::vector<LintedFile>& files) {
     for (const LintedFile& file : files) {
         counts.fixes += file.fixCount;
         for (const LintFinding& each : file.findings) {
-            ++(each.finding.severity == Severity::Note ? counts.notes : counts.warnings);
+            ++counts.Of(each.finding.severity);
             if (each.fix) ++counts.fixable;
         }
     }
@@ -37,14 +43,25 @@ std::string Number(size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+// "2 warnings and 1 note"; empty without any.
+std::string Findings(const Counts& counts) {
+    std::vector<std::string> parts;
+    if (counts.errors > 0) parts.push_back(Number(counts.errors, "error"));
+    if (counts.warnings > 0) parts.push_back(Number(counts.warnings, "warning"));
+    if (counts.notes > 0) parts.push_back(Number(counts.notes, "note"));
+    std::string text;
+    for (size_t i = 0; i < parts.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ") + parts[i];
+    return text;
+}
+
 std::string Summary(const Counts& counts, size_t fileCount) {
     std::string text = counts.fixes > 0 ? Number(counts.fixes, "line") + " mended; " : "";
-    if (counts.warnings + counts.notes == 0)
-        text += fileCount == 1 ? "nothing to say" : "nothing to say of " + Number(fileCount, "file");
+    const std::string findings = Findings(counts);
+    if (!findings.empty())
+        text += findings + " in " + Number(fileCount, "file");
     else
-        text += (counts.warnings > 0 ? Number(counts.warnings, "warning") : "") +
-                (counts.warnings > 0 && counts.notes > 0 ? " and " : "") +
-                (counts.notes > 0 ? Number(counts.notes, "note") : "") + " in " + Number(fileCount, "file");
+        text += fileCount == 1 ? "nothing to say" : "nothing to say of " + Number(fileCount, "file");
     if (counts.fixable > 0) text += "; --fix mends " + std::to_string(counts.fixable) + " of them";
     return text;
 }
@@ -113,7 +130,7 @@ ExitCode ProfileLintCommand::Execute(CommandContext& context) {
     }
     if (code == ExitCode::Well || files.size() > 1) context.messages.Tell(Summary(counts, files.size()));
     if (code != ExitCode::Well) return code;
-    return counts.warnings > 0 ? ExitCode::Findings : ExitCode::Well;
+    return counts.errors + counts.warnings > 0 ? ExitCode::Findings : ExitCode::Well;
 }
 
 }  // namespace vastrelline

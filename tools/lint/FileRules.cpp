@@ -82,6 +82,19 @@ bool LooksLikeUtf16(const std::string& bytes) {
     return end >= 4 && (zeros[0] > end / 3 || zeros[1] > end / 3) && (zeros[0] == 0 || zeros[1] == 0);
 }
 
+// A picture or a program: more than one byte in twenty is a control character that no text has.
+bool LooksLikeNoText(const std::string& bytes) {
+    constexpr size_t kLooked = 4096;
+    constexpr ptrdiff_t kFewest = 8;
+    constexpr ptrdiff_t kOneIn = 20;
+    const auto end = bytes.begin() + static_cast<ptrdiff_t>(std::min(bytes.size(), kLooked));
+    const ptrdiff_t controls = std::count_if(bytes.begin(), end, [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20U && !IsProfileBlank(byte) && c != '\r' && c != '\n';
+    });
+    return controls >= kFewest && controls * kOneIn > end - bytes.begin();
+}
+
 }  // namespace
 
 void FindMissingSections(const ProfileFile& file, FindingSink& sink) {
@@ -101,6 +114,10 @@ void FindOddEncoding(const ProfileFile& file, FindingSink& sink) {
         sink.Add(
             Severity::Error, 0,
             "this looks like UTF-16 without its byte order mark and is read byte by byte; store it as UTF-8");
+        return;
+    }
+    if (encoding.UnitSize() == 1 && LooksLikeNoText(bytes)) {
+        sink.Add(Severity::Error, 0, "this is no text; give a profile");
         return;
     }
     OddCharacters odd;

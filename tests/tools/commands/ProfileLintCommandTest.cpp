@@ -54,6 +54,12 @@ TEST_F(ProfileLint, NotesAreNoFault) {
     EXPECT_THAT(run.report, HasSubstr("note: LITTLEENDIAN is read and has no effect"));
 }
 
+TEST_F(ProfileLint, CountsBySeverity) {
+    const ToolRun run = Lint({Write("a.ini", kBad + "LITTLEENDIAN=1\n"), Write("b.ini", "")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors, "1 error, 1 warning and 1 note in 2 files; --fix mends 1 of them\n");
+}
+
 TEST_F(ProfileLint, GoesOnBehindAFileThatCannotBeRead) {
     const ToolRun run = Lint({folder_.Narrow("none.ini"), Write("a.ini", kBad)});
     EXPECT_EQ(run.exitCode, 3);

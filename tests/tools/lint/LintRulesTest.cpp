@@ -63,6 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
                  Fixed("VERSION=12\n")},
         RuleCase{"Utf16WithoutMark", "encoding", std::string("[\0A\0]\0\n\0P\0R\0O\0C\0M\0O\0D\0E\0=\0", 26),
                  1, std::string("\xFF\xFE[\0A\0]\0\n\0V\0E\0R\0S\0I\0O\0N\0=\0", 26)},
+        RuleCase{"NoText", "encoding", "\x89PNG\r\n\x1A\n" + std::string(12, '\1') + "[A]\nx=1\n", 1,
+                 Fixed("VERSION=1\t2\n")},
         RuleCase{"MarkWithin", "encoding",
                  Fixed("VERSION=\xEF\xBB\xBF"
                        "1\n"),
