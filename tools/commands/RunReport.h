@@ -41,7 +41,7 @@ struct RunReport {
 // Lines of a word and what it is about; the stages as a table.
 void PrintRunReport(std::ostream& out, const RunReport& report);
 
-// One JSON object: docs/schemas/run.schema.json.
+// One JSON object, as docs/tool-json.md tells.
 void PrintRunJson(std::ostream& out, const RunReport& report);
 
 }  // namespace vastrelline

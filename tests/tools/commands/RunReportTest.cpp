@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 
 #include "commands/RunReport.h"
+#include "support/SourceTree.h"
+#include "support/TemporaryFolder.h"
 
 namespace vastrelline {
 namespace {
@@ -97,6 +100,28 @@ TEST_F(RunReportTest, IsOneObject) {
     EXPECT_EQ(object.at("exposure").at("objectMedian"), 1289);
     EXPECT_EQ(object.at("findings").at(0).at("rule"), "rule");
     EXPECT_TRUE(object.at("log").is_null());
+}
+
+// Every field of an object and of those in it.
+void ListFields(const nlohmann::json& value, std::set<std::string>& fields) {
+    if (value.is_object()) {
+        for (const auto& [name, inner] : value.items()) {
+            fields.insert(name);
+            ListFields(inner, fields);
+        }
+    }
+    if (value.is_array())
+        for (const nlohmann::json& inner : value) ListFields(inner, fields);
+}
+
+TEST_F(RunReportTest, HasNoFieldThatThePageDoesNotTell) {
+    report_.findings = {{Severity::Warning, "p.ini", 2, 1, "text", "rule"}};
+    const std::string page = ReadBytes(SourceTreeFolder() / "docs/tool-json.md");
+    std::set<std::string> fields;
+    ListFields(Json(), fields);
+    EXPECT_GT(fields.size(), 30U);
+    for (const std::string& field : fields)
+        EXPECT_NE(page.find("`" + field + "`"), std::string::npos) << field;
 }
 
 TEST(RangeOf, IsZeroOfNothing) {
