@@ -9,12 +9,13 @@
 #include "completion/ProfileCandidates.h"
 #include "completion/TypedLine.h"
 #include "library/ExportRequest.h"
+#include "profile/SampleProfiles.h"
 
 namespace vastrelline {
 namespace {
 
 // What a value is, by the names that the commands give their options and arguments.
-enum class ValueKind : uint8_t { Other, File, Folder, Section, Key, Setting, Export, Choice };
+enum class ValueKind : uint8_t { Other, File, Folder, Section, Key, Setting, Export, Sample, Choice };
 
 std::string NameOf(const CLI::Option& option) {
     return option.get_lnames().empty() ? option.get_name() : option.get_lnames().front();
@@ -44,6 +45,7 @@ ValueKind KindOf(const CLI::Option& option) {
     if (!ChoicesOf(option).empty()) return ValueKind::Choice;
     if (name == "section") return ValueKind::Section;
     if (name == "export") return ValueKind::Export;
+    if (name == "sample") return ValueKind::Sample;
     if (name == "KEY") return ValueKind::Key;
     if (name == "KEY=VALUE" || name == "set") return ValueKind::Setting;
     if (IsOneOf(option.get_type_name(), {"FOLDER", "DIR"})) return ValueKind::Folder;
@@ -92,6 +94,10 @@ void AddValues(const TypedLine& line, const CLI::Option& option, Completion& com
         case ValueKind::Export:
             for (const ExportTraits& traits : AllExports())
                 completion.candidates.push_back({std::string(traits.name), {}});
+            break;
+        case ValueKind::Sample:
+            for (const SampleProfile& sample : SampleProfiles())
+                completion.candidates.push_back({std::string(sample.name), {}});
             break;
         case ValueKind::Key:
         case ValueKind::Setting:

@@ -69,7 +69,7 @@ bool IsTiff(const std::vector<uint8_t>& bytes) {
 // Letters, digits and ends of lines only, and enough of them to be no chance.
 bool IsText(const std::vector<uint8_t>& bytes) {
     constexpr size_t kEnough = 16;
-    constexpr size_t kLooked = 512;
+    constexpr size_t kLooked = 8192;  // more than the text heads that some programs put before levels
     return bytes.size() >= kEnough &&
            std::all_of(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(std::min(bytes.size(), kLooked)),
                        [](uint8_t byte) {

@@ -13,6 +13,9 @@
 namespace vastrelline {
 namespace {
 
+// Up to this a file says by its length how much it may hold: a frame of 1 GiB needs one of 256 KiB.
+constexpr uint64_t kTrustedDensity = 4096;
+
 constexpr uint64_t kMaxTileBytes = uint64_t{64} << 20;
 
 // A way of packing that loses nothing, and how many bytes a byte of it can become at the most.
@@ -105,6 +108,7 @@ void ReadStrips(TiffMemory& memory, const TiffPage& page, Frame& frame) {
     std::vector<uint8_t> row(page.RowBytes());
     for (uint32_t y = 0; y < page.height; ++y) {
         if (TIFFReadScanline(memory.File(), row.data(), y) != 1) throw Damaged(memory);
+        frame.pixels.resize(size_t{y + 1} * page.width);
         PutLevels(page, row.data(), page.width, &frame.pixels[size_t{y} * page.width]);
     }
 }
@@ -123,10 +127,12 @@ void ReadTiles(TiffMemory& memory, const TiffPage& page, Frame& frame) {
     if (static_cast<uint64_t>(TIFFTileSize(file)) != tileBytes) throw Damaged(memory);
     std::vector<uint8_t> tile(static_cast<size_t>(tileBytes));
     for (uint32_t top = 0; top < page.height; top += high) {
+        const uint32_t bottom = std::min(page.height, top + high);
+        frame.pixels.resize(size_t{bottom} * page.width);
         for (uint32_t left = 0; left < page.width; left += wide) {
             if (TIFFReadTile(file, tile.data(), left, top, 0, 0) < 0) throw Damaged(memory);
             const size_t count = std::min(wide, page.width - left);
-            for (uint32_t y = top; y < std::min(page.height, top + high); ++y)
+            for (uint32_t y = top; y < bottom; ++y)
                 PutLevels(page, tile.data() + size_t{y - top} * wide * pixelBytes, count,
                           &frame.pixels[size_t{y} * page.width + left]);
         }
@@ -144,7 +150,9 @@ DecodedFrame DecodeTiff(const std::vector<uint8_t>& bytes) {
     frame.bits = page.bits;
     frame.width = static_cast<int32_t>(page.width);
     frame.height = static_cast<int32_t>(page.height);
-    frame.pixels.resize(PixelCount(frame.width, frame.height));
+    // The frame grows as it is read, so that only levels that are there take memory.
+    const size_t count = PixelCount(frame.width, frame.height);
+    if (page.densest <= kTrustedDensity) frame.pixels.reserve(count);
     if (TIFFIsTiled(memory.File()) != 0)
         ReadTiles(memory, page, frame);
     else

@@ -86,6 +86,7 @@ TEST_F(CompletionTest, OffersSectionsOfTheProfileInTheLine) {
 TEST_F(CompletionTest, OffersValuesOfAList) {
     EXPECT_THAT(Texts({"run", "--export"}, "ImageProcessing_N"),
                 ElementsAre("ImageProcessing_N", "ImageProcessing_NS", "ImageProcessing_NE"));
+    EXPECT_THAT(Texts({"profile", "new", "--sample"}, "den"), ElementsAre("dental"));
     EXPECT_THAT(Texts({"completion"}, ""), ElementsAre("bash", "zsh", "fish", "powershell"));
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -189,6 +190,33 @@ TEST(FrameFile, ALineIsStandardInput) {
     const StandardInput input("1234");
     EXPECT_EQ(ErrorOf("-", std::nullopt),
               "standard input: 4 bytes fit 1x2 or 2x1 at 16 bits; say --size WxH");
+}
+
+// Whatever follows the bytes by which a kind is known: a frame, or an error of the input.
+TEST(FrameFile, RandomBytesAreReadOrRefused) {
+    const std::vector<std::string> starts{"\x89PNG\r\n\x1A\n\0\0\0\rIHDR"s,
+                                          "II*\0\x08\0\0\0"s,
+                                          "MM\0*\0\0\0\x08"s,
+                                          "P5 2 2 255 "s,
+                                          "BM\0\0\0\0\0\0\0\0\x36\x04\0\0\x28\0\0\0"s,
+                                          ""s};
+    std::mt19937 random(20240501);
+    size_t refused = 0;
+    for (int round = 0; round < 6000; ++round) {
+        std::string bytes = starts[static_cast<size_t>(round) % starts.size()];
+        const size_t length = bytes.size() + random() % 200;
+        // Small numbers make heads that go far.
+        while (bytes.size() < length)
+            bytes += static_cast<char>(random() % 3 == 0 ? random() % 256 : random() % 4);
+        const StandardInput input(bytes);
+        try {
+            const LoadedFrame loaded = LoadFrameFile("-", {FrameSize{2, 2}, std::nullopt});
+            EXPECT_EQ(loaded.frame.pixels.size(), 4U);
+        } catch (const InputError&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 3000U);
 }
 
 TEST(FrameFile, WhatIsNoFileIsRefused) {
