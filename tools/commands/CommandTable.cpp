@@ -7,6 +7,7 @@
 #include "commands/ManCommand.h"
 #include "commands/PhantomCommand.h"
 #include "commands/ProfileDiffCommand.h"
+#include "commands/ProfileExplainCommand.h"
 #include "commands/ProfileLintCommand.h"
 #include "commands/ProfileNewCommand.h"
 #include "commands/ProfileSetCommand.h"
@@ -31,6 +32,7 @@ constexpr CommandEntry kCommands[] = {
     {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},
     {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
     {"profile", "diff", "Tell in what two profiles or sections differ", true, Make<ProfileDiffCommand>},
+    {"profile", "explain", "Tell what a key or a stage does", true, Make<ProfileExplainCommand>},
     {"profile", "set", "Set values in a profile and keep all else", true, Make<ProfileSetCommand>},
     {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
     {"", "completion", "Print a shell's completion script", false, Make<CompletionCommand>},

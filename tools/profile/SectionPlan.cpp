@@ -211,6 +211,8 @@ std::string NumberedKeyName(int32_t position, std::string_view key) {
     return digits.append("_").append(key);
 }
 
+const Key& ListNumberKey() { return kListNumber; }
+
 std::optional<NumberedName> SplitNumberedKey(std::string_view name) {
     const size_t end = std::min(name.find_first_not_of("0123456789"), name.size());
     constexpr size_t kLongestPosition = 9;  // digits, so that it fits

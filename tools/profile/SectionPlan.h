@@ -74,6 +74,9 @@ SectionPlan MakeSectionPlan(const ProfileFile& file, std::string_view section, E
 // The key with its position: "04_MAX_SLOPE", from 100 on with three digits.
 std::string NumberedKeyName(int32_t position, std::string_view key);
 
+// "NN_Function_Number" as a row of the key table.
+const Key& ListNumberKey();
+
 // A key's position and the rest, as in NumberedKeyName; nothing for every other name, "4_MAX_SLOPE" included.
 struct NumberedName {
     int32_t position;
