@@ -157,7 +157,7 @@ public:
         const uint32_t count = length + Below(random_, 3);
         Key("FunctionCount", OneIn(random_, 6) ? PickFrom(random_, kCounts) : std::to_string(count));
         for (uint32_t i = 0; i < length; ++i) {
-            static constexpr std::array<int32_t, 6> kFar = {99, 100, 101, 999, 1000, 123456};
+            static constexpr std::array<int32_t, 7> kFar = {99, 100, 101, 999, 1000, 123456, 1999999999};
             StageAt(OneIn(random_, 12) ? PickFrom(random_, kFar) : static_cast<int32_t>(i));
         }
     }

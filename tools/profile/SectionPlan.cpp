@@ -215,10 +215,12 @@ const Key& ListNumberKey() { return kListNumber; }
 
 std::optional<NumberedName> SplitNumberedKey(std::string_view name) {
     const size_t end = std::min(name.find_first_not_of("0123456789"), name.size());
-    constexpr size_t kLongestPosition = 9;  // digits, so that it fits
+    constexpr size_t kLongestPosition = 10;  // digits of the largest
     if (end < 2 || end > kLongestPosition || end == name.size() || name[end] != '_') return std::nullopt;
-    int32_t position = 0;
-    for (const char digit : name.substr(0, end)) position = position * 10 + (digit - '0');
+    int64_t wide = 0;
+    for (const char digit : name.substr(0, end)) wide = wide * 10 + (digit - '0');
+    if (wide > INT32_MAX) return std::nullopt;
+    const auto position = static_cast<int32_t>(wide);
     const std::string_view key = name.substr(end + 1);
     if (NumberedKeyName(position, key) != name) return std::nullopt;  // "004_" names nothing
     return NumberedName{position, key};
