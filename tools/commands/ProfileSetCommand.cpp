@@ -83,8 +83,8 @@ ExitCode ProfileSetCommand::Execute(CommandContext& context) {
     const std::vector<ProfileValue> values = ParseSettings(settings_);
     const ProfileFile file = ProfileFile::Read(file_);
     if (file.FindSection(section_) == nullptr && !isSectionNew_)
-        throw InputError(file_, "has no section '" + section_ + "'",
-                         DidYouMean(section_, file.SectionNames(), "--new-section begins it"));
+        throw ToolError(ExitCode::WrongUse, file_, "has no section '" + section_ + "'",
+                        DidYouMean(section_, file.SectionNames(), "--new-section begins it"));
     const ProfileSetting setting = SetInProfile(file, section_, values);
     for (const LintFinding& each : setting.findings) context.messages.Show(each.finding);
     if (!setting.areAllRead && !isKeyForced_)

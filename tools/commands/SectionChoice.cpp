@@ -6,27 +6,14 @@
 #include <span>
 #include <vector>
 
-#include "keys/KeyTable.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
+#include "profile/MissingSection.h"
+#include "runs/LookAtProfile.h"
 
 namespace vastrelline {
 
 namespace {
-
-constexpr int32_t kListedMode = 2;
-constexpr int32_t kDecidingMode = 3;
-constexpr std::string_view kStem = "ImageProcessing";
-
-std::string_view EndOf(std::string_view name) {
-    name.remove_prefix(kStem.size());
-    return name.starts_with('_') ? name.substr(1) : name;
-}
-
-bool IsNamed(const ExportTraits& traits, std::string_view name) {
-    const std::string_view end = EndOf(traits.name);
-    return IsSameKeyName(traits.name, name) || (!end.empty() && IsSameKeyName(end, name));
-}
 
 std::string JoinNames(const std::vector<std::string>& names) {
     std::string text;
@@ -37,15 +24,10 @@ std::string JoinNames(const std::vector<std::string>& names) {
 }  // namespace
 
 ExportKind ChooseNamedExport(const ProfileFile& file, std::string_view section, std::string_view exportName) {
-    if (exportName.empty()) {
-        const bool decides = ReadIntegerKey(file, section, "PROCMODE", kListedMode) == kDecidingMode;
-        return decides ? ExportKind::S : ExportKind::Plain;
-    }
+    if (exportName.empty()) return ChooseExport(file, section, {});
+    if (const ExportTraits* const traits = FindExport(exportName)) return traits->kind;
     std::vector<std::string> names;
-    for (const ExportTraits& traits : AllExports()) {
-        if (IsNamed(traits, exportName)) return traits.kind;
-        names.emplace_back(traits.name);
-    }
+    for (const ExportTraits& traits : AllExports()) names.emplace_back(traits.name);
     throw UsageError("there is no export '" + std::string(exportName) + "'",
                      DidYouMean(exportName, names, "there are " + JoinNames(names)));
 }
@@ -55,9 +37,7 @@ SectionPlan PlanNamedSection(const ProfileFile& file, const std::string& section
     const std::vector<std::string> names = file.SectionNames();
     if (names.empty())
         throw InputError(file.Path(), "holds no section", "'vastrelline profile new' makes a profile");
-    if (section.empty() || file.FindSection(section) == nullptr)
-        throw UsageError(file.Path() + " has no section '" + section + "'",
-                         DidYouMean(section, names, "it has " + JoinNames(names)));
+    if (section.empty() || file.FindSection(section) == nullptr) throw MissingSection(file, section);
     return MakeSectionPlan(file, section, ChooseNamedExport(file, section, exportName));
 }
 

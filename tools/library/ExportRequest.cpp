@@ -20,6 +20,18 @@ constexpr ExportTraits kExports[] = {
     {ExportKind::CR, "ImageProcessingCR", false, false, false, false},
 };
 
+bool IsSameName(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+// What stands behind the part that all have: "S", "NE".
+std::string_view EndOf(std::string_view name) {
+    name.remove_prefix(kExports[0].name.size());
+    return name.starts_with('_') ? name.substr(1) : name;
+}
+
 }  // namespace
 
 std::span<const ExportTraits> AllExports() { return kExports; }
@@ -27,10 +39,10 @@ std::span<const ExportTraits> AllExports() { return kExports; }
 const ExportTraits& TraitsOf(ExportKind kind) { return kExports[static_cast<size_t>(kind)]; }
 
 const ExportTraits* FindExport(std::string_view name) {
-    const auto* const found =
-        std::find_if(std::begin(kExports), std::end(kExports),
-                     [name](const ExportTraits& traits) { return traits.name == name; });
-    return found == std::end(kExports) ? nullptr : found;
+    for (const ExportTraits& traits : kExports)
+        if (IsSameName(traits.name, name) || (!name.empty() && IsSameName(EndOf(traits.name), name)))
+            return &traits;
+    return nullptr;
 }
 
 std::string_view ExportCodeText(int32_t code) {

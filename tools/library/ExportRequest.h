@@ -30,7 +30,8 @@ std::span<const ExportTraits> AllExports();
 
 const ExportTraits& TraitsOf(ExportKind kind);
 
-// The export of this name; null if there is none.
+// The export of this name, or of what stands behind "ImageProcessing" ("S", "NE"), whatever the case of its
+// letters; null if there is none.
 const ExportTraits* FindExport(std::string_view name);
 
 constexpr int kGeometryValues = 10;

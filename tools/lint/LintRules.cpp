@@ -5,8 +5,7 @@
 #include <utility>
 
 #include "lint/Rules.h"
-#include "messages/Suggestion.h"
-#include "messages/ToolError.h"
+#include "profile/MissingSection.h"
 
 namespace vastrelline {
 namespace {
@@ -126,9 +125,7 @@ void KeepFindingsOf(const ProfileFile& file, std::string_view section, std::vect
 std::span<const LintRule> LintRules() { return kRules; }
 
 std::vector<LintFinding> LintProfile(const ProfileFile& file, std::string_view section) {
-    if (!section.empty() && file.FindSection(section) == nullptr)
-        throw InputError(file.Path(), "has no section '" + std::string(section) + "'",
-                         DidYouMean(section, file.SectionNames()));
+    if (!section.empty() && file.FindSection(section) == nullptr) throw MissingSection(file, section);
     std::vector<LintFinding> findings;
     for (const LintRule& rule : kRules) {
         if (rule.findInFile == nullptr) continue;

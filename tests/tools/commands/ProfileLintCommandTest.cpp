@@ -69,7 +69,7 @@ TEST_F(ProfileLint, GoesOnBehindAFileThatCannotBeRead) {
 
 TEST_F(ProfileLint, AsksWhichSectionIsMeant) {
     const ToolRun run = Lint({Write("a.ini", "[General]\nPROCMODE=1\n"), "--section", "Generl"});
-    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.exitCode, 2);
     EXPECT_THAT(run.errors, HasSubstr("has no section 'Generl'; did you mean 'General'?"));
 }
 

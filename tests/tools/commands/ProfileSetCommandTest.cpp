@@ -86,7 +86,7 @@ TEST_F(ProfileSet, WarnsOfAValueThatIsReadInAnotherWay) {
 
 TEST_F(ProfileSet, BeginsASectionIfAsked) {
     const ToolRun run = Set({"PROCMODE=1", "--section", "Genral"});
-    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.exitCode, 2);
     EXPECT_THAT(run.errors, HasSubstr("did you mean 'General'?"));
     EXPECT_EQ(Set({"PROCMODE=1", "--section", "Night", "--new-section"}).exitCode, 0);
     EXPECT_EQ(Bytes(), kText + "\r\n[Night]\r\nPROCMODE=1\r\n");

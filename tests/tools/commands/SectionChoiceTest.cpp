@@ -39,9 +39,9 @@ TEST(SectionChoice, KnowsExportsByTheirWholeNamesAndEnds) {
 
 TEST(SectionChoice, RefusesASectionThatIsNotThere) {
     EXPECT_EQ(ErrorOf([] { PlanNamedSection(kProfile, "Lsted", ""); }),
-              "2 p.ini has no section 'Lsted'; did you mean 'Listed'?");
+              "2 p.ini: has no section 'Lsted'; did you mean 'Listed'?");
     EXPECT_EQ(ErrorOf([] { PlanNamedSection(kProfile, "", ""); }),
-              "2 p.ini has no section ''; it has Low, Listed");
+              "2 p.ini: has no section ''; it has Low, Listed");
     EXPECT_EQ(ErrorOf([] { PlanNamedSection(ProfileFile("q.ini", "x=1\n"), "A", ""); }),
               "3 q.ini: holds no section; 'vastrelline profile new' makes a profile");
     EXPECT_EQ(PlanNamedSection(kProfile, "LOW", "").chain, ChainKind::LowExposure);

@@ -243,7 +243,7 @@ TEST(LintProfile, LooksAtOneSectionIfAsked) {
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0].finding.line, 6U);
     EXPECT_EQ(LintProfile(file).size(), 3U);
-    EXPECT_THROW(LintProfile(file, "C"), InputError);
+    EXPECT_THROW(LintProfile(file, "C"), ToolError);
 }
 
 // What cannot be read as a list is told once, not with every key.
