@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 #include <string_view>
 
 #include "library/ExportRequest.h"
@@ -19,6 +20,7 @@ struct CommandContext {
     Messages& messages;    // words for people: standard error
     const ExportCaller& callExport;
     bool wantsJson = false;  // the report is one JSON object, and nothing else
+    std::string command;     // its whole name: "profile lint"
 };
 
 // One command of the tool. Its name and its line in the overview stand in the command table, from which help,

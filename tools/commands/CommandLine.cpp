@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "commands/CommandTree.h"
+#include "commands/JsonObject.h"
 #include "completion/CompletionReply.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
@@ -113,21 +114,25 @@ void Parse(CommandTree& tree, int argc, const char* const* argv, const std::vect
     }
 }
 
-int ReportError(const ToolError& error, const Streams& streams, Messages& messages, bool wantsJson) {
+// What the tool was asked for, as far as it is known.
+struct Asked {
+    bool wantsJson = false;
+    std::string command;
+};
+
+int ReportError(const ToolError& error, const Streams& streams, Messages& messages, const Asked& asked) {
     messages.Fail(error.Where().empty() ? std::string("vastrelline: ") + error.what() : error.what());
-    const int code = static_cast<int>(error.Code());
-    if (wantsJson) {
-        const nlohmann::ordered_json object = {
-            {"exit", code},
-            {"error", {{"where", error.Where()}, {"what", error.What()}, {"remedy", error.Remedy()}}}};
-        streams.report << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
-    }
-    return code;
+    if (asked.wantsJson)
+        PrintObject(
+            streams.report, asked.command, error.Code(),
+            {{"error", {{"where", error.Where()}, {"what", error.What()}, {"remedy", error.Remedy()}}}});
+    return static_cast<int>(error.Code());
 }
 
 int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& streams, Messages& messages) {
     if (tree.IsQuiet()) messages.BeQuiet();
-    CommandContext context{streams.report, messages, callExport, tree.WantsJson()};
+    CommandContext context{streams.report, messages, callExport, tree.WantsJson(),
+                           FullName(*tree.Parsed()->entry)};
     const ExitCode code = tree.Parsed()->command->Execute(context);
     if (!streams.report.flush()) throw OutputError({}, "cannot write the report");
     return static_cast<int>(code);
@@ -138,10 +143,8 @@ int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& st
 int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callExport,
                    const Streams& streams) {
     Messages messages(streams.errors, streams.isColoured, streams.isTerminal);
-    bool wantsJson = false;
-    const auto fail = [&](const ToolError& error) {
-        return ReportError(error, streams, messages, wantsJson);
-    };
+    Asked asked;
+    const auto fail = [&](const ToolError& error) { return ReportError(error, streams, messages, asked); };
     try {
         const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
         CommandTree tree;
@@ -153,7 +156,9 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
             messages.Explain(*examples);
             return static_cast<int>(ExitCode::WrongUse);
         }
-        for (const std::string& word : words) wantsJson = wantsJson || word == "--json";
+        for (const std::string& word : words) asked.wantsJson = asked.wantsJson || word == "--json";
+        if (const CommandTree::Branch* const branch = FindBranch(tree, words))
+            asked.command = FullName(*branch->entry);
         try {
             Parse(tree, argc, argv, words);
         } catch (const CLI::Success& wish) {  // --help and --version

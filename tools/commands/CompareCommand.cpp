@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "commands/FrameNotes.h"
+#include "commands/JsonObject.h"
 #include "commands/SizeOption.h"
 #include "formats/FrameFile.h"
 #include "frames/FrameDifference.h"
@@ -33,18 +34,17 @@ Json ToJson(const FrameDifference& difference) {
     return {{"count", difference.count}, {"largest", difference.largest}, {"firstPlaces", places}};
 }
 
-ExitCode ReportAsJson(const Frame& first, const Frame& second, std::ostream& report) {
+ExitCode ReportAsJson(const Frame& first, const Frame& second, const CommandContext& context) {
     const bool isSameSize = first.width == second.width && first.height == second.height;
     const FrameDifference difference = isSameSize ? FindDifference(first, second) : FrameDifference{};
     const bool isEqual = isSameSize && difference.count == 0;
     const ExitCode code = isEqual ? ExitCode::Well : ExitCode::Findings;
-    Json object = {{"exit", static_cast<int>(code)},
-                   {"equal", isEqual},
+    Json object = {{"equal", isEqual},
                    {"firstSize", {first.width, first.height}},
                    {"secondSize", {second.width, second.height}},
                    {"pixels", nullptr}};  // frames of different sizes are not compared pixel by pixel
     if (isSameSize) object["pixels"] = ToJson(difference);
-    report << object.dump(2) << '\n';
+    PrintObject(context, code, object);
     return code;
 }
 
@@ -78,7 +78,7 @@ ExitCode CompareCommand::Execute(CommandContext& context) {
     const Frame second = Load(second_, size, context.messages);
     const FrameSize firstSize{first.width, first.height};
     const FrameSize secondSize{second.width, second.height};
-    if (context.wantsJson) return ReportAsJson(first, second, report);
+    if (context.wantsJson) return ReportAsJson(first, second, context);
     if (firstSize != secondSize) {
         report << "different: the sizes are " << FormatFrameSize(firstSize) << " and "
                << FormatFrameSize(secondSize) << '\n';

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "commands/FrameNotes.h"
+#include "commands/JsonObject.h"
 #include "commands/SizeOption.h"
 #include "files/FileKind.h"
 #include "files/OutputFile.h"
@@ -125,8 +126,7 @@ ExitCode ConvertCommand::Execute(CommandContext& context) {
         context.messages.Show(Warn(target_, "the name does not tell the size: to read it again say --size " +
                                                 FormatFrameSize(size)));
     if (context.wantsJson) {
-        Json object = {{"exit", 0},
-                       {"from", source_},
+        Json object = {{"from", source_},
                        {"to", target_},
                        {"format", FileKindEnding(kind)},
                        {"width", size.width},
@@ -135,7 +135,7 @@ ExitCode ConvertCommand::Execute(CommandContext& context) {
                        {"window", nullptr},
                        {"keepsAllLevels", keepsAll}};
         if (style.window) object["window"] = {style.window->low, style.window->high};
-        context.report << object.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        PrintObject(context, ExitCode::Well, object);
         return ExitCode::Well;
     }
     context.report << "read     " << source_ << " (" << DescribeFrame(loaded) << ")\nwritten  " << target_

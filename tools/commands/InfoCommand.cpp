@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/FrameInfo.h"
+#include "commands/JsonObject.h"
 #include "commands/SizeOption.h"
 #include "messages/ToolError.h"
 
@@ -101,10 +102,7 @@ ExitCode InfoCommand::Execute(CommandContext& context) {
             if (code == ExitCode::Well) code = error.Code();
         }
     }
-    if (context.wantsJson) {
-        const Json object = {{"exit", static_cast<int>(code)}, {"frames", frames}};
-        context.report << object.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    }
+    if (context.wantsJson) PrintObject(context, code, {{"frames", frames}});
     return code;
 }
 

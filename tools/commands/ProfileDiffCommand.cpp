@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "commands/DiffFrames.h"
+#include "commands/JsonObject.h"
 #include "commands/SectionChoice.h"
 #include "commands/SizeOption.h"
 #include "formats/FrameFile.h"
@@ -165,8 +166,8 @@ ExitCode ProfileDiffCommand::Execute(CommandContext& context) {
         text.append("\n").append(FormatEffects(frame_, effects));
     }
     if (context.wantsJson) {
-        context.report << PrintedJson(
-            {{"equal", isEqual}, {"onlyInOne", lonely}, {"comparisons", comparisons}});
+        PrintObject(context, isEqual ? ExitCode::Well : ExitCode::Findings,
+                    {{"equal", isEqual}, {"onlyInOne", lonely}, {"comparisons", comparisons}});
     } else {
         for (const std::string& line : lonely)
             text += (&line == lonely.data() ? "\n" : "") + ShownText(line) + "\n";

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "commands/JsonObject.h"
 #include "commands/SectionChoice.h"
 #include "messages/ToolError.h"
 #include "profile/EffectiveValues.h"
@@ -84,7 +85,7 @@ ExitCode ProfileExplainCommand::Execute(CommandContext& context) {
     }
     const std::vector<KeyOccurrence> occurrences = Occurrences(*found);
     if (context.wantsJson) {
-        context.report << PrintedJson(ExplainToJson(*found, occurrences));
+        PrintObject(context, ExitCode::Well, ExplainToJson(*found, occurrences));
         return ExitCode::Well;
     }
     context.report << ExplainForPeople(*found, occurrences, TerminalWidth());

@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
 
+#include "commands/JsonObject.h"
 #include "lint/LintFixes.h"
 #include "lint/LintRules.h"
 #include "messages/ToolError.h"
@@ -26,6 +28,12 @@ struct Counts {
         return severity == Severity::Warning ? warnings : errors;
     }
 };
+
+// A file that could not be read counts more than what was found in others.
+ExitCode EndOf(ExitCode reading, const Counts& counts) {
+    if (reading != ExitCode::Well) return reading;
+    return counts.errors + counts.warnings > 0 ? ExitCode::Findings : ExitCode::Well;
+}
 
 Counts CountAll(const std::vector<LintedFile>& files) {
     Counts counts;
@@ -119,7 +127,7 @@ ExitCode ProfileLintCommand::Execute(CommandContext& context) {
     }
     const Counts counts = CountAll(files);
     if (context.wantsJson) {
-        context.report << FormatLintJson(files);
+        PrintObject(context, EndOf(code, counts), LintToJson(files));
     } else if (wantsSarif_) {
         context.report << FormatLintSarif(files);
     } else {
@@ -129,8 +137,7 @@ ExitCode ProfileLintCommand::Execute(CommandContext& context) {
         context.report.flush();
     }
     if (code == ExitCode::Well || files.size() > 1) context.messages.Tell(Summary(counts, files.size()));
-    if (code != ExitCode::Well) return code;
-    return counts.errors + counts.warnings > 0 ? ExitCode::Findings : ExitCode::Well;
+    return EndOf(code, counts);
 }
 
 }  // namespace vastrelline

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "commands/JsonObject.h"
 #include "lint/ProfileSetting.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
@@ -41,18 +42,16 @@ std::string DescribeLine(const std::string& path, const SetLine& line) {
     return text + "=" + line.value + " (was " + (line.old->empty() ? "empty" : *line.old) + ")";
 }
 
-void PrintJson(std::ostream& report, const std::string& path, const std::string& section,
-               const ProfileSetting& setting) {
-    nlohmann::ordered_json json = {{"tool", "vastrelline"},    {"version", VASTRELLINE_VERSION},
-                                   {"command", "profile set"}, {"file", path},
-                                   {"section", section},       {"lines", nlohmann::json::array()}};
+nlohmann::ordered_json ToJson(const std::string& path, const std::string& section,
+                              const ProfileSetting& setting) {
+    nlohmann::ordered_json json = {{"file", path}, {"section", section}, {"lines", nlohmann::json::array()}};
     for (const SetLine& line : setting.lines) {
         nlohmann::ordered_json each = {
             {"key", line.key}, {"line", line.line}, {"value", line.value}, {"changed", line.isChanged}};
         if (line.old) each["old"] = *line.old;
         json["lines"].push_back(std::move(each));
     }
-    report << json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    return json;
 }
 
 }  // namespace
@@ -91,7 +90,7 @@ ExitCode ProfileSetCommand::Execute(CommandContext& context) {
         throw UsageError("nothing was set, for a key is read by no run", "--force-key sets it all the same");
     if (setting.bytes != file.Text().Bytes()) StoreProfileFile(file_, setting.bytes, true);
     if (context.wantsJson) {
-        PrintJson(context.report, file_, section_, setting);
+        PrintObject(context, ExitCode::Well, ToJson(file_, section_, setting));
         return ExitCode::Well;
     }
     for (const SetLine& line : setting.lines) context.report << OneLine(DescribeLine(file_, line)) << '\n';

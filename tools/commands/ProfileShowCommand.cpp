@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "commands/JsonObject.h"
 #include "commands/SectionChoice.h"
 #include "messages/ToolError.h"
 #include "profile/EffectiveValues.h"
@@ -50,7 +51,7 @@ ExitCode ProfileShowCommand::Execute(CommandContext& context) {
     const std::vector<EffectivePlace> places = ReadEffectiveValues(file, plan);
     const std::string title = DescribePlan(file_, plan, traits);
     if (context.wantsJson)
-        context.report << PrintedJson(ValuesToJson(file_, plan, traits, places));
+        PrintObject(context, ExitCode::Well, ValuesToJson(file_, plan, traits, places));
     else if (isExplicit_)
         context.report << WriteExplicitProfile("All values of " + title + ".", places);
     else

@@ -5,12 +5,14 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "commands/JsonObject.h"
 #include "commands/RunReport.h"
 #include "commands/StripRun.h"
 #include "files/FileKind.h"
@@ -251,7 +253,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     report.logPath = options_.log;
     report.stripPath = options_.strip;
     if (context.wantsJson)
-        PrintRunJson(context.report, report);
+        PrintObject(context, ExitCode::Well, RunToJson(report));
     else
         PrintRunReport(context.report, report);
     return ExitCode::Well;

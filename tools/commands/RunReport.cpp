@@ -107,32 +107,30 @@ void PrintRunReport(std::ostream& out, const RunReport& report) {
     if (!report.logPath.empty()) out << "log      " << report.logPath << '\n';
 }
 
-void PrintRunJson(std::ostream& out, const RunReport& report) {
+nlohmann::ordered_json RunToJson(const RunReport& report) {
     const FrameRun& run = *report.run;
     const Frame& frame = report.frame->frame;
     const Json output = report.traits->takesBitmapPath ? Json(nullptr) : RangeJson(RangeOf(run.call.output));
-    const Json object = {{"exit", 0},
-                         {"frame",
-                          {{"file", report.framePath},
-                           {"width", frame.width},
-                           {"height", frame.height},
-                           {"sourceBits", report.frame->sourceBits},
-                           {"levels", RangeJson(report.input)}}},
-                         {"profile", report.profilePath},
-                         {"section", report.plan->section},
-                         {"isInPlace", report.isInPlace},
-                         {"export", report.traits->name},
-                         {"chain", ChainName(report.plan->chain)},
-                         {"code", run.code},
-                         {"elapsedMs", run.call.record.elapsedMs},
-                         {"exposure", ExposureJson(run.call.record.dose)},
-                         {"stages", StagesJson(run.stages)},
-                         {"output", output},
-                         {"picture", report.picturePath},
-                         {"strip", PathJson(report.stripPath)},
-                         {"log", PathJson(report.logPath)},
-                         {"findings", FindingsJson(report.findings)}};
-    out << object.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    return {{"frame",
+             {{"file", report.framePath},
+              {"width", frame.width},
+              {"height", frame.height},
+              {"sourceBits", report.frame->sourceBits},
+              {"levels", RangeJson(report.input)}}},
+            {"profile", report.profilePath},
+            {"section", report.plan->section},
+            {"isInPlace", report.isInPlace},
+            {"export", report.traits->name},
+            {"chain", ChainName(report.plan->chain)},
+            {"code", run.code},
+            {"elapsedMs", run.call.record.elapsedMs},
+            {"exposure", ExposureJson(run.call.record.dose)},
+            {"stages", StagesJson(run.stages)},
+            {"output", output},
+            {"picture", report.picturePath},
+            {"strip", PathJson(report.stripPath)},
+            {"log", PathJson(report.logPath)},
+            {"findings", FindingsJson(report.findings)}};
 }
 
 }  // namespace vastrelline

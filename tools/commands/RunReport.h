@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -41,7 +42,7 @@ struct RunReport {
 // Lines of a word and what it is about; the stages as a table.
 void PrintRunReport(std::ostream& out, const RunReport& report);
 
-// One JSON object, as docs/tool-json.md tells.
-void PrintRunJson(std::ostream& out, const RunReport& report);
+// The same for programs, as docs/tool-json.md tells.
+nlohmann::ordered_json RunToJson(const RunReport& report);
 
 }  // namespace vastrelline

@@ -28,8 +28,8 @@ Json MakeFile(const LintedFile& file) {
 
 }  // namespace
 
-std::string FormatLintJson(std::span<const LintedFile> files) {
-    Json json = {{"tool", "vastrelline"}, {"version", VASTRELLINE_VERSION}, {"command", "profile lint"}};
+nlohmann::ordered_json LintToJson(std::span<const LintedFile> files) {
+    Json json;
     json["errors"] = 0;
     json["warnings"] = 0;
     json["notes"] = 0;
@@ -42,8 +42,7 @@ std::string FormatLintJson(std::span<const LintedFile> files) {
             count = count.get<size_t>() + 1;
         }
     }
-    // A name or value of a profile may be no UTF-8.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json;
 }
 
 }  // namespace vastrelline

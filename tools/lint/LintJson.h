@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,8 +19,8 @@ struct LintedFile {
     size_t fixCount = 0;             // of the fixes that were made before the findings
 };
 
-// One JSON object: the files with their findings, and the numbers of errors, warnings and notes.
-std::string FormatLintJson(std::span<const LintedFile> files);
+// The files with their findings, and the numbers of errors, warnings and notes, as docs/tool-json.md tells.
+nlohmann::ordered_json LintToJson(std::span<const LintedFile> files);
 
 // A log of the Static Analysis Results Interchange Format 2.1.0, for code hosts and editors.
 std::string FormatLintSarif(std::span<const LintedFile> files);

@@ -58,8 +58,4 @@ Json ValuesToJson(const std::string& path, const SectionPlan& plan, const Export
     return object;
 }
 
-std::string PrintedJson(const Json& object) {
-    return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 }  // namespace vastrelline

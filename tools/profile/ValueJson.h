@@ -17,7 +17,4 @@ nlohmann::ordered_json ValueToJson(const ReadValue& value);
 nlohmann::ordered_json ValuesToJson(const std::string& path, const SectionPlan& plan,
                                     const ExportTraits& traits, const std::vector<EffectivePlace>& places);
 
-// One object as the tool prints it: indented, bytes that are no UTF-8 replaced.
-std::string PrintedJson(const nlohmann::ordered_json& object);
-
 }  // namespace vastrelline

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string>
 
+#include "commands/JsonObject.h"
 #include "commands/RunReport.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
@@ -43,7 +44,7 @@ protected:
 
     nlohmann::json Json() const {
         std::ostringstream out;
-        PrintRunJson(out, report_);
+        PrintObject(out, "run", ExitCode::Well, RunToJson(report_));
         return nlohmann::json::parse(out.str());
     }
 

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "commands/JsonObject.h"
 #include "lint/LintJson.h"
 #include "lint/LintRules.h"
 
@@ -22,8 +24,7 @@ std::vector<LintedFile> TwoFiles() {
 }
 
 TEST(LintJson, HoldsEveryFindingWithItsPlace) {
-    const nlohmann::json json = nlohmann::json::parse(FormatLintJson(TwoFiles()));
-    EXPECT_EQ(json["command"], "profile lint");
+    const nlohmann::json json = LintToJson(TwoFiles());
     EXPECT_EQ(json["warnings"], 2);
     EXPECT_EQ(json["errors"], 0);
     EXPECT_EQ(json["notes"], 0);
@@ -41,13 +42,15 @@ TEST(LintJson, HoldsEveryFindingWithItsPlace) {
 
 TEST(LintJson, OffersAFixWhereThereIsOne) {
     const std::vector<LintedFile> files{Linted("P.ini", "[A]\nSAVE_LOGG=1\n")};
-    const nlohmann::json json = nlohmann::json::parse(FormatLintJson(files));
+    const nlohmann::json json = LintToJson(files);
     EXPECT_EQ(json["files"][0]["findings"][0]["fix"], "write SAVE_LOG");
 }
 
 TEST(LintJson, TakesBytesThatAreNoText) {
     const std::vector<LintedFile> files{Linted("P.ini", "[A]\n\xFF\xE4=1\n")};
-    EXPECT_TRUE(nlohmann::json::accept(FormatLintJson(files)));
+    std::ostringstream out;
+    PrintObject(out, "profile lint", ExitCode::Findings, LintToJson(files));
+    EXPECT_TRUE(nlohmann::json::accept(out.str()));
 }
 
 }  // namespace

@@ -43,9 +43,5 @@ TEST(ValuesToJson, HoldsPlacesWithTheirValues) {
     EXPECT_FALSE(stage.at("values").at(1).contains("line"));
 }
 
-TEST(PrintedJson, ReplacesBytesThatAreNoText) {
-    EXPECT_EQ(PrintedJson({{"a", "\xFF"}}), "{\n  \"a\": \"\xEF\xBF\xBD\"\n}\n");
-}
-
 }  // namespace
 }  // namespace vastrelline
