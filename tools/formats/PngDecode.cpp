@@ -18,7 +18,9 @@ namespace {
 
 // The densest packing that the format's compression reaches is a little below this many bytes per byte.
 constexpr uint64_t kDensestPacking = 1040;
-constexpr size_t kHeadBytes = 33;  // signature and first block
+constexpr size_t kSignatureBytes = 8;
+constexpr size_t kHeadBytes = 33;   // signature and first block
+constexpr size_t kBlockFrame = 12;  // length, name and checksum
 constexpr size_t kMessageBytes = 120;
 
 struct PngInput {
@@ -59,12 +61,14 @@ bool ReadHead(PngInput& input) {
     return true;
 }
 
-bool ReadRows(PngInput& input, png_bytepp rows) {
+// Row by row: a table of rows would be larger than a frame of slender rows itself.
+bool ReadRows(PngInput& input, uint8_t* levels, size_t rowBytes, size_t height) {
     // NOLINTNEXTLINE(bugprone-*): as above
     if (setjmp(png_jmpbuf(input.png)) != 0) return false;
-    png_set_interlace_handling(input.png);
+    const int passes = png_set_interlace_handling(input.png);
     png_read_update_info(input.png, input.info);
-    png_read_image(input.png, rows);
+    for (int pass = 0; pass < passes; ++pass)
+        for (size_t y = 0; y < height; ++y) png_read_row(input.png, levels + y * rowBytes, nullptr);
     png_read_end(input.png, nullptr);
     return true;
 }
@@ -73,11 +77,24 @@ std::runtime_error Damaged(const PngInput& input) {
     return std::runtime_error(std::string("the PNG file is damaged: ") + input.message.data());
 }
 
+// The library takes memory for the length that a block tells before a byte of it is there.
+void TestBlocks(const std::vector<uint8_t>& bytes) {
+    for (size_t at = kSignatureBytes; at < bytes.size();) {
+        const size_t left = bytes.size() - at;
+        const size_t length = left < kBlockFrame ? 0 : png_get_uint_32(bytes.data() + at);
+        if (left < kBlockFrame || left - kBlockFrame < length)
+            throw std::runtime_error("the PNG file is damaged: it ends within a block");
+        if (std::memcmp(bytes.data() + at + 4, "IEND", 4) == 0) return;  // what follows is no part of it
+        at += kBlockFrame + length;
+    }
+}
+
 }  // namespace
 
 DecodedFrame DecodePng(const std::vector<uint8_t>& bytes) {
-    if (bytes.size() < kHeadBytes || png_sig_cmp(bytes.data(), 0, 8) != 0)
+    if (bytes.size() < kHeadBytes || png_sig_cmp(bytes.data(), 0, kSignatureBytes) != 0)
         throw std::runtime_error("the file is no PNG");
+    TestBlocks(bytes);
     PngInput input;
     input.next = bytes.data();
     input.left = bytes.size();
@@ -96,13 +113,12 @@ DecodedFrame DecodePng(const std::vector<uint8_t>& bytes) {
     if (!IsUsableSize(size))
         throw std::runtime_error("the PNG file tells an unusable size, " + FormatFrameSize(size));
     const size_t rowBytes = static_cast<size_t>(size.width) * static_cast<size_t>(bits / 8);
-    if (uint64_t{rowBytes} * high > kDensestPacking * bytes.size())
+    // Each row has one more byte, the number of its filter.
+    if ((uint64_t{rowBytes} + 1) * high > kDensestPacking * bytes.size())
         throw std::runtime_error("the PNG file is too short for its size, " + FormatFrameSize(size));
 
     std::vector<uint8_t> levels(rowBytes * static_cast<size_t>(size.height));
-    std::vector<png_bytep> rows(static_cast<size_t>(size.height));
-    for (size_t y = 0; y < rows.size(); ++y) rows[y] = levels.data() + y * rowBytes;
-    if (!ReadRows(input, rows.data())) throw Damaged(input);
+    if (!ReadRows(input, levels.data(), rowBytes, static_cast<size_t>(size.height))) throw Damaged(input);
 
     const size_t count = PixelCount(size.width, size.height);
     DecodedFrame frame{{size.width, size.height, std::vector<uint16_t>(count)}, bits, {}};

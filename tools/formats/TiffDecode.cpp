@@ -124,6 +124,13 @@ void ReadTiles(TiffMemory& memory, const TiffPage& page, Frame& frame) {
     if (wide == 0 || high == 0 || high > kMaxTileBytes || wide > kMaxTileBytes || tileBytes > kMaxTileBytes)
         throw std::runtime_error("the TIFF file has tiles of " + std::to_string(wide) + "x" +
                                  std::to_string(high) + ", which are not read");
+    // Tiles reach over the edges, and a file may tell of the same bytes for all of them: what is unpacked has
+    // to be there as well.
+    const uint64_t tiles =
+        ((uint64_t{page.width} + wide - 1) / wide) * ((uint64_t{page.height} + high - 1) / high);
+    if (tiles * tileBytes > page.densest * uint64_t{memory.ByteCount()})
+        throw std::runtime_error("the TIFF file is too short for its tiles of " + std::to_string(wide) + "x" +
+                                 std::to_string(high));
     if (static_cast<uint64_t>(TIFFTileSize(file)) != tileBytes) throw Damaged(memory);
     std::vector<uint8_t> tile(static_cast<size_t>(tileBytes));
     for (uint32_t top = 0; top < page.height; top += high) {

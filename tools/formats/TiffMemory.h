@@ -29,6 +29,7 @@ public:
     TIFF* File() { return file_; }
     void Close();
     const std::string& Message() const { return message_; }
+    size_t ByteCount() const { return source_ == nullptr ? written_.size() : source_->size(); }
     std::vector<uint8_t>& Written() { return written_; }
 
 private:
@@ -40,7 +41,6 @@ private:
     static int DropWarning(TIFF* file, void* self, const char* module, const char* format, va_list values);
 
     void Open(const char* mode, size_t largestPiece);
-    size_t ByteCount() const { return source_ == nullptr ? written_.size() : source_->size(); }
 
     const std::vector<uint8_t>* source_ = nullptr;  // null: writing
     std::vector<uint8_t> written_;

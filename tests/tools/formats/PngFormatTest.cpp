@@ -33,12 +33,12 @@ void AppendBlock(std::vector<uint8_t>& file, const std::string& name, const std:
 
 // A PNG file with the given rows (each with its filter byte), stored without compression.
 std::vector<uint8_t> HandMadePng(uint32_t width, uint32_t height, uint8_t bits, uint8_t colour,
-                                 const std::vector<uint8_t>& rows) {
+                                 const std::vector<uint8_t>& rows, uint8_t interlacing = 0) {
     std::vector<uint8_t> file{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     std::vector<uint8_t> head;
     AppendBig(head, width);
     AppendBig(head, height);
-    head.insert(head.end(), {bits, colour, 0, 0, 0});
+    head.insert(head.end(), {bits, colour, 0, 0, interlacing});
     AppendBlock(file, "IHDR", head);
     const auto length = static_cast<uint16_t>(rows.size());
     std::vector<uint8_t> data{0x78,
@@ -71,6 +71,27 @@ TEST(PngFormat, ReadsGreyOf16Bits) {
 TEST(PngFormat, ReadsGreyOf8BitsAsItIs) {
     const Frame frame = DecodePng(HandMadePng(3, 1, 8, 0, {0, 0, 7, 255}));
     EXPECT_EQ(frame.pixels, (std::vector<uint16_t>{0, 7, 255}));
+}
+
+// Of 2 x 2 pixels the first pass holds the one at the top left, the sixth its neighbour, the last the lower
+// row.
+TEST(PngFormat, ReadsInterlacedRows) {
+    const Frame frame = DecodePng(HandMadePng(2, 2, 8, 0, {0, 1, 0, 2, 0, 3, 4}, 1));
+    EXPECT_EQ(frame.pixels, (std::vector<uint16_t>{1, 2, 3, 4}));
+}
+
+// A block of text that tells of 2 GiB - 1, of which no byte is there, must not take memory for them.
+TEST(PngFormat, ABlockLongerThanItsFileIsRefusedBeforeMemoryIsTaken) {
+    std::vector<uint8_t> file = HandMadePng(1, 1, 8, 0, {0, 7});
+    file.resize(33);  // signature and head
+    AppendBig(file, 0x7FFFFFFF);
+    for (const char letter : std::string("tEXt")) file.push_back(static_cast<uint8_t>(letter));
+    try {
+        DecodePng(file);
+        ADD_FAILURE() << "was read";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "the PNG file is damaged: it ends within a block");
+    }
 }
 
 TEST(PngFormat, OtherKindsOfPngAreRefused) {

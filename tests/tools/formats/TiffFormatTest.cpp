@@ -238,6 +238,23 @@ TEST(TiffFormat, HugeTilesAreRefused) {
     EXPECT_EQ(ErrorOf(file.All()), "the TIFF file has tiles of 262144x262144, which are not read");
 }
 
+// A row of 400 x 1 pixels in tiles of 16 x 2048, each 32 KiB to unpack for 16 pixels.
+TEST(TiffFormat, TilesThatAFileCannotHoldAreRefused) {
+    TiffBytes file;
+    const uint32_t at = file.Add(std::vector<uint8_t>(64, 1));
+    file.AddPage({{256, 4, 400},
+                  {257, 4, 1},
+                  {258, 3, 8},
+                  {259, 3, 8},
+                  {262, 3, 1},
+                  {277, 3, 1},
+                  {322, 4, 16},
+                  {323, 4, 2048},
+                  {324, 4, at},
+                  {325, 4, 64}});
+    EXPECT_EQ(ErrorOf(file.All()), "the TIFF file is too short for its tiles of 16x2048");
+}
+
 TEST(TiffFormat, AFileCutAnywhereIsRefused) {
     for (const TiffPacking packing : {TiffPacking::None, TiffPacking::Deflate}) {
         const std::vector<uint8_t> whole = EncodeTiff16(RandomFrame(5, 3), packing);
