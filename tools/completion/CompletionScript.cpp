@@ -75,7 +75,8 @@ function __vastrelline_complete
                 string sub -s 2 -- $line
             case ':files*'
                 set -l prefix (string sub -s 8 -- $line)
-                for path in (__fish_complete_path (string sub -s (math 1 + (string length -- "$prefix")) -- "$current"))
+                # As typed, quotes and all, in the place of an argument of no command: fish's own rules for files.
+                for path in (complete -C"'' "(string sub -s (math 1 + (string length -- "$prefix")) -- "$current"))
                     echo -- $prefix$path
                 end
             case ':folders*'

@@ -176,6 +176,9 @@ TEST_F(CompletionScriptTest, WorksInFish) {
     EXPECT_EQ(ask("vastrelline run --profile 'my p.ini' --section "), "General\nLow Dose\nO'Neil\n");
     EXPECT_EQ(ask("vastrelline info it").rfind("it's frame.raw", 0), 0U);
     EXPECT_EQ(ask("vastrelline run --profile=my").rfind("--profile=my p.ini", 0), 0U);
+    EXPECT_EQ(ask("vastrelline run --profile \"my").rfind("my p.ini", 0), 0U);
+    EXPECT_EQ(ask("vastrelline run --profile my\\ p").rfind("my p.ini", 0), 0U);
+    EXPECT_EQ(ask("vastrelline run --profile ~/my").rfind("~/my p.ini", 0), 0U);
 }
 
 TEST_F(CompletionScriptTest, TellsHowToTakeItIn) {
