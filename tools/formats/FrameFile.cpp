@@ -49,15 +49,17 @@ void TestForeignContent(const std::string& path, const std::vector<uint8_t>& byt
 }
 
 DecodedFrame DecodeAsRaw(const std::string& path, const std::vector<uint8_t>& bytes, const RawSizes& sizes) {
-    constexpr const char* kSayIt = "say --size WxH";
     const std::optional<FrameSize> size = SizeOfRaw(path, sizes);
     const bool doesFit = size && bytes.size() == RawByteCount(*size);
     if (!doesFit) TestForeignContent(path, bytes);
-    if (!size) throw ToolError(ExitCode::WrongUse, ShownName(path), DescribeByteCount(bytes.size()), kSayIt);
-    if (!doesFit)
-        throw InputError(
-            ShownName(path), DescribeRawMismatch(bytes.size(), *size),
-            IsSizeOfProfile(path, sizes) ? "that is the profile's size: say --size WxH" : kSayIt);
+    if (!size)
+        throw ToolError(ExitCode::WrongUse, ShownName(path), DescribeByteCount(bytes.size()),
+                        "say --size WxH");
+    if (!doesFit) {
+        const RawMismatch mismatch = DescribeRawMismatch(bytes.size(), *size);
+        const std::string whose = IsSizeOfProfile(path, sizes) ? "that is the profile's size: " : "";
+        throw InputError(ShownName(path), mismatch.what, whose + mismatch.remedy);
+    }
     DecodedFrame frame;
     static_cast<Frame&>(frame) = DecodeRaw(bytes, *size);
     return frame;

@@ -14,11 +14,15 @@ namespace vastrelline {
 // The number of bytes of a raw frame of this size.
 uint64_t RawByteCount(FrameSize size);
 
-// Why so many bytes are no raw frame of this size, which has another number of them: both numbers, and what
-// the bytes may be instead.
-std::string DescribeRawMismatch(uint64_t byteCount, FrameSize size);
+struct RawMismatch {
+    std::string what;    // both numbers of bytes, and what these may be instead
+    std::string remedy;  // for a person at a command line
+};
 
-// Errors   std::runtime_error with DescribeRawMismatch's text for another number of bytes
+// Why so many bytes are no raw frame of this size, which has another number of them.
+RawMismatch DescribeRawMismatch(uint64_t byteCount, FrameSize size);
+
+// Errors   std::runtime_error with what DescribeRawMismatch says, for another number of bytes
 Frame DecodeRaw(const std::vector<uint8_t>& bytes, FrameSize size);
 
 std::vector<uint8_t> EncodeRaw(const Frame& frame);

@@ -24,17 +24,24 @@ TEST(RawFormat, AnotherNumberOfBytesIsRefused) {
 }
 
 TEST(RawFormat, TellsWhyBytesAreNoFrameOfASize) {
-    EXPECT_EQ(DescribeRawMismatch(4336800, {1300, 1500}),
+    const RawMismatch other = DescribeRawMismatch(4336800, {1300, 1500});
+    EXPECT_EQ(other.what,
               "a raw frame of 1300x1500 has 3900000 bytes, the file has 4336800, which fit 1300x1668, "
               "1390x1560, 1560x1390 or 1668x1300 at 16 bits");
-    EXPECT_EQ(DescribeRawMismatch(4337312, {1300, 1668}),
-              "a raw frame of 1300x1668 has 4336800 bytes, the file has 4337312, 512 more: a head before the "
-              "levels has to go first");
+    EXPECT_EQ(other.remedy, "say --size WxH");
+    const RawMismatch head = DescribeRawMismatch(4337312, {1300, 1668});
     EXPECT_EQ(
-        DescribeRawMismatch(2168400, {1300, 1668}),
-        "a raw frame of 1300x1668 has 4336800 bytes, the file has 2168400, half of them: 8 bits a pixel "
-        "are not read as raw");
-    EXPECT_EQ(DescribeRawMismatch(3, {2, 1}), "a raw frame of 2x1 has 4 bytes, the file has 3");
+        head.what,
+        "a raw frame of 1300x1668 has 4336800 bytes, the file has 4337312, 512 more, as if a head stood "
+        "before the levels");
+    EXPECT_EQ(head.remedy, "take it away, or say --size WxH");
+    const RawMismatch half = DescribeRawMismatch(2168400, {1300, 1668});
+    EXPECT_EQ(
+        half.what,
+        "a raw frame of 1300x1668 has 4336800 bytes, the file has 2168400, half of them: those of 8 bits a "
+        "pixel");
+    EXPECT_EQ(half.remedy, "write levels of 16 bits, or say --size WxH");
+    EXPECT_EQ(DescribeRawMismatch(3, {2, 1}).what, "a raw frame of 2x1 has 4 bytes, the file has 3");
 }
 
 }  // namespace
