@@ -74,6 +74,21 @@ std::string SectionOf(const TypedLine& line) {
     return found == line.values.end() ? std::string() : found->second;
 }
 
+// Sections of the profile; behind the colon of an option that takes a pair, those of a second profile if the
+// line names one.
+std::vector<Candidate> ListSectionsFor(const TypedLine& line, const CLI::Option& option) {
+    const std::vector<Candidate> first = ListSections(ProfileOf(line));
+    const size_t colon = line.current.find(':');
+    const bool isSecond =
+        option.get_type_name().find(':') != std::string::npos && colon != std::string::npos &&
+        std::none_of(first.begin(), first.end(),
+                     [&](const Candidate& each) { return each.text.starts_with(line.current); });
+    if (!isSecond) return first;
+    std::vector<Candidate> pairs = line.arguments.size() < 2 ? first : ListSections(line.arguments[1]);
+    for (Candidate& pair : pairs) pair.text.insert(0, line.current.substr(0, colon + 1));
+    return pairs;
+}
+
 void AddKeys(const TypedLine& line, bool isSetting, Completion& completion) {
     completion.candidates = ListSectionKeys(ProfileOf(line), SectionOf(line));
     if (completion.candidates.empty()) completion.candidates = ListKnownKeys();
@@ -89,7 +104,7 @@ void AddValues(const TypedLine& line, const CLI::Option& option, Completion& com
             completion.candidates = ChoicesOf(option);
             break;
         case ValueKind::Section:
-            completion.candidates = ListSections(ProfileOf(line));
+            completion.candidates = ListSectionsFor(line, option);
             break;
         case ValueKind::Export:
             for (const ExportTraits& traits : AllExports())

@@ -72,6 +72,16 @@ TEST_F(CompletionTest, LeavesFilesToTheShell) {
     EXPECT_EQ(Complete({"run"}, "--").files, FileWish::None);
 }
 
+TEST_F(CompletionTest, OffersTheSecondSectionOfAPair) {
+    WriteBytes(folder_.Path() / "other.ini", "[Night]\n");
+    const std::vector<std::string> oneProfile{"profile", "diff", profile_, "--section"};
+    EXPECT_THAT(Texts(oneProfile, "Ge"), ElementsAre("General"));
+    EXPECT_THAT(Texts(oneProfile, "General:L"), ElementsAre("General:Low Dose"));
+    const std::vector<std::string> two{"profile", "diff", profile_, folder_.Narrow("other.ini"), "--section"};
+    EXPECT_THAT(Texts(two, "General:"), ElementsAre("General:Night"));
+    EXPECT_THAT(Texts({"profile", "show", profile_, "--section"}, "General:"), IsEmpty());
+}
+
 TEST_F(CompletionTest, OffersSectionsOfTheProfileInTheLine) {
     const std::vector<std::string> sections{"General", "Low Dose", "O'Neil"};
     EXPECT_EQ(Texts({"run", "a.raw", "--profile", profile_, "--section"}, ""), sections);
