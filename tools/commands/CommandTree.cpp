@@ -47,7 +47,7 @@ void CommandTree::AddBranch(const CommandEntry& entry) {
         if (option->get_required()) option->group("Needed");
     if (entry.hasJson)
         branch.app->add_flag("--json", wantsJson_, "Print one JSON object; words go to standard error");
-    branch.app->add_flag("-q,--quiet", isQuiet_, "Say nothing but errors");
+    branch.app->add_flag("-q,--quiet", isQuiet_, "On standard error say nothing but errors");
     branch.app->set_help_flag("-h,--help", "Print this help and exit");  // anew, as the last one
     branch.app->footer(FooterOf(*branch.command));
     branches_.push_back(std::move(branch));
