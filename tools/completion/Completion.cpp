@@ -77,7 +77,7 @@ std::string SectionOf(const TypedLine& line) {
 // Sections of the profile; behind the colon of an option that takes a pair, those of a second profile if the
 // line names one.
 std::vector<Candidate> ListSectionsFor(const TypedLine& line, const CLI::Option& option) {
-    const std::vector<Candidate> first = ListSections(ProfileOf(line));
+    std::vector<Candidate> first = ListSections(ProfileOf(line));
     const size_t colon = line.current.find(':');
     const bool isSecond =
         option.get_type_name().find(':') != std::string::npos && colon != std::string::npos &&
