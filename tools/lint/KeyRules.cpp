@@ -1,3 +1,6 @@
+#include <cstddef>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -64,6 +67,13 @@ void FindLinesWithoutKey(const LintedSection& section, FindingSink& sink) {
 
 void FindUnknownKeys(const LintedSection& section, FindingSink& sink) {
     KeySuggester suggester(section);
+    std::map<const ProfileEntry*, KeySuggestion> suggestions;
+    std::map<std::string, size_t, std::less<>> claims;  // by name: how many lines may mean it
+    ForEachUnread(section, UnreadCause::Unknown, [&](const ProfileEntry& entry) {
+        if (LooksLikeComment(entry)) return;
+        const KeySuggestion& suggestion = suggestions[&entry] = suggester.Suggest(entry);
+        if (!suggestion.name.empty()) ++claims[suggestion.name];
+    });
     ForEachUnread(section, UnreadCause::Unknown, [&](const ProfileEntry& entry) {
         const size_t offset = entry.line.name.begin;
         if (LooksLikeComment(entry)) {
@@ -71,12 +81,14 @@ void FindUnknownKeys(const LintedSection& section, FindingSink& sink) {
             return;
         }
         const bool isNumbered = SplitNumberedKey(entry.key).has_value();
-        const KeySuggestion suggestion = suggester.Suggest(entry);
+        const KeySuggestion& suggestion = suggestions.at(&entry);
         const std::string what =
             ShownText(entry.key) + (isNumbered ? " is read by no stage; " : " is read by no run; ");
         if (!suggestion.name.empty()) {
             std::optional<LintFix> fix;
-            if (suggestion.isSure) fix = RenameTo(section, entry, suggestion.name);
+            // Of two lines only one can get the name.
+            if (suggestion.isSure && claims.at(suggestion.name) == 1)
+                fix = RenameTo(section, entry, suggestion.name);
             sink.Add(offset, what + "did you mean " + suggestion.name + "?", std::move(fix));
             return;
         }

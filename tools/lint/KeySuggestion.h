@@ -11,8 +11,9 @@ namespace vastrelline {
 
 // What is meant by a line that nobody reads.
 struct KeySuggestion {
-    std::string name;     // that is read here; empty: nothing is near
-    bool isSure = false;  // one or two wrong letters, no other name is as near, and it stands nowhere yet
+    std::string name;  // that is read here; empty: nothing is near
+    // One wrong letter, in a long name two; no other name is as near, and it stands nowhere yet.
+    bool isSure = false;
 };
 
 // Finds names for misspelt ones. In a section of very many lines only the first ones are compared.

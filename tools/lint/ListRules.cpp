@@ -63,7 +63,8 @@ void FindStagesPassedOver(const LintedSection& section, FindingSink& sink) {
     }
 }
 
-// A stage behind the count is told at its number, a count behind the last stage at the count.
+// A stage behind the count is told at its number, a count behind the last stage at the count. Only the latter
+// can be mended for certain: who makes the count smaller may mean to switch the last stages off.
 void FindListEnds(const LintedSection& section, FindingSink& sink) {
     if (!section.RunsList()) return;
     const ProfileEntry* const count = section.Find(kListCountKey);
@@ -83,8 +84,7 @@ void FindListEnds(const LintedSection& section, FindingSink& sink) {
         const int32_t number = ReadIntegerKey(*section.file, section.section->name, line.entry->key, 0);
         sink.Add(line.entry->line.name.begin,
                  line.entry->key + " (" + StageTitle(number) + ") is not run: FunctionCount is " +
-                     std::to_string(functionCount) + "; count it or take its lines away",
-                 SetCount(section));
+                     std::to_string(functionCount) + "; count it or take its lines away");
     }
     // From the end of the list to the count nothing stands, not even something misspelt.
     const bool isLarger = section.listEnd > 0 && functionCount > section.listEnd;

@@ -121,7 +121,8 @@ void FindFoldersWithoutSeparator(const LintedSection& section, FindingSink& sink
     const std::string separator = folder.find('\\') == std::string::npos ? "/" : "\\";
     std::optional<LintFix> fix;
     const std::string written = EncodeUtf8(section.file->ValueOf(entry).value_or(L""));
-    if (written == folder)  // without quotes and not cut
+    const bool mayBePrefix = folder.back() == '_' || folder.back() == '-';  // of the dumps' names, on purpose
+    if (written == folder && !mayBePrefix)                                  // without quotes and not cut
         fix = LintFix{{entry.line.value.end, entry.line.value.end},
                       section.file->Text().Encoding().Encode(DecodeUtf8(separator)),
                       "end it with " + separator};

@@ -39,13 +39,22 @@ INSTANTIATE_TEST_SUITE_P(
         FixCase{"Misspelt", kList + "00_MAX_SLOP = 1.5\n", kList + "00_MAX_SLOPE = 1.5\n"},
         FixCase{"MisspeltValueToo", kList + "00_MAX_SLOP=1,5\n", kList + "00_MAX_SLOPE=1.5\n"},
         FixCase{"ThreeLettersAreNotCertain", kList + "00_MX_SLP=1.5\n", kList + "00_MX_SLP=1.5\n"},
+        FixCase{"NorAreTwoInAShortName", kList + "MIN_SLOPE=2\n00_MIN_SLOPE=2\n",
+                kList + "MIN_SLOPE=2\n00_MIN_SLOPE=2\n"},
+        FixCase{"NorIsOneInAVeryShortOne", "[Settings]\nClip=1\n", "[Settings]\nClip=1\n"},
+        FixCase{"NorIsAnotherDigit", "[A]\nVERSION2=1\nPRE_GAUSSIAN2=1\n",
+                "[A]\nVERSION2=1\nPRE_GAUSSIAN2=1\n"},
+        FixCase{"NorIsALineSetAside", "[A]\nxSAVE_IMAGE=1\n_PROCMODE=2\nSAVE_LOG_=1\n",
+                "[A]\nxSAVE_IMAGE=1\n_PROCMODE=2\nSAVE_LOG_=1\n"},
+        FixCase{"NorAreTwoLinesForOneName", kList + "00_MAX_SLPE=2\n00_MAX_SLOP=1.5\n",
+                kList + "00_MAX_SLPE=2\n00_MAX_SLOP=1.5\n"},
         FixCase{"NorIsANameThatIsThere", kList + "00_MAX_SLOPE=2\n00_MAX_SLOP=1.5\n",
                 kList + "00_MAX_SLOPE=2\n00_MAX_SLOP=1.5\n"},
         FixCase{"Separator", "[A]\nWRITE_PATH=C:\\dumps\n", "[A]\nWRITE_PATH=C:\\dumps\\\n"},
         FixCase{"SeparatorOfOthers", "[A]\nWRITE_PATH=/dumps", "[A]\nWRITE_PATH=/dumps/"},
-        FixCase{"CountTooSmall", kList + "01_Function_Number=8\n02_Function_Number=9\n",
-                "[A]\r\nPROCMODE=2\r\nFunctionCount=3\r\n00_Function_Number=3\r\n01_Function_Number=8\n"
-                "02_Function_Number=9\n"},
+        FixCase{"PrefixOfDumpsIsNotCertain", "[A]\nWRITE_PATH=/dumps/a_", "[A]\nWRITE_PATH=/dumps/a_"},
+        FixCase{"StagesSwitchedOffByTheCountStayOff", kList + "01_Function_Number=8\n02_Function_Number=9\n",
+                kList + "01_Function_Number=8\n02_Function_Number=9\n"},
         FixCase{"CountTooLarge", "[A]\nPROCMODE=2\nFunctionCount=7\n00_Function_Number=3\n",
                 "[A]\nPROCMODE=2\nFunctionCount=1\n00_Function_Number=3\n"},
         FixCase{"AGapIsNotCertain", kList + "02_Function_Number=8\n", kList + "02_Function_Number=8\n"},
@@ -71,7 +80,7 @@ TEST(FixProfile, MendsTheSectionThatIsAskedForOnly) {
 
 TEST(FixProfile, LeavesNothingThatItCouldMend) {
     const std::string text =
-        kList + "00_MAX_SLOP=1,5\n00_MAX_SLOPE=1.5\nWRITE_PATH=x\nwrite_path=x\n01_Function_Number=8\n";
+        kList + "00_MAX_SLOP=1,5\n00_MAX_SLOPE=1.5\nWRITE_PATH=x\nwrite_path=x\n00_HISTO_BIN=256\n";
     const FixedProfile fixed = FixProfile("P.ini", text, {});
     EXPECT_GT(fixed.count, 2U);
     for (const LintFinding& each : LintProfile(ProfileFile("P.ini", fixed.bytes)))
