@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string_view>
 #include <system_error>
 
@@ -55,20 +57,35 @@ std::vector<NumberedFile> ListFiles(const std::string& folder) {
     return files;
 }
 
-// Whether a file's name is one of a list such as "NN_Unsharp<mode>.raw".
-bool IsNamedIn(std::span<const std::string_view> names, const std::string& rest) {
+// Which name of a list such as "NN_Unsharp<mode>.raw" a file has.
+std::optional<size_t> FindName(std::span<const std::string_view> names, const std::string& rest) {
     constexpr std::string_view kNumber = "NN_";
-    return std::any_of(names.begin(), names.end(), [&](std::string_view name) {
-        if (!name.starts_with(kNumber)) return false;
-        const std::string wanted = ToLower(name.substr(kNumber.size()));
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (!names[i].starts_with(kNumber)) continue;
+        const std::string wanted = ToLower(names[i].substr(kNumber.size()));
         const size_t open = wanted.find('<');
-        return open == std::string::npos ? rest == wanted : rest.starts_with(wanted.substr(0, open));
-    });
+        if (open == std::string::npos ? rest == wanted : rest.starts_with(wanted.substr(0, open))) return i;
+    }
+    return std::nullopt;
 }
 
+// Of a stage that the fixed chain has in two places, with a name for each: the name of this place.
+std::span<const std::string_view> FixedDumpsOf(const PlannedPlace& place) {
+    const std::span<const std::string_view> all = place.stage->fixedDumps;
+    size_t count = 0;
+    size_t own = 0;
+    for (const FixedStep& step : FixedSteps()) {
+        if (step.stage != place.stageNumber) continue;
+        if (!place.keys.empty() && place.keys.front().name == step.switchKey) own = count;
+        ++count;
+    }
+    return count > 1 && count == all.size() ? all.subspan(own, 1) : all;
+}
+
+// What a stage may dump; the last of it is its result.
 std::span<const std::string_view> DumpsOf(const PlannedPlace& place) {
     if (place.stage == nullptr) return {};
-    return place.role == PlaceRole::FixedStep ? place.stage->fixedDumps : place.stage->dumps;
+    return place.role == PlaceRole::FixedStep ? FixedDumpsOf(place) : place.stage->dumps;
 }
 
 std::span<const std::string_view> CurvesOf(const PlannedPlace& place) {
@@ -123,56 +140,75 @@ private:
             AddMapped(stages_.size(), file.number);
             return Add(StageFrameKind::Result, 0, file);
         }
-        if (IsOfStageBefore(file)) return Replace(file);
+        if (IsOfStageBefore(file)) return AddToStageBefore(file);
         for (size_t stage = next_; stage < stages_.size(); ++stage) {
-            if (!IsNamedIn(DumpsOf(*stages_[stage].place), file.rest)) continue;
+            const std::optional<size_t> name = FindName(DumpsOf(*stages_[stage].place), file.rest);
+            if (!name) continue;
             AddMapped(stage, file.number);
             next_ = stage + 1;
-            names_.clear();
+            names_ = {*name};
             return Add(StageFrameKind::AfterStage, stage, file);
         }
     }
 
-    // One more dump of the stage that has the last frame. A name that this stage has had already is that of
-    // the next stage of its kind.
+    // One more dump of the stage that has the last frame. A name that this stage has had already, with
+    // whatever mode in it, is that of the next stage of its kind.
     bool IsOfStageBefore(const NumberedFile& file) const {
-        if (frames_.empty() || frames_.back().kind != StageFrameKind::AfterStage) return false;
-        if (std::find(names_.begin(), names_.end(), file.rest) != names_.end()) return false;
-        return IsNamedIn(DumpsOf(*stages_[frames_.back().stage].place), file.rest);
+        const std::optional<size_t> name = FindNameBefore(file);
+        return name && std::find(names_.begin(), names_.end(), *name) == names_.end();
     }
 
-    // The frames of stages up to `end` that write a curve only: it carries the number of the next dump.
-    void AddMapped(size_t end, int number) {
-        for (size_t stage = next_; stage < end && !frames_.empty(); ++stage) {
-            if (!DumpsOf(*stages_[stage].place).empty()) continue;
-            for (const NumberedFile& file : files_) {
-                if (file.number != number || !IsNamedIn(CurvesOf(*stages_[stage].place), file.rest)) continue;
-                Frame mapped = MapThrough(frames_.back().frame, ReadCurve(file.path));
-                frames_.push_back({StageFrameKind::AfterStage, stage, file.path, std::move(mapped)});
-                break;
-            }
-        }
-        next_ = std::max(next_, end);
+    std::optional<size_t> FindNameBefore(const NumberedFile& file) const {
+        if (frames_.empty() || frames_.back().kind != StageFrameKind::AfterStage) return std::nullopt;
+        return FindName(DumpsOf(*stages_[frames_.back().stage].place), file.rest);
     }
 
-    void Add(StageFrameKind kind, size_t stage, const NumberedFile& file) {
-        names_.push_back(file.rest);
-        frames_.push_back(
-            {kind, stage, file.path, DecodeRaw(ReadInputFile(file.path, kMaxDumpBytes), size_)});
-    }
-
-    void Replace(const NumberedFile& file) {
+    // What a stage shows beside its result has the same number, so that the order of the files does not tell
+    // which is which.
+    void AddToStageBefore(const NumberedFile& file) {
+        const size_t name = *FindNameBefore(file);
+        const bool isLater = name > *std::max_element(names_.begin(), names_.end());
+        names_.push_back(name);
+        if (!isLater) return;
         const size_t stage = frames_.back().stage;
         frames_.pop_back();
         Add(StageFrameKind::AfterStage, stage, file);
+    }
+
+    // The frame of a stage before `end` that writes a curve only: it carries the number of the next dump.
+    // Where several of them follow each other, the curves of one number have written over each other.
+    void AddMapped(size_t end, int number) {
+        const auto hasCurveOnly = [](const RanStage& stage) {
+            return DumpsOf(*stage.place).empty() && !CurvesOf(*stage.place).empty();
+        };
+        const auto begin = stages_.begin() + static_cast<std::ptrdiff_t>(std::min(next_, end));
+        const auto stop = stages_.begin() + static_cast<std::ptrdiff_t>(end);
+        if (!frames_.empty() && std::count_if(begin, stop, hasCurveOnly) == 1)
+            AddThroughCurve(static_cast<size_t>(std::find_if(begin, stop, hasCurveOnly) - stages_.begin()),
+                            number);
+        next_ = std::max(next_, end);
+    }
+
+    void AddThroughCurve(size_t stage, int number) {
+        for (const NumberedFile& file : files_) {
+            if (file.number != number || !FindName(CurvesOf(*stages_[stage].place), file.rest)) continue;
+            Frame mapped = MapThrough(frames_.back().frame, ReadCurve(file.path));
+            frames_.push_back({StageFrameKind::AfterStage, stage, file.path, std::move(mapped)});
+            return;
+        }
+    }
+
+    void Add(StageFrameKind kind, size_t stage, const NumberedFile& file) {
+        frames_.push_back(
+            {kind, stage, file.path, DecodeRaw(ReadInputFile(file.path, kMaxDumpBytes), size_)});
     }
 
     FrameSize size_;
     const std::vector<RanStage>& stages_;
     const std::vector<NumberedFile>& files_;
     std::vector<StageFrame> frames_;
-    size_t next_ = 0;                 // the first stage that has no frame yet
-    std::vector<std::string> names_;  // of the dumps of the last frame's stage
+    size_t next_ = 0;            // the first stage that has no frame yet
+    std::vector<size_t> names_;  // which of its stage's names the dumps of the last frame have had
 };
 
 }  // namespace

@@ -28,7 +28,8 @@ struct StageFrame {
 
 // The frames of a run in its order, from the numbered dumps in a folder that holds those of this run only.
 // Stages that write no dump but a curve file (the linear one) give the frame before them, mapped through it;
-// stages that write neither are left out, and of several dumps of a stage the last counts.
+// several of them in a row, whose curves write over each other, and stages that write neither are left out.
+// Of several dumps of a stage its result counts.
 //
 // size     of every frame; files of another length are passed over
 // Errors   InputError if a dump cannot be read

@@ -93,6 +93,63 @@ TEST(StageFrames, OfTheFixedChainTakeTheLastDumpOfAStage) {
               "input=0 inverted=1 1=2 2=5 result=6 ");
 }
 
+// What a stage shows beside its result has the result's number.
+TEST(StageFrames, AreTheResultsOfStagesWithDumpsBesideIt) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "00_originalimage.raw", Raw(0));
+    WriteBytes(folder.Path() / "01_precontrast.raw", Raw(1));
+    WriteBytes(folder.Path() / "01_precontrastgaussian.raw", Raw(70));
+    WriteBytes(folder.Path() / "02_precontrast.raw", Raw(2));
+    WriteBytes(folder.Path() / "02_precontrastgaussian.raw", Raw(71));
+    WriteBytes(folder.Path() / "03_result.raw", Raw(3));
+    EXPECT_EQ(
+        Shown(Read(folder, "[A]\nPROCMODE=2\nFunctionCount=2\n00_Function_Number=1\n01_Function_Number=1\n",
+                   ExportKind::Plain)),
+        "input=0 0=1 1=2 result=3 ");
+
+    const TemporaryFolder fixed;
+    WriteBytes(fixed.Path() / "00_originalimage.raw", Raw(0));
+    WriteBytes(fixed.Path() / "01_clahe.raw", Raw(1));
+    WriteBytes(fixed.Path() / "01_clahe_00.raw", Raw(70));
+    WriteBytes(fixed.Path() / "01_clahe_01.raw", Raw(71));
+    // Stages: 0 CLAHE, 1 curve without a dump.
+    EXPECT_EQ(Shown(Read(fixed, "[A]\nINVERSE_INTENSITY=0\nCONTRAST_ENHANCE2=1\n", ExportKind::Plain)),
+              "input=0 0=1 ");
+}
+
+TEST(StageFrames, OfTheSameStageInTwoModesStayApart) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "00_originalimage.raw", Raw(0));
+    WriteBytes(folder.Path() / "01_unsharp0.raw", Raw(1));
+    WriteBytes(folder.Path() / "02_unsharp3.raw", Raw(2));
+    EXPECT_EQ(
+        Shown(Read(folder, "[A]\nPROCMODE=2\nFunctionCount=2\n00_Function_Number=4\n01_Function_Number=4\n",
+                   ExportKind::Plain)),
+        "input=0 0=1 1=2 ");
+}
+
+TEST(StageFrames, OfCurvesInARowAreLeftOut) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "00_originalimage.raw", Raw(2));
+    WriteBytes(folder.Path() / "01_LinearCurve.txt", "0\t5\n1\t6\n2\t7\n");
+    WriteBytes(folder.Path() / "01_clahe.raw", Raw(9));
+    EXPECT_EQ(Shown(Read(folder,
+                         "[A]\nPROCMODE=2\nFunctionCount=3\n00_Function_Number=11\n01_Function_Number=11\n"
+                         "02_Function_Number=3\n",
+                         ExportKind::Plain)),
+              "input=2 2=9 ");
+}
+
+TEST(StageFrames, OfBothMediansOfTheFixedChainStayApart) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "00_originalimage.raw", Raw(0));
+    WriteBytes(folder.Path() / "01_premedian.raw", Raw(1));
+    WriteBytes(folder.Path() / "02_post_median.raw", Raw(2));
+    EXPECT_EQ(
+        Shown(Read(folder, "[A]\nINVERSE_INTENSITY=0\nPRE_MEDIAN=1\nPOST_MEDIAN=1\n", ExportKind::Plain)),
+        "input=0 0=1 1=2 ");
+}
+
 TEST(StageFrames, OfAFolderThatIsEmptyOrMissingAreNone) {
     const TemporaryFolder folder;
     EXPECT_TRUE(Read(folder, "[A]\nPROCMODE=2\n", ExportKind::Plain).empty());
