@@ -14,6 +14,7 @@
 #include "completion/CompletionReply.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
+#include "runs/Cancellation.h"
 
 namespace vastrelline {
 namespace {
@@ -134,7 +135,10 @@ int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& st
     CommandContext context{streams.report, messages, callExport, tree.WantsJson(),
                            FullName(*tree.Parsed()->entry)};
     const ExitCode code = tree.Parsed()->command->Execute(context);
-    if (!streams.report.flush()) throw OutputError({}, "cannot write the report");
+    if (!streams.report.flush()) {
+        if (IsReaderGone()) return static_cast<int>(ExitCode::Output);  // nobody is to be told
+        throw OutputError({}, "cannot write the report");
+    }
     return static_cast<int>(code);
 }
 
@@ -166,7 +170,8 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
         }
         return Execute(tree, callExport, streams, messages);
     } catch (const ToolError& error) {
-        return fail(error);
+        // What could not be read or done to its end because of the wish to end is no fault of the input.
+        return fail(IsCancelled() ? CancelledError() : error);
     } catch (const std::bad_alloc&) {
         return fail(ProcessingError({}, "out of memory"));
     } catch (const std::exception& error) {

@@ -16,7 +16,9 @@
 #include "commands/RunReport.h"
 #include "commands/StripRun.h"
 #include "files/FileKind.h"
+#include "files/InputFile.h"
 #include "files/OutputFile.h"
+#include "files/PrivateFolder.h"
 #include "formats/FrameFile.h"
 #include "formats/PictureFile.h"
 #include "frames/FrameSize.h"
@@ -24,6 +26,7 @@
 #include "messages/ToolError.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
+#include "runs/Cancellation.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 #include "runs/LookAtProfile.h"
@@ -39,11 +42,24 @@ bool IsSameFile(const std::string& a, const std::string& b) {
     return std::filesystem::equivalent(a, b, error) && !error;
 }
 
+// The same file once both are there.
+bool WillBeSameFile(const std::string& a, const std::string& b) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    return IsSameFile(a, b) ||
+           fs::weakly_canonical(fs::absolute(a), error) == fs::weakly_canonical(fs::absolute(b), error);
+}
+
 // Also what --force does not allow.
 void TestTargets(const RunOptions& options) {
+    std::vector<std::pair<std::string, std::string>> earlier;
     for (const auto& [name, path] : {std::pair("--out", options.picture), std::pair("--strip", options.strip),
                                      std::pair("--log", options.log)}) {
         if (path.empty()) continue;
+        for (const auto& [otherName, otherPath] : earlier)
+            if (WillBeSameFile(path, otherPath))
+                throw UsageError(std::string(name) + " is the file of " + otherName, "name another one");
+        earlier.emplace_back(name, path);
         if (IsSameFile(path, options.profile)) throw UsageError(std::string(name) + " is the profile itself");
         if (IsSameFile(path, options.frame)) throw UsageError(std::string(name) + " is the frame itself");
     }
@@ -124,18 +140,22 @@ std::string DescribeStyle(const PictureStyle& style) {
 
 void TestCode(const FrameRun& run, const ExportTraits& traits) {
     if (run.code == 0) return;
-    throw ProcessingError({},
-                          std::string(traits.name) + " returned " + std::to_string(run.code) + " (" +
-                              std::string(ExportCodeText(run.code)) + ")",
-                          "no picture was written");
+    const std::string what = std::string(traits.name) + " returned " + std::to_string(run.code) + " (" +
+                             std::string(ExportCodeText(run.code)) + ")";
+    if (IsBitmapFailure(run.code))
+        throw OutputError({}, what, "TMPDIR names another place for temporary files");
+    throw ProcessingError({}, what, "no picture was written");
 }
 
-// The library wrote the bitmap itself, under a draft's name.
-void TestBitmap(const std::string& draft, const ExportTraits& traits) {
+// The library wrote the bitmap itself, in a folder of the tool: a call that is ended in the middle leaves
+// nothing beside the user's files, and a long path does not matter.
+std::vector<uint8_t> ReadBitmap(const std::string& path, const ExportTraits& traits) {
+    constexpr uint64_t kMostBytes = uint64_t{1} << 31;
     std::error_code error;
-    const uintmax_t size = std::filesystem::file_size(draft, error);
-    if (error || size == 0)  // so it is with a path that is too long for the export
+    const uintmax_t size = std::filesystem::file_size(path, error);
+    if (error || size == 0)
         throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
+    return ReadInputFile(path, kMostBytes);
 }
 
 // The files of one run: nothing is there under its name before all is done.
@@ -173,6 +193,12 @@ std::vector<Finding> LookAtReading(const std::string& path, const LoadedFrame& f
     std::vector<Finding> findings;
     for (const std::string& note : frame.notes) findings.push_back({Severity::Note, path, 0, 1, note, ""});
     return findings;
+}
+
+std::vector<Finding> LookAtLog(const std::string& path, const std::string& bytes) {
+    if (!bytes.empty()) return {};
+    return {{Severity::Warning, path, 0, 1, "the run wrote no log; SAVE_LOG=1 in its section switches it on",
+             "no-log"}};
 }
 
 }  // namespace
@@ -216,7 +242,8 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     ExportRequest call = MakeCall(options_, traits, frame.frame);
     Progress progress = context.messages.Follow("running", 0);
     call.onWait = [&progress] { progress.Update(0, 0); };
-    if (traits.takesBitmapPath) call.bitmapPath = files.Picture().DraftPath();
+    const PrivateFolder bitmaps;
+    if (traits.takesBitmapPath) call.bitmapPath = bitmaps.Inside("picture.bmp");
     const ProfileUse use = options_.isInPlace ? ProfileUse::InPlace : ProfileUse::PrivateCopy;
     FrameRun run = RunFrame(profile, plan, use, {}, call, context.callExport);
     TestCode(run, traits);
@@ -224,7 +251,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     const int32_t topLevel = ReadTopLevel(profile, plan.section);
     std::vector<Finding> after = std::move(run.findings);
     if (traits.takesBitmapPath) {
-        TestBitmap(files.Picture().DraftPath(), traits);
+        files.Picture().Write(ReadBitmap(call.bitmapPath, traits));
         report.pictureKind = "bitmap of 8 bits";
     } else {
         const PictureStyle style = MakeStyle(options_, topLevel);
@@ -233,9 +260,13 @@ ExitCode RunCommand::Execute(CommandContext& context) {
         report.pictureKind = DescribeStyle(style);
         Append(after, LookAtResult(options_.picture, run.call.output));
     }
-    if (!options_.log.empty()) files.Log().Write({run.logBytes.begin(), run.logBytes.end()});
+    if (!options_.log.empty()) {
+        files.Log().Write({run.logBytes.begin(), run.logBytes.end()});
+        Append(after, LookAtLog(options_.log, run.logBytes));
+    }
     if (!options_.strip.empty())
         files.Strip().Write(MakeStrip(profile, plan, run, frame.frame, topLevel, context.callExport));
+    if (IsCancelled()) throw CancelledError();
     files.Publish();
     progress.Finish();
     for (const Finding& finding : after) context.messages.Show(finding);

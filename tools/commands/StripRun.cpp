@@ -63,6 +63,10 @@ std::vector<uint8_t> MakeStrip(const ProfileFile& file, const SectionPlan& plan,
 
     const std::vector<StageFrame> frames =
         ReadStageFrames(dumps.Path().string(), {frame.width, frame.height}, first.stages);
+    if (frames.empty())
+        throw OutputError(dumps.Path().string(),
+                          "has no dumps of the run; the library cuts the names of long folders",
+                          "TMPDIR names another place for temporary files");
     const GreyWindow window{0, topLevel};
     std::vector<CaptionedPicture> steps;
     for (const StageFrame& step : frames)

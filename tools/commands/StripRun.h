@@ -17,7 +17,8 @@ namespace vastrelline {
 // first      the run whose times are shown
 // frame      as it was read
 // topLevel   the level that is shown white
-// Errors     as the caller of exports; ProcessingError if the second run gives another code
+// Errors     as the caller of exports; ProcessingError if the second run gives another code;
+//            OutputError if it leaves no dumps
 std::vector<uint8_t> MakeStrip(const ProfileFile& file, const SectionPlan& plan, const FrameRun& first,
                                const Frame& frame, int32_t topLevel, const ExportCaller& callExport);
 

@@ -14,7 +14,9 @@ void WriteWhole(const std::string& path, std::string_view bytes) {
     std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
-    if (!file) throw OutputError(path, "cannot be written: " + std::generic_category().message(errno));
+    if (!file)
+        throw OutputError(path, "cannot be written: " + std::generic_category().message(errno),
+                          "TMPDIR names another place for temporary files");
 }
 
 }  // namespace vastrelline

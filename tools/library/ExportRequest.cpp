@@ -45,6 +45,8 @@ const ExportTraits* FindExport(std::string_view name) {
     return nullptr;
 }
 
+bool IsBitmapFailure(int32_t code) { return code == VASTRELLINE_NO_BITMAP; }
+
 std::string_view ExportCodeText(int32_t code) {
     switch (code) {
         case VASTRELLINE_OK:

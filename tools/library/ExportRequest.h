@@ -73,6 +73,9 @@ struct ExportRequest {
 // Calls the export and returns its code. A seam: tests put functions of their own here.
 using ExportCaller = std::function<int32_t(ExportRequest&)>;
 
+// Whether a return code says that the bitmap could not be saved.
+bool IsBitmapFailure(int32_t code);
+
 // What a return code means, in a few words.
 std::string_view ExportCodeText(int32_t code);
 

@@ -58,7 +58,7 @@ void Finish(FrameRun& run, const SectionPlan& plan, const std::string& path) {
 }  // namespace
 
 std::vector<KeyEdit> DumpInto(const std::string& folder) {
-    return {{"SAVE_IMAGE", "1"}, {"WRITE_PATH", folder + "/"}};
+    return {{"SAVE_IMAGE", "1"}, {"WRITE_PATH", folder + "/"}, {"SAVE_BACKUP", "0"}};
 }
 
 FrameRun RunFrame(const ProfileFile& file, const SectionPlan& plan, ProfileUse use,

@@ -40,7 +40,8 @@ struct FrameRun {
 FrameRun RunFrame(const ProfileFile& file, const SectionPlan& plan, ProfileUse use,
                   const std::vector<KeyEdit>& edits, ExportRequest call, const ExportCaller& callExport);
 
-// Edits that make a private copy's run write its dumps and curve files into a folder that exists.
+// Edits that make a private copy's run write its dumps and curve files into a folder that exists, and nothing
+// among the user's backups: such a run is one more beside the one that was asked for.
 std::vector<KeyEdit> DumpInto(const std::string& folder);
 
 }  // namespace vastrelline

@@ -18,6 +18,14 @@ namespace fs = std::filesystem;
 constexpr uint64_t kMaxLogBytes = uint64_t{64} << 20;
 constexpr const char* kLogLeaf = "ExtraOralLog.txt";
 
+// The original's name, for messages of the library; unless a backslash in it would be taken for a separator,
+// or the log would be written into the copy.
+std::string LeafOf(const std::string& path) {
+    const std::string leaf = fs::path(path).filename().string();
+    const bool isUsable = !leaf.empty() && leaf != kLogLeaf && leaf.find('\\') == std::string::npos;
+    return isUsable ? leaf : "profile.ini";
+}
+
 }  // namespace
 
 PrivateProfile::PrivateProfile(const ProfileFile& original, std::string_view section,
@@ -26,8 +34,7 @@ PrivateProfile::PrivateProfile(const ProfileFile& original, std::string_view sec
     for (const KeyEdit& edit : edits)
         EditProfile(bytes, DecodeUtf8(section).c_str(), DecodeUtf8(edit.key).c_str(),
                     DecodeUtf8(edit.value).c_str());
-    const std::string leaf = fs::path(original.Path()).filename().string();
-    path_ = folder_.Inside(leaf.empty() ? "profile.ini" : leaf);
+    path_ = folder_.Inside(LeafOf(original.Path()));
     WriteWhole(path_, bytes);
 }
 

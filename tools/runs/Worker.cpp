@@ -19,6 +19,7 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kNotDone = 1;
 constexpr int kNoMemory = 2;
+constexpr int kNotWritten = 3;
 
 // The last line that was said, as a reason.
 std::string LastLine(std::string text) {
@@ -47,6 +48,7 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
             break;
     }
     if (end.number == kNoMemory) throw std::bad_alloc();
+    if (end.number == kNotWritten) throw OutputError({}, LastLine(end.said));
     if (end.number != kDone)
         throw ProcessingError({}, "the run failed: " + LastLine(end.said), kNothingWritten);
 }
@@ -73,6 +75,9 @@ int RunWorker(const char* folder, const ExportCaller& callExport) {
         return kDone;
     } catch (const std::bad_alloc&) {
         return kNoMemory;
+    } catch (const OutputError& error) {
+        std::cerr << error.what() << '\n';
+        return kNotWritten;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
         return kNotDone;

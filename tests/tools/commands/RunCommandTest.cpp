@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <new>
@@ -12,6 +14,7 @@
 #include "ToolRun.h"
 #include "commands/RunCommand.h"
 #include "formats/PngFormat.h"
+#include "runs/Cancellation.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
@@ -165,7 +168,7 @@ TEST_F(RunCommandTest, AnyCodeButZeroIsAFailureWithoutPicture) {
              {std::vector<std::string>{"out.raw"}, {"out.bmp", "--export", "ImageProcessing_N"}}) {
             const ToolRun run =
                 Run(more.front(), {more.begin() + 1, more.end()}, [code](ExportRequest&) { return code; });
-            EXPECT_EQ(run.exitCode, 4);
+            EXPECT_EQ(run.exitCode, code == 5 ? 5 : 4) << "5: the bitmap could not be saved";
             EXPECT_NE(run.errors.find("returned " + std::to_string(code) + " ("), std::string::npos);
             EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1);
             EXPECT_TRUE(HasOnlyItsOwnFiles());
@@ -217,6 +220,50 @@ TEST_F(RunCommandTest, NeitherTheFrameNorTheProfileIsEverReplaced) {
     std::filesystem::create_hard_link(folder_.Path() / "p.ini", folder_.Path() / "p.raw");
     EXPECT_EQ(Run("p.raw", {"--force"}, MustNotBeCalled).exitCode, 2);
     EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), "[General]\nOUTPUTRANGE=1023\n");
+}
+
+TEST_F(RunCommandTest, TwoResultsNeverGoToOneFile) {
+    std::filesystem::create_directory_symlink(folder_.Path(), folder_.Path() / "link");
+    for (const std::vector<std::string>& more :
+         {std::vector<std::string>{"--strip", folder_.Narrow("out.png")},
+          {"--log", folder_.Narrow("link") + "/out.png"},
+          {"--strip", folder_.Narrow("s.png"), "--log", folder_.Narrow("s.png")}}) {
+        for (const bool mayReplace : {false, true}) {
+            std::vector<std::string> all = more;
+            if (mayReplace) all.push_back("--force");
+            const ToolRun run = Run("out.png", all, MustNotBeCalled);
+            EXPECT_EQ(run.exitCode, 2) << run.errors;
+            EXPECT_NE(run.errors.find(" is the file of --"), std::string::npos) << run.errors;
+        }
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "out.png"));
+}
+
+TEST_F(RunCommandTest, ALogThatIsNotThereIsSaid) {
+    const ToolRun run = Run("out.raw", {"--in-place", "--log", folder_.Narrow("log.txt")}, Reverse);
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_NE(run.errors.find("the run wrote no log"), std::string::npos) << run.errors;
+}
+
+TEST_F(RunCommandTest, IsCancelledAlsoBetweenTwoCalls) {
+    const auto cancelledRun = [this](const std::string& leaf, const ExportCaller& callExport) {
+        CatchCancellation();
+        const ToolRun run = Run(leaf, {}, callExport);
+        const bool isClean = run.errors == "vastrelline: cancelled\n" && HasOnlyItsOwnFiles();
+        std::exit(isClean ? run.exitCode : 1);
+    };
+    const auto raiseIn = [](ExportRequest&) { return raise(SIGINT); };
+    EXPECT_EXIT(cancelledRun("out.raw", raiseIn), testing::ExitedWithCode(130), "");
+    // What is then missing is no fault of the library.
+    EXPECT_EXIT(cancelledRun("out.bmp", raiseIn), testing::ExitedWithCode(130), "");
+}
+
+TEST_F(RunCommandTest, TheBitmapIsMadeInAFolderOfTheTool) {
+    const ToolRun run = Run("out.bmp", {}, [this](ExportRequest& request) {
+        EXPECT_NE(std::filesystem::path(request.bitmapPath).parent_path(), folder_.Path());
+        return WriteBitmap(request);
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
 }
 
 TEST_F(RunCommandTest, AMissingFolderIsNoticedBeforeTheWork) {

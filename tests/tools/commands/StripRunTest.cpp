@@ -49,5 +49,15 @@ TEST(StripRun, FailsWithTheSecondRun) {
                  ProcessingError);
 }
 
+TEST(StripRun, WithoutDumpsIsAnError) {
+    const ProfileFile file("p.ini", "[A]\nPROCMODE=2\n");
+    const SectionPlan plan = MakeSectionPlan(file, "A", ExportKind::Plain);
+    const Frame frame{1, 1, {0}};
+    FrameRun first;
+    first.call.frame = frame;
+    first.call.output = {0};
+    EXPECT_THROW(MakeStrip(file, plan, first, frame, 4095, [](ExportRequest&) { return 0; }), OutputError);
+}
+
 }  // namespace
 }  // namespace vastrelline

@@ -33,6 +33,31 @@ TEST(Cancellation, TheSecondWishEndsTheProcess) {
         testing::KilledBySignal(SIGINT), "");
 }
 
+TEST(Cancellation, LeavesWhatWasIgnoredBefore) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        EXPECT_EXIT(
+            {
+                signal(number, SIG_IGN);
+                CatchCancellation();
+                raise(number);
+                std::exit(IsCancelled() ? 2 : 42);
+            },
+            testing::ExitedWithCode(42), "");
+    }
+}
+
+TEST(Cancellation, AReaderWhoGoesAwayEndsNothing) {
+    EXPECT_EXIT(
+        {
+            CatchCancellation();
+            if (IsReaderGone()) std::exit(1);
+            raise(SIGPIPE);
+            raise(SIGPIPE);
+            std::exit(IsReaderGone() && !IsCancelled() ? 42 : 2);
+        },
+        testing::ExitedWithCode(42), "");
+}
+
 TEST(Cancellation, EndsAChildThatRuns) {
     EXPECT_EXIT(
         {

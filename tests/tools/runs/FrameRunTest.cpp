@@ -72,9 +72,10 @@ TEST_F(FrameRunTest, InPlaceUsesTheFileItself) {
 
 TEST(DumpInto, EndsTheFolderWithASeparator) {
     const std::vector<KeyEdit> edits = DumpInto("/a/b");
-    ASSERT_EQ(edits.size(), 2U);
+    ASSERT_EQ(edits.size(), 3U);
     EXPECT_EQ(edits[0].key + "=" + edits[0].value, "SAVE_IMAGE=1");
     EXPECT_EQ(edits[1].key + "=" + edits[1].value, "WRITE_PATH=/a/b/");
+    EXPECT_EQ(edits[2].key + "=" + edits[2].value, "SAVE_BACKUP=0");
 }
 
 }  // namespace

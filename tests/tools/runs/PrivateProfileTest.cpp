@@ -37,6 +37,14 @@ TEST(PrivateProfile, LeavesOutWhatCouldNotBeReadBack) {
     EXPECT_EQ(ReadBytes(copy.Path()), "[A]\nKEY=1\n");
 }
 
+TEST(PrivateProfile, HasAnotherNameThanTheLogAndNoSeparatorInIt) {
+    for (const char* path : {"ExtraOralLog.txt", "/a/b\\c.ini", ""}) {
+        const PrivateProfile copy(ProfileFile(path, "[A]\nKEY=1\n"), "A", {});
+        EXPECT_EQ(std::filesystem::path(copy.Path()).filename(), "profile.ini") << path;
+        EXPECT_EQ(copy.ReadLog(), "");
+    }
+}
+
 TEST(ReadLogBeside, IsEmptyWithoutALog) {
     const TemporaryFolder folder;
     EXPECT_EQ(ReadLogBeside(folder.Narrow("p.ini")), "");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -44,6 +45,13 @@ TEST(Worker, ThatFailsTellsWhyAndLeavesNoResult) {
         1);
     EXPECT_EQ(RunWorker(folder.Path().c_str(), [](ExportRequest&) -> int32_t { throw std::bad_alloc(); }), 2);
     EXPECT_THROW(ReadJobResult(folder.Path().string(), request), InputError);
+    // No room for the output.
+    EXPECT_EQ(RunWorker(folder.Path().c_str(),
+                        [&](ExportRequest&) {
+                            std::filesystem::create_directory(folder.Path() / "output");
+                            return 0;
+                        }),
+              3);
 }
 
 }  // namespace
