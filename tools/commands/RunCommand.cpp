@@ -83,7 +83,11 @@ void TestMeaning(const ProfileFile& file, const RunOptions& options, std::vector
         return;
     }
     const ExitCode code = meaningless->isSectionWrong ? ExitCode::WrongUse : ExitCode::Input;
-    throw ToolError(code, file.Path(), meaningless->finding.text, "--force-section runs all the same");
+    const std::string& text = meaningless->finding.text;
+    const size_t end = std::min(text.rfind("; "), text.size());
+    std::string remedy = text.substr(std::min(end + 2, text.size()));
+    remedy += remedy.ends_with('?') ? " " : "; ";
+    throw ToolError(code, file.Path(), text.substr(0, end), remedy + "--force-section runs all the same");
 }
 
 // The export that is known before the profile is read; null if it depends on that.

@@ -96,9 +96,11 @@ void LookAtList(ProfileLook& look) {
                   "that sequence's defaults; add the section",
                   "missing-low-section");
     bool runsAny = false;
+    bool passesAny = false;
     for (const PlannedPlace& place : plan.places) {
         runsAny = runsAny || place.role == PlaceRole::ListedStage;
         if (place.role != PlaceRole::PassedOver) continue;
+        passesAny = true;
         const std::string key = NumberedKeyName(place.position.value_or(0), kListNumberKey);
         const std::string number = std::to_string(place.stageNumber);
         look.Warn(key,
@@ -110,9 +112,30 @@ void LookAtList(ProfileLook& look) {
     }
     if (!runsAny)
         look.Warn("FunctionCount",
-                  "the stage list is empty, so that no stage runs; FunctionCount and "
-                  "00_Function_Number begin a list",
+                  passesAny ? "the stage list holds no stage that runs; put one in"
+                            : "the stage list is empty, so that no stage runs; FunctionCount and "
+                              "00_Function_Number begin a list",
                   "empty-list");
+}
+
+// Whether the run goes by some line of its section. What it asks the sensor's values for is no setting of it.
+bool ReadsAnyLine(const SectionPlan& plan) {
+    return std::any_of(plan.places.begin(), plan.places.end(), [](const PlannedPlace& place) {
+        return place.role != PlaceRole::Sensor &&
+               std::any_of(place.keys.begin(), place.keys.end(),
+                           [](const PlannedKey& key) { return key.entry != nullptr; });
+    });
+}
+
+// Sections for something else than a run, such as that of the sensor.
+void LookAtReading(ProfileLook& look) {
+    const SectionPlan& plan = look.Plan();
+    const ProfileFileSection* const section = look.File().FindSection(plan.section);
+    if (section == nullptr || section->entries.empty() || HasStageList(look) || ReadsAnyLine(plan)) return;
+    look.Warn("",
+              "the " + std::string(ChainName(plan.chain)) + " reads no line of section '" + plan.section +
+                  "' and runs on its defaults; name a section with settings for it",
+              "nothing-read");
 }
 
 void LookAtFolder(ProfileLook& look, std::string_view switchKey, std::string_view pathKey, bool isMade) {
@@ -144,6 +167,7 @@ std::vector<Finding> LookAtProfile(const ProfileFile& file, const SectionPlan& p
                                    const ExportTraits& traits) {
     ProfileLook look(file, plan);
     LookAtMode(look, traits);
+    LookAtReading(look);
     LookAtList(look);
     LookAtFolder(look, "SAVE_IMAGE", "WRITE_PATH", false);
     LookAtFolder(look, "SAVE_BACKUP", "SAVE_BACKUPPATH", true);

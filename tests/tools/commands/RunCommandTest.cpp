@@ -329,7 +329,8 @@ TEST_F(RunCommandTest, RefusesARunThatGoesByNothing) {
     };
     const ToolRun misspelt = run(folder_.Narrow("p.ini"), "Generl", {});
     EXPECT_EQ(misspelt.exitCode, 2);
-    EXPECT_NE(misspelt.errors.find("did you mean 'General'?"), std::string::npos) << misspelt.errors;
+    EXPECT_NE(misspelt.errors.find("; did you mean 'General'? --force-section"), std::string::npos)
+        << misspelt.errors;
     const ToolRun forced = run(folder_.Narrow("p.ini"), "Generl", {"--force-section"});
     EXPECT_EQ(forced.exitCode, 0);
     EXPECT_NE(forced.errors.find("[missing-section]"), std::string::npos) << forced.errors;

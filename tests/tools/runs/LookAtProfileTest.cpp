@@ -41,6 +41,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         LookCase{"ListThatRuns", kList, kPlain, {}},
         LookCase{"FixedChain", "[A]\nPOST_MEDIAN=1\n", kPlain, {}},
+        LookCase{"NothingForTheFixedChain", "[A]\nFrameWidth=1300\n", kPlain, {"1 nothing-read"}},
+        LookCase{"OneLineForTheFixedChain", "[A]\nFrameWidth=1300\nOUTPUTRANGE=9\n", kPlain, {}},
         LookCase{"DecidingFromItsExport", kDeciding, "ImageProcessingS", {}},
         LookCase{"DecidingFromAnotherExport", kDeciding, kPlain, {"2 mode-and-export"}},
         LookCase{"DecidingForABitmap", kDeciding, "ImageProcessing_NE", {"2 mode-and-export"}},
@@ -86,6 +88,14 @@ INSTANTIATE_TEST_SUITE_P(
         LookCase{"BackupNowhere", "[A]\nSAVE_BACKUP=1\n", kPlain, {"2 missing-folder"}},
         LookCase{"BackupIntoAFolderToBeMade", "[A]\nSAVE_BACKUP=1\nSAVE_BACKUPPATH=/tmp/x\n", kPlain, {}}),
     [](const auto& test) { return test.param.name; });
+
+TEST(LookAtProfile, SaysThatTheSensorsSectionIsForNoRun) {
+    const ProfileFile file("p.ini", "[Settings]\nFrameWidth=1300\nRCCutOff=1\n");
+    const SectionPlan plan = MakeSectionPlan(file, "settings", ExportKind::Plain);
+    const std::vector<Finding> found = LookAtProfile(file, plan, TraitsOf(ExportKind::Plain));
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].rule, "nothing-read");
+}
 
 TEST(MeaninglessRun, IsThatOfAProfileWithoutSettings) {
     for (const char* text : {"", "\n; words\n", "[A]\n[B]\n", "a=1\n", "words"}) {
