@@ -103,7 +103,7 @@ LintedFile ProfileLintCommand::LintFile(const std::string& path) const {
     ProfileFile file = ProfileFile::Read(path);
     if (isFixing_) {
         FixedProfile fixed = FixProfile(path, file.Text().Bytes(), section_);
-        if (fixed.count > 0) StoreProfileFile(path, fixed.bytes, true);
+        if (fixed.count > 0) ReplaceProfileFile(path, file.Text().Bytes(), fixed.bytes);
         linted.fixCount = fixed.count;
         file = ProfileFile(path, std::move(fixed.bytes));
     }

@@ -88,7 +88,7 @@ ExitCode ProfileSetCommand::Execute(CommandContext& context) {
     for (const LintFinding& each : setting.findings) context.messages.Show(each.finding);
     if (!setting.areAllRead && !isKeyForced_)
         throw UsageError("nothing was set, for a key is read by no run", "--force-key sets it all the same");
-    if (setting.bytes != file.Text().Bytes()) StoreProfileFile(file_, setting.bytes, true);
+    if (setting.bytes != file.Text().Bytes()) ReplaceProfileFile(file_, file.Text().Bytes(), setting.bytes);
     if (context.wantsJson) {
         PrintObject(context, ExitCode::Well, ToJson(file_, section_, setting));
         return ExitCode::Well;

@@ -23,7 +23,10 @@ bool IsUnread(const LintedSection& section, const ProfileEntry* entry) {
 ProfileSetting SetInProfile(const ProfileFile& file, const std::string& section,
                             std::span<const ProfileValue> values) {
     std::optional<std::string> bytes = SetProfileValues(file.Text(), DecodeUtf8(section), values);
-    if (!bytes) throw UsageError("such a line could not be read back", "take line ends out of key and value");
+    if (!bytes)
+        throw UsageError("such a line could not be read back",
+                         "a key or section has no line end, '=', ';' or bracket that would end or begin "
+                         "something else, a value no line end");
     ProfileSetting setting;
     setting.bytes = *std::move(bytes);
     const ProfileFile edited(file.Path(), setting.bytes);

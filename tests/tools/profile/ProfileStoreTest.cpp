@@ -22,5 +22,15 @@ TEST(ProfileStore, WritesAllBytesAndReplacesIfItMay) {
     EXPECT_THROW(StoreProfileFile(folder.Narrow("none") + "/a.ini", "x", true), OutputError);
 }
 
+TEST(ProfileStore, LeavesWhatSomebodyElseHasSavedMeanwhile) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Narrow("a.ini");
+    StoreProfileFile(path, "[A]\nx=1\n", false);
+    ReplaceProfileFile(path, "[A]\nx=1\n", "[A]\nx=2\n");
+    EXPECT_EQ(ReadBytes(path), "[A]\nx=2\n");
+    EXPECT_THROW(ReplaceProfileFile(path, "[A]\nx=1\n", "[A]\nx=3\n"), OutputError);
+    EXPECT_EQ(ReadBytes(path), "[A]\nx=2\n");
+}
+
 }  // namespace
 }  // namespace vastrelline
