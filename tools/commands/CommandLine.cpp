@@ -166,7 +166,9 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
         try {
             Parse(tree, argc, argv, words);
         } catch (const CLI::Success& wish) {  // --help and --version
-            return tree.Root().exit(wish, streams.report, streams.errors);
+            const int code = tree.Root().exit(wish, streams.report, streams.errors);
+            if (!streams.report.flush()) throw OutputError({}, "cannot write the help");
+            return code;
         }
         return Execute(tree, callExport, streams, messages);
     } catch (const ToolError& error) {

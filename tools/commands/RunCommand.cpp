@@ -60,6 +60,10 @@ void TestTargets(const RunOptions& options) {
             if (WillBeSameFile(path, otherPath))
                 throw UsageError(std::string(name) + " is the file of " + otherName, "name another one");
         earlier.emplace_back(name, path);
+        const std::filesystem::path ownLog = std::filesystem::path(options.profile).parent_path() / kLogLeaf;
+        if (options.isInPlace && WillBeSameFile(path, ownLog.string()))
+            throw UsageError(std::string(name) + " is the log that the run itself writes",
+                             "name another file");
         if (IsSameFile(path, options.profile)) throw UsageError(std::string(name) + " is the profile itself");
         if (IsSameFile(path, options.frame)) throw UsageError(std::string(name) + " is the frame itself");
     }
@@ -111,7 +115,7 @@ ExportRequest MakeCall(const RunOptions& options, const ExportTraits& traits, co
     call.applySpotCorrection = options.applySpotCorrection;
     call.sensorFolder = options.sensorFolder;
     call.sensorMode = options.sensorMode;
-    if (options.timeoutSeconds > 0.0)
+    if (options.hasTimeout)
         call.timeout = std::chrono::duration_cast<std::chrono::milliseconds>(
             std::chrono::duration<double>(options.timeoutSeconds));
     if (!options.geometry.empty()) {

@@ -88,9 +88,13 @@ void AddCall(CLI::App& command, RunOptions& options) {
                      "Use the profile itself, as a host does: the sensor's values and the log go to it");
     command.add_flag("--force-section", options.forceSection,
                      "Run also if the section or its settings are missing");
-    command.add_option("--timeout", options.timeoutSeconds, "End the run after this time")
-        ->type_name("SECONDS");
-    command.callback([folder, mode, &options] { options.hasSensor = folder->count() + mode->count() > 0; });
+    CLI::Option* const timeout =
+        command.add_option("--timeout", options.timeoutSeconds, "End the run after this time")
+            ->type_name("SECONDS");
+    command.callback([folder, mode, timeout, &options] {
+        options.hasSensor = folder->count() + mode->count() > 0;
+        options.hasTimeout = timeout->count() > 0;
+    });
 }
 
 }  // namespace
@@ -116,7 +120,8 @@ void TestRunOptions(const RunOptions& options) {
         throw UsageError("--png16 keeps all levels: it goes without --window");
     if (!options.window.empty() && !ParseGreyWindow(options.window))
         throw UsageError("'" + options.window + "' is no window", "write it as in 0:4095");
-    if (!(options.timeoutSeconds >= 0.0 && options.timeoutSeconds <= kMostSeconds))
+    const double seconds = options.timeoutSeconds;
+    if (options.hasTimeout && !(seconds > 0.0 && seconds <= kMostSeconds))
         throw UsageError("--timeout should be a number of seconds above 0");
 }
 

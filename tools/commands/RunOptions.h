@@ -26,8 +26,9 @@ struct RunOptions {
     std::vector<int32_t> geometry;
     std::string sensorFolder;
     int32_t sensorMode = 0;
-    double timeoutSeconds = 0.0;  // 0: none
+    double timeoutSeconds = 0.0;
     bool hasSensor = false;
+    bool hasTimeout = false;
     bool applyMapping = false;
     bool applySpotCorrection = false;
     bool isPng16 = false;

@@ -16,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr uint64_t kMaxLogBytes = uint64_t{64} << 20;
-constexpr const char* kLogLeaf = "ExtraOralLog.txt";
 
 // The original's name, for messages of the library; unless a backslash in it would be taken for a separator,
 // or the log would be written into the copy.

@@ -9,6 +9,9 @@
 
 namespace vastrelline {
 
+// The log that a run leaves in the folder of its profile.
+inline constexpr const char* kLogLeaf = "ExtraOralLog.txt";
+
 struct KeyEdit {
     std::string key;    // UTF-8
     std::string value;  // UTF-8

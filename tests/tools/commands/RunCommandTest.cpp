@@ -279,6 +279,13 @@ TEST_F(RunCommandTest, ADamagedFrameIsAFailure) {
     EXPECT_NE(run.errors.find("has 8 bytes, the file has 7"), std::string::npos) << run.errors;
 }
 
+TEST_F(RunCommandTest, InPlaceTheRunsOwnLogIsNoPlaceForItsCopy) {
+    const ToolRun run = Run("out.raw", {"--in-place", "--log", folder_.Narrow("ExtraOralLog.txt"), "--force"},
+                            MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(HasOnlyItsOwnFiles());
+}
+
 TEST_F(RunCommandTest, InPlaceTheProfileItselfIsUsed) {
     std::string profile;
     const ToolRun run = Run("out.raw", {"--in-place"}, [&](ExportRequest& request) {
