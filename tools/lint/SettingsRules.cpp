@@ -121,8 +121,9 @@ void FindFoldersWithoutSeparator(const LintedSection& section, FindingSink& sink
     const std::string separator = folder.find('\\') == std::string::npos ? "/" : "\\";
     std::optional<LintFix> fix;
     const std::string written = EncodeUtf8(section.file->ValueOf(entry).value_or(L""));
-    const bool mayBePrefix = folder.back() == '_' || folder.back() == '-';  // of the dumps' names, on purpose
-    if (written == folder && !mayBePrefix)                                  // without quotes and not cut
+    // What is no folder may be meant as the beginning of the dumps' names.
+    const bool mayBePrefix = folder.back() == '_' || folder.back() == '-' || !MayBeHere(folder);
+    if (written == folder && !mayBePrefix)  // without quotes and not cut
         fix = LintFix{{entry.line.value.end, entry.line.value.end},
                       section.file->Text().Encoding().Encode(DecodeUtf8(separator)),
                       "end it with " + separator};

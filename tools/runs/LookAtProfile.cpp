@@ -131,11 +131,16 @@ bool ReadsAnyLine(const SectionPlan& plan) {
 void LookAtReading(ProfileLook& look) {
     const SectionPlan& plan = look.Plan();
     const ProfileFileSection* const section = look.File().FindSection(plan.section);
-    if (section == nullptr || section->entries.empty() || HasStageList(look) || ReadsAnyLine(plan)) return;
-    look.Warn("",
-              "the " + std::string(ChainName(plan.chain)) + " reads no line of section '" + plan.section +
-                  "' and runs on its defaults; name a section with settings for it",
-              "nothing-read");
+    if (section == nullptr || section->entries.empty() || HasStageList(look)) return;
+    const bool isOfWeakFrames = IsSameKeyName(plan.section, kLowSectionName);
+    if (ReadsAnyLine(plan) && !isOfWeakFrames) return;
+    const std::string what =
+        isOfWeakFrames ? "section " + std::string(kLowSectionName) +
+                             " holds the stages of weak frames, and by itself runs the " +
+                             std::string(ChainName(plan.chain)) + "; name the section with PROCMODE=3"
+                       : "the " + std::string(ChainName(plan.chain)) + " reads no line of section '" +
+                             plan.section + "' and runs on its defaults; name a section with settings for it";
+    look.Warn("", what, "nothing-read");
 }
 
 void LookAtFolder(ProfileLook& look, std::string_view switchKey, std::string_view pathKey, bool isMade) {

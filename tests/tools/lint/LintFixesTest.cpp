@@ -51,7 +51,8 @@ INSTANTIATE_TEST_SUITE_P(
         FixCase{"NorIsANameThatIsThere", kList + "00_MAX_SLOPE=2\n00_MAX_SLOP=1.5\n",
                 kList + "00_MAX_SLOPE=2\n00_MAX_SLOP=1.5\n"},
         FixCase{"Separator", "[A]\nWRITE_PATH=C:\\dumps\n", "[A]\nWRITE_PATH=C:\\dumps\\\n"},
-        FixCase{"SeparatorOfOthers", "[A]\nWRITE_PATH=/dumps", "[A]\nWRITE_PATH=/dumps/"},
+        FixCase{"SeparatorOfAFolderThatIsHere", "[A]\nWRITE_PATH=/usr", "[A]\nWRITE_PATH=/usr/"},
+        FixCase{"WhatIsNoFolderMayBeAPrefix", "[A]\nWRITE_PATH=/usr/dump", "[A]\nWRITE_PATH=/usr/dump"},
         FixCase{"PrefixOfDumpsIsNotCertain", "[A]\nWRITE_PATH=/dumps/a_", "[A]\nWRITE_PATH=/dumps/a_"},
         FixCase{"StagesSwitchedOffByTheCountStayOff", kList + "01_Function_Number=8\n02_Function_Number=9\n",
                 kList + "01_Function_Number=8\n02_Function_Number=9\n"},
@@ -80,7 +81,7 @@ TEST(FixProfile, MendsTheSectionThatIsAskedForOnly) {
 
 TEST(FixProfile, LeavesNothingThatItCouldMend) {
     const std::string text =
-        kList + "00_MAX_SLOP=1,5\n00_MAX_SLOPE=1.5\nWRITE_PATH=x\nwrite_path=x\n00_HISTO_BIN=256\n";
+        kList + "00_MAX_SLOP=1,5\n00_MAX_SLOPE=1.5\nWRITE_PATH=.\nwrite_path=.\n00_HISTO_BIN=256\n";
     const FixedProfile fixed = FixProfile("P.ini", text, {});
     EXPECT_GT(fixed.count, 2U);
     for (const LintFinding& each : LintProfile(ProfileFile("P.ini", fixed.bytes)))

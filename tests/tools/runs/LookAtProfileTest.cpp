@@ -97,6 +97,16 @@ TEST(LookAtProfile, SaysThatTheSensorsSectionIsForNoRun) {
     EXPECT_EQ(found[0].rule, "nothing-read");
 }
 
+TEST(LookAtProfile, KnowsTheSectionOfWeakFrames) {
+    const ProfileFile file("p.ini", "[IP_LOWMODE]\nOUTPUTRANGE=4095\n00_GAUSSIAN_SIZE=1.6\n");
+    const ExportTraits& traits = TraitsOf(ExportKind::Plain);
+    const std::vector<Finding> findings =
+        LookAtProfile(file, MakeSectionPlan(file, "IP_LOWMODE", traits.kind), traits);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].rule, "nothing-read");
+    EXPECT_NE(findings[0].text.find("name the section with PROCMODE=3"), std::string::npos);
+}
+
 TEST(MeaninglessRun, IsThatOfAProfileWithoutSettings) {
     for (const char* text : {"", "\n; words\n", "[A]\n[B]\n", "a=1\n", "words"}) {
         const auto found = FindMeaninglessRun(ProfileFile("p.ini", text), "A");
