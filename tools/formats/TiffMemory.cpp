@@ -88,7 +88,6 @@ toff_t TiffMemory::Size(thandle_t self) { return Self(self).ByteCount(); }
 int TiffMemory::KeepError(TIFF* /*file*/, void* self, const char* /*module*/, const char* format,
                           va_list values) {
     TiffMemory& memory = *static_cast<TiffMemory*>(self);
-    if (!memory.message_.empty()) return 1;
     std::array<char, kMessageBytes> text{};
     std::vsnprintf(text.data(), text.size(), format, values);
     try {

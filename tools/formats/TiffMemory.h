@@ -10,8 +10,8 @@
 
 namespace vastrelline {
 
-// A TIFF file in memory, opened by the TIFF library, which says nothing on standard error meanwhile. The
-// first thing that it finds wrong stands in Message().
+// A TIFF file in memory, opened by the TIFF library, which says nothing on standard error meanwhile. The last
+// thing that it found wrong, mostly the cause of the end, stands in Message(): unknown tags come before it.
 class TiffMemory {
 public:
     // To read `bytes`, which must outlive the object. File() is null if they are no TIFF file.
