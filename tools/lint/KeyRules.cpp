@@ -130,7 +130,7 @@ void FindKeysOfOtherChains(const LintedSection& section, FindingSink& sink) {
             isForBoth = isForBoth || IsSameKeyName(entry.key, step.switchKey);
     });
     ForEachUnread(section, UnreadCause::OtherChain, [&](const ProfileEntry& entry) {
-        if (SplitNumberedKey(entry.key)) return;  // the list as a whole is told about
+        if (SplitNumberedKey(entry.key)) return;  // the list has a finding of its own
         const size_t offset = entry.line.name.begin;
         if (!section.RunsList()) {
             sink.Add(Severity::Note, offset,

@@ -9,7 +9,7 @@
 
 namespace vastrelline {
 
-// What is meant by a line that nobody reads.
+// The key whose misspelling a line seems to be that no run reads.
 struct KeySuggestion {
     std::string name;  // that is read here; empty: nothing is near
     // One wrong letter, in a long name two; no other name is as near, and it stands nowhere yet.

@@ -42,7 +42,8 @@ constexpr LintRule kRules[] = {
      "Nothing reads it; in the list each key carries its stage's position.", false, nullptr,
      FindKeysOfOtherPositions},
     {"other-chain", kWarning, "A key of a chain that the section's PROCMODE does not run.",
-     "A note where the section is meant for ImageProcessingCR as well, which does not ask for PROCMODE.",
+     "A note where a switch of the fixed chain stands there, too: ImageProcessingCR runs whatever PROCMODE "
+     "says.",
      false, nullptr, FindKeysOfOtherChains},
     {"other-section", kWarning, "A key that is read in another section.", "Move it there.", false, nullptr,
      FindKeysOfOtherSections},

@@ -77,8 +77,6 @@ int32_t Canvas::TextWidth(std::string_view text, int32_t scale) {
     return letters == 0 ? 0 : (letters * (kDotColumns + 1) - 1) * scale;
 }
 
-int32_t Canvas::TextHeight(int32_t scale) { return kDotRows * scale; }
-
 Canvas Shrink(const Canvas& picture, int32_t width, int32_t height) {
     Canvas small(width, height, 0);
     for (int32_t y = 0; y < height; ++y)

@@ -30,7 +30,6 @@ public:
     void Write(std::string_view text, int32_t x, int32_t y, int32_t scale, uint8_t level);
 
     static int32_t TextWidth(std::string_view text, int32_t scale);
-    static int32_t TextHeight(int32_t scale);
 
 private:
     int32_t width_;

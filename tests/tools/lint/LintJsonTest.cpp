@@ -7,21 +7,10 @@
 
 #include "commands/JsonObject.h"
 #include "lint/LintJson.h"
-#include "lint/LintRules.h"
+#include "lint/LintedFiles.h"
 
 namespace vastrelline {
 namespace {
-
-LintedFile Linted(const std::string& path, const std::string& text) {
-    return {path, LintProfile(ProfileFile(path, text)), std::nullopt, 0};
-}
-
-std::vector<LintedFile> TwoFiles() {
-    std::vector<LintedFile> files{Linted("a b.ini", "[A]\nPROCMODE=1\n SAVE_LOGG=1\nSAVE_LOG\n"), {}};
-    files[1].path = "none.ini";
-    files[1].error = InputError("none.ini", "does not exist");
-    return files;
-}
 
 TEST(LintJson, HoldsEveryFindingWithItsPlace) {
     const nlohmann::json json = LintToJson(TwoFiles());

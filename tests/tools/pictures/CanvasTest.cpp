@@ -46,7 +46,6 @@ TEST(Canvas, WritesLettersOfDots) {
     EXPECT_EQ(Canvas::TextWidth("L-", 1), 11);
     EXPECT_EQ(Canvas::TextWidth("L-", 2), 22);
     EXPECT_EQ(Canvas::TextWidth("", 2), 0);
-    EXPECT_EQ(Canvas::TextHeight(2), 14);
 }
 
 TEST(Shrink, GivesMeansRoundedToNearest) {
