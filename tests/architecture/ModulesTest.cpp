@@ -44,10 +44,10 @@ const Coverings kCoveredElsewhere{
     {"stages/stretch/StretchSegments", {"stages/stretch/StretchStageTest.cpp"}},
 };
 
-const Mirror kTests{
-    "Test.cpp",
-    {"architecture", "examples", "faults", "one_reading", "package", "public_header", "support", "tools"},
-    {"chains", "exports"}};
+const Mirror kTests{"Test.cpp",
+                    {"architecture", "digest", "examples", "faults", "one_reading", "package",
+                     "public_header", "support", "tools"},
+                    {"chains", "exports"}};
 const Mirror kBenches{"Bench.cpp", {"rival", "support"}, {"chains", "exports"}};
 
 // Tests that mirror no module, and what they are for.
