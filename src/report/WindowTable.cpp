@@ -1,8 +1,10 @@
 #include "report/WindowTable.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "elementary/Exponential.h"
+#include "elementary/Logarithm.h"
+#include "elementary/Power.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -21,7 +23,7 @@ uint8_t TruncateToByte(double value) {
 
 uint8_t LogisticEntry(int32_t i, int32_t centre, int32_t width) {
     const double exponent = -4.0 * WrappingSubtract(i, centre) / width;
-    return TruncateToByte(kWhite / (1 + std::exp(exponent)));
+    return TruncateToByte(kWhite / (1 + Exp(exponent)));
 }
 
 // All in 32-bit floats. The lower end takes the centre with its sign changed:
@@ -31,14 +33,14 @@ public:
     LogarithmicCurve(int32_t topValue, int32_t centre, int32_t half) {
         const int32_t a = std::min(WrappingAdd(centre, half), topValue);
         const int32_t b = std::max(WrappingSubtract(half, centre), 1);
-        logB_ = std::log(static_cast<float>(b));
-        const float logA = std::log(static_cast<float>(a));
+        logB_ = Log(static_cast<float>(b));
+        const float logA = Log(static_cast<float>(a));
         k_ = logA == logB_ ? 0.0F : kWhite / (logA - logB_);
     }
 
     uint8_t Entry(int32_t i) const {
         if (i == 0) return 0;
-        return TruncateToByte((std::log(static_cast<float>(i)) - logB_) * k_ + 0.5F + 1.0F);
+        return TruncateToByte((Log(static_cast<float>(i)) - logB_) * k_ + 0.5F + 1.0F);
     }
 
 private:
@@ -49,7 +51,7 @@ private:
 uint8_t PowerEntry(int32_t i, int32_t centre, int32_t half, int32_t width, double power) {
     const double place = static_cast<double>(WrappingSubtract(i, WrappingSubtract(centre, half))) / width;
     if (place < 0) return 0;
-    return TruncateToByte(kWhite * std::pow(place, power));
+    return TruncateToByte(kWhite * Pow(place, power));
 }
 
 uint8_t LinearEntry(int32_t i, int32_t centre, int32_t half) {

@@ -1,8 +1,8 @@
 #include "sensor/CornerOutline.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "elementary/Exponential.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -21,8 +21,8 @@ CornerOutline::CornerOutline(int32_t frameWidth, int32_t frameHeight, int32_t cu
       // 1, or not a number for a size of 0, which has no chamfer.
       slope_(static_cast<float>(cutOff) / static_cast<float>(cutOff)),
       step_((1 - kStart) / static_cast<float>(cutOffRight)),
-      first_(static_cast<float>(std::exp(-static_cast<double>(kStart)))),
-      scale_(static_cast<float>(cutOffRight) / (first_ - static_cast<float>(std::exp(-1.0)))) {}
+      first_(static_cast<float>(Exp(-static_cast<double>(kStart)))),
+      scale_(static_cast<float>(cutOffRight) / (first_ - static_cast<float>(Exp(-1.0)))) {}
 
 int32_t CornerOutline::HiddenRows(int32_t column) const {
     // The outline is that of the left half, its last column the middle one, and the right half mirrors it; in
@@ -41,7 +41,7 @@ int32_t CornerOutline::HiddenRowsAtLeft(int32_t column) const {
     if (cutOff_ > 0) height = cutOff_ - TruncateToInt32(static_cast<float>(column) * slope_ + kRounding);
     if (column < cutOffRight_) {
         const float t = static_cast<float>(column) * step_ + kStart;
-        const float u = first_ - static_cast<float>(std::exp(-static_cast<double>(t)));
+        const float u = first_ - static_cast<float>(Exp(-static_cast<double>(t)));
         height = std::max(height, cutOffRight_ - TruncateToInt32(u * scale_));
     }
     return height + 1;

@@ -1,10 +1,10 @@
 #include "sensor/ExposureCurve.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <vector>
 
+#include "elementary/Power.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 #include "sensor/RoundCornerMask.h"
@@ -80,7 +80,7 @@ std::vector<uint16_t> BuildExposureTable(int32_t lowLevel, int32_t highLevel, in
         double entry = i;
         if (isLifted && i < lowLevel) {
             const double whole = 2.0 * lowLevel;
-            entry = std::pow(2 * (i / whole), 1 - liftExponent) / 2 * whole;
+            entry = Pow(2 * (i / whole), 1 - liftExponent) / 2 * whole;
         } else if (i > highLevel) {
             entry = highLevel;
         }

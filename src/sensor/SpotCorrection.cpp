@@ -1,9 +1,9 @@
 #include "sensor/SpotCorrection.h"
 
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
+#include "elementary/Power.h"
 #include "operators/box_mean/BoxMeanSchedule.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameLimits.h"
@@ -85,7 +85,7 @@ std::vector<float> BuildExponents(int32_t peak, int32_t maskSize) {
     std::vector<float> exponents(static_cast<size_t>(top) + 1);
     for (int32_t mean = 0; mean <= top; ++mean) {
         const float e = static_cast<float>(half - mean) / static_cast<float>(half);
-        exponents[static_cast<size_t>(mean)] = std::pow(kBase, e);
+        exponents[static_cast<size_t>(mean)] = Pow(kBase, e);
     }
     return exponents;
 }

@@ -20,6 +20,7 @@ const HouseRules& OwnRules() {
                 {.folder = "platform", .rank = 0, .inner = {"memory", "posix", "windows"}},
                 {.folder = "profile_text", .rank = 0},
                 {.folder = "pixels", .rank = 1},
+                {.folder = "elementary", .rank = 1},
                 {.folder = "operators", .rank = 2, .isCorridor = true},
                 {.folder = "config", .rank = 2},
                 {.folder = "report", .rank = 3},

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cmath>
 
+#include "elementary/Power.h"
 #include "operators/histogram/Histogram.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/AllocFrame.h"
@@ -69,7 +70,7 @@ uint16_t GammaShape::EntryAt(int32_t level) const {
     if (level > high_) return LowBits16(WrappingAdd(outputRange_, base_));
     // With one level x is 0 / 0, not a number, and so is the entry but for the exponent 0.
     const double x = (level - low_) / static_cast<double>(high_ - low_);
-    const double y = gamma_ >= 0 ? std::pow(x, gamma_) : 1 - std::pow(1 - x, 1 / -gamma_);
+    const double y = gamma_ >= 0 ? Pow(x, gamma_) : 1 - Pow(1 - x, 1 / -gamma_);
     return LowBits16(TruncateToInt32(outputRange_ * y * sign_ + offset_ + base_));
 }
 

@@ -1,8 +1,8 @@
 #include "operators/curves/StretchCurve.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "elementary/Exponential.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/AllocFrame.h"
 #include "pixels/Truncate.h"
@@ -14,7 +14,7 @@ namespace {
 // A logistic of height `span` whose steep part is about `span` levels wide. A span of 0 divides by 0:
 // doubles carry what comes of it, and the conversion to an integer settles it.
 double Logistic(double span, double weight, double distance) {
-    return span / (1 + std::exp((-weight * distance) / span));
+    return span / (1 + Exp((-weight * distance) / span));
 }
 
 // Both limits, the upper one first, so that the lower one holds where they exclude each other.

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "elementary/Exponential.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -26,7 +27,7 @@ std::vector<double> MakeGaussKernel(int32_t& outSize, double sigma) {
     for (double& tap : kernel) {
         const int64_t square = i * i;
         ++i;
-        tap = std::exp(static_cast<double>(square) / denominator) * norm;
+        tap = Exp(static_cast<double>(square) / denominator) * norm;
         sum += tap;
     }
     for (double& tap : kernel) tap /= sum;

@@ -7,6 +7,8 @@
 #include <limits>
 #include <vector>
 
+#include "elementary/Exponential.h"
+#include "elementary/Power.h"
 #include "stages/adaptive_smoothing/LuDecompose.h"
 
 namespace vastrelline {
@@ -16,8 +18,8 @@ namespace {
 // The sum of k^power over all positions k of the window. The right side is added first.
 double SumPowers(int32_t left, int32_t right, int32_t power) {
     double sum = power == 0 ? 1.0 : 0.0;
-    for (int32_t k = 1; k <= right; ++k) sum += std::pow(static_cast<double>(k), static_cast<double>(power));
-    for (int32_t k = 1; k <= left; ++k) sum += std::pow(static_cast<double>(-k), static_cast<double>(power));
+    for (int32_t k = 1; k <= right; ++k) sum += Pow(static_cast<double>(k), static_cast<double>(power));
+    for (int32_t k = 1; k <= left; ++k) sum += Pow(static_cast<double>(-k), static_cast<double>(power));
     return sum;
 }
 
@@ -37,7 +39,7 @@ SquareMatrix MakeNormalMatrix(int32_t left, int32_t right, int32_t order) {
 // one is such a sum. Whatever row the pivoting puts first, it spoils the last step of the solution, so all
 // taps. Known beforehand, for a matrix of thousands of rows would hold up the host for hours.
 bool OverflowsSurely(int32_t left, int32_t right, int32_t order) {
-    return order >= 3 && std::isinf(std::pow(static_cast<double>(std::min(left, right)), order - 1.0));
+    return order >= 3 && std::isinf(Pow(static_cast<double>(std::min(left, right)), order - 1.0));
 }
 
 }  // namespace
@@ -49,7 +51,7 @@ void SavgolWindow(double* weights, int32_t mask) {
         const auto t = static_cast<float>((i - centre) * 4.0 / (mask - 1.0));
         // One rounding makes the square the same on every machine, which a library's power need not be.
         const float square = t * t;
-        weights[i] = static_cast<double>(std::exp(-square));
+        weights[i] = static_cast<double>(Exp(-square));
         sum += weights[i];
     }
     for (int32_t i = 0; i < mask; ++i) weights[i] /= sum;

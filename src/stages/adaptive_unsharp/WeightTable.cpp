@@ -1,9 +1,9 @@
 #include "stages/adaptive_unsharp/WeightTable.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
+#include "elementary/SineCosine.h"
 #include "stages/adaptive_unsharp/ValueHistogram.h"
 
 namespace vastrelline {
@@ -27,7 +27,7 @@ std::optional<WeightTable> MakeSineWeightTable(const uint16_t* image, int32_t wi
     double lowest = 10.0;
     double highest = -10.0;
     for (int32_t k = lo; k <= hi; ++k) {
-        values[k] = std::sin((k - lo) * step + startAngle);
+        values[k] = Sin((k - lo) * step + startAngle);
         lowest = std::min(lowest, values[k]);
         highest = std::max(highest, values[k]);
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "elementary/Exponential.h"
 #include "stages/hdr/BlurStep.h"
 
 namespace vastrelline {
@@ -26,7 +27,7 @@ FineBlur::FineBlur(const FrameView<const uint16_t>& image, int32_t smallest, dou
       blurred_(static_cast<size_t>(image.Width())),
       nextPlace_(1 - pairs_) {
     for (int32_t k = 0; k < pairs_; ++k) {
-        const double tap = std::exp(-(k + 0.5) * (k + 0.5) / (2 * sigma * sigma));
+        const double tap = Exp(-(k + 0.5) * (k + 0.5) / (2 * sigma * sigma));
         rowWeights_.push_back(static_cast<float>(tap));
         columnWeights_.push_back(static_cast<float>(tap * weight));
     }

@@ -1,8 +1,10 @@
 #include "stages/hdr/FusionTables.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
+
+#include "elementary/HyperbolicTangent.h"
+#include "elementary/SineCosine.h"
 
 namespace vastrelline {
 
@@ -30,7 +32,7 @@ std::vector<float> MakeLayerGains(int32_t layerCount, int32_t edgeMax, int32_t e
     const int32_t length = 2 * layerCount + 1;
     std::vector<float> window(static_cast<size_t>(length));
     for (int32_t i = 0; i < length; ++i) {
-        window[static_cast<size_t>(i)] = static_cast<float>(0.5 * (1 - std::cos(kWindowTurn * i / length)));
+        window[static_cast<size_t>(i)] = static_cast<float>(0.5 * (1 - Cos(kWindowTurn * i / length)));
     }
     const double largest = *std::max_element(window.begin(), window.end());
     std::vector<float> gains(static_cast<size_t>(layerCount));
@@ -45,7 +47,7 @@ std::vector<float> MakeLayerLambdas(int32_t layerCount, float maxLambda) {
     std::vector<float> lambdas(static_cast<size_t>(layerCount));
     for (int32_t i = 0; i < layerCount; ++i) {
         const double place = (i + 1 - layerCount / 2.0) - 0.5;
-        lambdas[static_cast<size_t>(i)] = static_cast<float>(std::tanh(place / layerCount / 2.0 * 5.0));
+        lambdas[static_cast<size_t>(i)] = static_cast<float>(Tanh(place / layerCount / 2.0 * 5.0));
     }
     const double smallest = *std::min_element(lambdas.begin(), lambdas.end());
     for (float& lambda : lambdas) lambda = static_cast<float>(lambda - smallest);

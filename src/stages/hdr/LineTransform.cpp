@@ -1,9 +1,10 @@
 #include "stages/hdr/LineTransform.h"
 
 #include <bit>
-#include <cmath>
 #include <numbers>
 #include <utility>
+
+#include "elementary/SineCosine.h"
 
 namespace vastrelline {
 
@@ -60,7 +61,7 @@ void TransformPowerOfTwo(SplitLine& values, const SplitLine& turns) {
 Complex UnitRoot(uint64_t step, uint64_t count) {
     const double angle =
         2 * std::numbers::pi * static_cast<double>(step % count) / static_cast<double>(count);
-    return {std::cos(angle), std::sin(angle)};
+    return {Cos(angle), Sin(angle)};
 }
 
 // After k * x = (k * k + x * x - (k - x) * (k - x)) / 2 the transform is a convolution with a chirp, and that

@@ -1,9 +1,9 @@
 #include "stages/hdr/SpectrumEdges.h"
 
-#include <cmath>
 #include <complex>
 #include <cstddef>
 
+#include "elementary/Exponential.h"
 #include "pixels/FrameView.h"
 #include "stages/hdr/GaussianSurface.h"
 #include "stages/hdr/LineTransform.h"
@@ -71,7 +71,7 @@ struct SurfaceSpectra {
 std::vector<double> MakeSurfaceLine(int32_t count, double sigma) {
     std::vector<double> line;
     for (const double place : MakeCentredCoordinates(count)) {
-        line.push_back(std::exp(-place * place / (2 * sigma * sigma)));
+        line.push_back(Exp(-place * place / (2 * sigma * sigma)));
     }
     return line;
 }

@@ -1,8 +1,8 @@
 #include "stages/inversion/LogCurve.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "elementary/Logarithm.h"
 #include "operators/histogram/PixelRange.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
@@ -11,7 +11,7 @@ namespace vastrelline {
 
 namespace {
 
-double LogAboveZero(int32_t value) { return value > 0 ? std::log(static_cast<double>(value)) : 0.0; }
+double LogAboveZero(int32_t value) { return value > 0 ? Log(static_cast<double>(value)) : 0.0; }
 
 int32_t Magnitude(int32_t value) { return value < 0 ? WrappingSubtract(0, value) : value; }
 
@@ -24,7 +24,7 @@ LogShape::LogShape(int32_t minLevel, int32_t maxLevel, double ratio, int32_t inv
       offset_(inverse != 0 ? span_ : 0),
       k_(Magnitude(TruncateToInt32(span_ * ratio))),
       logK_(LogAboveZero(k_)),
-      denominator_(std::log(static_cast<double>(WrappingAdd(span_, k_))) - logK_) {}
+      denominator_(Log(static_cast<double>(WrappingAdd(span_, k_))) - logK_) {}
 
 uint16_t LogShape::EntryAt(int32_t level) const {
     const double rise = span_ * (LogAboveZero(WrappingAdd(level - minLevel_, k_)) - logK_);

@@ -1,9 +1,9 @@
 #include "stages/pre_processing/DetailPower.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
+#include "elementary/Power.h"
 #include "pixels/FrameView.h"
 #include "pixels/Truncate.h"
 
@@ -19,10 +19,9 @@ struct CurveSide {
 
 int32_t CurveAt(int32_t v, int32_t a, const CurveSide& side, float alpha, double exponent) {
     if (a < side.knee)
-        return TruncateToInt32(alpha * side.peak * (v / side.knee) *
-                               std::pow(side.knee / side.peak, exponent));
+        return TruncateToInt32(alpha * side.peak * (v / side.knee) * Pow(side.knee / side.peak, exponent));
     const int32_t sign = a == 0 ? 0 : v / a;
-    return TruncateToInt32(alpha * side.peak * sign * std::pow(a / side.peak, exponent));
+    return TruncateToInt32(alpha * side.peak * sign * Pow(a / side.peak, exponent));
 }
 
 }  // namespace

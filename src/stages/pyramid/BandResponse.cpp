@@ -1,8 +1,9 @@
 #include "stages/pyramid/BandResponse.h"
 
-#include <cmath>
 #include <cstdlib>
 
+#include "elementary/Exponential.h"
+#include "elementary/Power.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -42,7 +43,7 @@ public:
 private:
     static double PowerOf(double x) {
         constexpr double kExponent = 0.6;
-        return std::pow(x, kExponent);
+        return Pow(x, kExponent);
     }
 
     BandLevels levels_;
@@ -57,7 +58,7 @@ private:
 double SigmoidGateAt(int32_t v, const BandLevels& levels, double gain) {
     const int32_t a = std::abs(v);
     if (a >= levels.noise) return v * gain + 0.5;  // so is it without a noise zone
-    const double gate = 1 / (1 + std::exp(4 - 8.0 * a / levels.noise));
+    const double gate = 1 / (1 + Exp(4 - 8.0 * a / levels.noise));
     return v * gate * gain + 0.5;
 }
 
@@ -66,7 +67,7 @@ double PowerGateAt(int32_t v, const BandLevels& levels, double gain) {
     constexpr double kExponent = 2.5;
     const int32_t a = std::abs(v);
     if (a >= levels.noise) return v * gain + 0.5;
-    return v * std::pow(a / static_cast<double>(levels.noise), kExponent) * gain + 0.5;
+    return v * Pow(a / static_cast<double>(levels.noise), kExponent) * gain + 0.5;
 }
 
 template <typename Response>

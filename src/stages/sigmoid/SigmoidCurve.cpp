@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cmath>
 
+#include "elementary/Exponential.h"
 #include "operators/histogram/Histogram.h"
 #include "pixels/FrameLimits.h"
 #include "pixels/Truncate.h"
@@ -58,7 +58,7 @@ uint16_t SigmoidShape::EntryAt(int32_t level) const {
 
 // Without a width this is a division of 0 by 0 at the centre, and the conversion makes it INT32_MIN.
 int32_t SigmoidShape::CurveAt(int32_t level) const {
-    return TruncateToInt32(top_ / (1 + std::exp(kSlope * (level - place_.centre) / place_.width)));
+    return TruncateToInt32(top_ / (1 + Exp(kSlope * (level - place_.centre) / place_.width)));
 }
 
 uint16_t SigmoidShape::Stretch(int32_t value) const {

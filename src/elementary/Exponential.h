@@ -1,0 +1,25 @@
+#pragma once
+
+#include "elementary/DoubleDouble.h"
+
+namespace vastrelline {
+
+// e^x, the nearest number of the format, ties to even, on every machine.
+//
+// Special values   1 for either zero, infinity and 0 for the infinities and beyond the range of the format;
+//                  not a number for itself
+// Errors           none; neither errno nor flags are set
+double Exp(double x);
+float Exp(float x);
+
+// e^x of a number in two parts: the result is significand * 2^exponent.
+//
+// x          from -708 to 709.7
+// Precision  70 bits
+struct ScaledPower {
+    DoubleDouble significand;  // about 0.99 to 2
+    int exponent;
+};
+ScaledPower ExpInPairs(DoubleDouble x);
+
+}  // namespace vastrelline

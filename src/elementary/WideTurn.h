@@ -1,0 +1,12 @@
+#pragma once
+
+#include "elementary/WideValue.h"
+
+namespace vastrelline {
+
+// Sine and cosine by their series, to some 250 bits: their definition. Slow, tens of microseconds. The angle,
+// in radians, is finite and may be as large as it wants (Payne and Hanek, 1983).
+WideValue WideSin(double x);
+WideValue WideCos(double x);
+
+}  // namespace vastrelline

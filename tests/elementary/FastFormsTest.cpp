@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+#include "elementary/Exponential.h"
+#include "elementary/HyperbolicTangent.h"
+#include "elementary/Logarithm.h"
+#include "elementary/Power.h"
+#include "elementary/SignedSum.h"
+#include "elementary/SineCosine.h"
+#include "elementary/WideTurn.h"
+
+namespace vastrelline {
+namespace {
+
+constexpr int kCount = 3000;
+
+class Arguments {
+public:
+    double Between(double from, double to) {
+        return from + (to - from) * std::ldexp(static_cast<double>(random_() >> 11), -53);
+    }
+    // Of any size between two powers of two.
+    double OfSize(int from, int to) {
+        const int place = from + static_cast<int>(random_() % static_cast<uint64_t>(to - from));
+        return std::ldexp(Between(1, 2), place);
+    }
+
+private:
+    std::mt19937_64 random_{20260501};
+};
+
+WideValue PowerByDefinition(double base, double exponent) {
+    const DoubleParts parts = SplitDouble(exponent);
+    const WideValue logarithm = WideLog(base);
+    return WideExp({(logarithm.magnitude * WideNumber(parts.magnitude)).Shifted(parts.exponent), 0,
+                    logarithm.isNegative != parts.isNegative});
+}
+
+// log2 of the error of two parts, as a share of the value.
+int ErrorPlace(const DoubleDouble& pair, int exponent, const WideValue& value) {
+    WideValue sum = SumOf({pair.high, pair.low});
+    sum.exponent = exponent - value.exponent;
+    const int place = DistancePlace(sum, {value.magnitude, 0, value.isNegative});
+    return std::max(place, -1000) - value.magnitude.TopBit();
+}
+
+TEST(FastForms, OfExp) {
+    Arguments arguments;
+    for (int i = 0; i < kCount; ++i) {
+        for (const double x :
+             {arguments.Between(-744, 709.7), arguments.OfSize(-60, 3), -arguments.OfSize(-60, 3)}) {
+            EXPECT_EQ(Exp(x), RoundToDouble(WideExp(WideFromDouble(x)))) << x;
+        }
+        const auto x = static_cast<float>(arguments.Between(-100, 88));
+        EXPECT_EQ(Exp(x), RoundToFloat(WideExp(WideFromDouble(x)))) << x;
+    }
+}
+
+TEST(FastForms, OfLog) {
+    Arguments arguments;
+    for (int i = 0; i < kCount; ++i) {
+        for (const double x :
+             {arguments.OfSize(-1060, 1020), arguments.Between(0.5, 2), arguments.Between(0.99, 1.01),
+              1 + arguments.OfSize(-52, -10), 1 - arguments.OfSize(-52, -10)}) {
+            EXPECT_EQ(Log(x), RoundToDouble(WideLog(x))) << x;
+        }
+        const auto x = static_cast<float>(arguments.Between(0, 65536));
+        EXPECT_EQ(Log(x), RoundToFloat(WideLog(x))) << x;
+    }
+}
+
+TEST(FastForms, OfPow) {
+    Arguments arguments;
+    for (int i = 0; i < kCount; ++i) {
+        const double share = arguments.Between(0, 1);
+        const double gamma = arguments.Between(0.01, 10);
+        EXPECT_EQ(Pow(share, gamma), RoundToDouble(PowerByDefinition(share, gamma))) << share << ' ' << gamma;
+        const double base = arguments.OfSize(-50, 50);
+        const double exponent = arguments.Between(-10, 10);
+        EXPECT_EQ(Pow(base, exponent), RoundToDouble(PowerByDefinition(base, exponent)))
+            << base << ' ' << exponent;
+        const auto level = static_cast<double>(2 + i % 400);
+        const double times = i % 37 - 10;
+        if (times != 0) {
+            EXPECT_EQ(Pow(level, times), RoundToDouble(PowerByDefinition(level, times)))
+                << level << ' ' << times;
+        }
+        const auto shareF = static_cast<float>(share);
+        const auto gammaF = static_cast<float>(gamma);
+        EXPECT_EQ(Pow(shareF, gammaF), RoundToFloat(PowerByDefinition(shareF, gammaF)))
+            << shareF << ' ' << gammaF;
+    }
+}
+
+TEST(FastForms, OfSinAndCos) {
+    Arguments arguments;
+    for (int i = 0; i < kCount; ++i) {
+        for (const double x :
+             {arguments.Between(-7, 7), arguments.OfSize(-27, 20), arguments.OfSize(15, 1020)}) {
+            EXPECT_EQ(Sin(x), RoundToDouble(WideSin(x))) << x;
+            EXPECT_EQ(Cos(x), RoundToDouble(WideCos(x))) << x;
+        }
+    }
+}
+
+// Near multiples of a quarter turn the reduced angle loses its bits.
+TEST(FastForms, OfSinAndCosNearZeros) {
+    constexpr double kQuarterTurn = 0x1.921fb54442d18p0;
+    for (int i = 1; i < kCount; ++i) {
+        for (const double x :
+             {kQuarterTurn * i, std::nextafter(kQuarterTurn * i, 0), kQuarterTurn * i + 0x1p-21}) {
+            EXPECT_EQ(Sin(x), RoundToDouble(WideSin(x))) << x;
+            EXPECT_EQ(Cos(x), RoundToDouble(WideCos(x))) << x;
+        }
+    }
+}
+
+// The errors that the tests of rounding allow for, with room to spare.
+TEST(FastForms, PairsAreAsPreciseAsSaid) {
+    Arguments arguments;
+    int worstPower = -1000;
+    int worstLogarithm = -1000;
+    for (int i = 0; i < kCount; ++i) {
+        const double x = arguments.Between(-708, 709.7);
+        const ScaledPower power = ExpInPairs({x, 0});
+        worstPower =
+            std::max(worstPower, ErrorPlace(power.significand, power.exponent, WideExp(WideFromDouble(x))));
+        for (const double y :
+             {arguments.OfSize(-300, 300), arguments.Between(0.98, 1.02), 1 + arguments.OfSize(-40, -7)})
+            worstLogarithm = std::max(worstLogarithm, ErrorPlace(LogInPairs(y), 0, WideLog(y)));
+    }
+    EXPECT_LT(worstPower, -70);
+    EXPECT_LT(worstLogarithm, -75);
+}
+
+}  // namespace
+}  // namespace vastrelline
