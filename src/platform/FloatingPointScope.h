@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// Rounding to nearest, subnormal numbers kept, no exception trapped, as long as it lives; then the thread has
+// its own state again, flags included. Hosts change these for themselves: a library that flushes subnormal
+// numbers to zero does so for all that runs on its thread, and the run-time systems of some languages trap
+// divisions by zero.
+class FloatingPointScope {
+public:
+    FloatingPointScope();
+    ~FloatingPointScope();
+    FloatingPointScope(const FloatingPointScope&) = delete;
+    FloatingPointScope& operator=(const FloatingPointScope&) = delete;
+
+private:
+    uint64_t before_;
+    uint16_t x87Before_;
+};
+
+}  // namespace vastrelline
