@@ -126,6 +126,39 @@ DigestRuns LowExposureRuns() {
     return runs;
 }
 
+// Each stage on frames that are wider than what kernels take at once, and high enough for all their bands. Of
+// each only the result is looked at.
+DigestRuns MiddleSizeRuns() {
+    constexpr FrameRecipe kSizes[] = {{FrameKind::Radiograph, 401, 310},
+                                      {FrameKind::Corners, 300, 523},
+                                      {FrameKind::Noise, 331, 256},
+                                      {FrameKind::Levels, 512, 200}};
+    DigestRuns runs;
+    Generator generator("middle_size");
+    const auto add = [&](const StageValues& stage) {
+        DigestRun run{.frame = kSizes[runs.size() % std::size(kSizes)]};
+        ProfileLines lines;
+        AddSensorSection(lines);
+        lines.Section("General").Key("SETCLIPBIN", "1").Key("SAVE_LOG", "1");
+        if (stage.number == 0) {
+            lines.Key("PROCMODE", "1");
+            for (const std::string_view key : ListOf(stage.enable)) lines.Key(key, "1");
+        } else {
+            // HDR runs where the exposure is decided.
+            if (stage.number == 13) run.function = ExportedFunction::S;
+            lines.Key("PROCMODE", stage.number == 13 ? "3" : "2").Stage(stage.number);
+        }
+        AddDrawnKeys(lines, generator, stage, false);
+        if (stage.number != 0) lines.Count();
+        runs.push_back(WithProfile(std::move(run), lines));
+    };
+    for (int32_t i = 0; i < 5; ++i) {
+        for (const StageValues& stage : ConfiguredStages()) add(stage);
+        for (const StageValues& stage : FixedStages()) add(stage);
+    }
+    return runs;
+}
+
 // Frames as sensors deliver them, through chains as people set them up.
 DigestRuns RealSizeRuns() {
     DigestRuns runs;
@@ -167,6 +200,7 @@ std::vector<RunGroup> ChainGroups() {
             {"cr_chain", FixedRuns(ExportedFunction::Cr, "cr")},
             {"extended_chain", ExtendedRuns()},
             {"low_exposure_chain", LowExposureRuns()},
+            {"middle_size", MiddleSizeRuns()},
             {"real_size", RealSizeRuns()}};
 }
 

@@ -80,6 +80,8 @@ int32_t LevelOf(const FrameRecipe& recipe, int32_t x, int32_t y, Generator& gene
             return x % 2 * kTop;
         case FrameKind::Deep:
             return static_cast<int32_t>((int64_t{65535} * x / width + 37 * y) % 65536);
+        case FrameKind::Levels:
+            return static_cast<int32_t>((int64_t{y} * width + x) % (kTop + 1));
     }
     return 0;
 }

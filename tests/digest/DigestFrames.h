@@ -17,6 +17,7 @@ enum class FrameKind : uint8_t {
     Specks,      // a grey level with single black and white pixels
     Stripes,     // black and white columns, the hardest edges there are
     Deep,        // a ramp over 16 bits
+    Levels,      // each level once, then again, row after row
 };
 
 struct FrameRecipe {

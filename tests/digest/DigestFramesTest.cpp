@@ -27,6 +27,11 @@ TEST(DigestFrames, StripesAreBlackAndWhite) {
     EXPECT_THAT(MakeFrame({FrameKind::Stripes, 3, 1}), ElementsAre(0, 4095, 0));
 }
 
+TEST(DigestFrames, LevelsComeOneAfterTheOther) {
+    const std::vector<uint16_t> pixels = MakeFrame({FrameKind::Levels, 64, 65});
+    for (size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], i % 4096) << i;
+}
+
 TEST(DigestFrames, SizesOfNothingHaveNoPixel) {
     EXPECT_THAT(MakeFrame({FrameKind::Noise, 0, 5}), IsEmpty());
     EXPECT_THAT(MakeFrame({FrameKind::Noise, 5, -1}), IsEmpty());

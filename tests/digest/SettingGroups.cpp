@@ -9,6 +9,12 @@ namespace vastrelline::digest {
 
 namespace {
 
+// Two digits behind the point.
+std::string Hundredths(int32_t value) {
+    const std::string cents = std::to_string(value % 100);
+    return std::to_string(value / 100) + (cents.size() < 2 ? ".0" : ".") + cents;
+}
+
 // A few stages that pass on what settings make of the frame.
 void AddPlainList(ProfileLines& lines) {
     lines.Stage(8).StageKey("GAUSSIAN_SIZE", "0.8").Stage(9).Stage(10).StageKey("POST_GAMMA_RATIO", "1.2");
@@ -65,10 +71,8 @@ DigestRuns InversionRuns() {
             ProfileLines lines;
             AddSensorSection(lines);
             BeginSection(lines, mode == 2 && hundredths % 10 == 0 ? 1 : 2);
-            const std::string cents = std::to_string(hundredths % 100);
             lines.Key("INVERSE_INTENSITY", std::to_string(mode));
-            lines.Key("INVERSE_LOGRATIO",
-                      std::to_string(hundredths / 100) + (cents.size() < 2 ? ".0" : ".") + cents);
+            lines.Key("INVERSE_LOGRATIO", Hundredths(hundredths));
             if (hundredths % 3 == 0) lines.Key("BITSTORED", "16");
             runs.push_back(MakeRun(AnyFrame(runs.size()), lines));
         }
@@ -182,6 +186,26 @@ DigestRuns CallerRuns() {
     return runs;
 }
 
+// Gaussians of every width over a frame of one level, where the last bit of a weight decides on which side of
+// the level a sum falls, and over every level.
+DigestRuns KernelRuns() {
+    DigestRuns runs;
+    for (int32_t hundredths = 30; hundredths <= 600; hundredths += hundredths < 200 ? 5 : 20)
+        for (const FrameKind kind : {FrameKind::Flat, FrameKind::Levels}) {
+            const std::string sigma = Hundredths(hundredths);
+            ProfileLines lines;
+            AddSensorSection(lines);
+            BeginSection(lines, 2);
+            lines.Key("INVERSE_INTENSITY", "0").Stage(8).StageKey("GAUSSIAN_SIZE", sigma);
+            lines.Stage(1).StageKey("PRECONTRAST_MASK", sigma).StageKey("PRECONTRAST_RESCALE", "1");
+            lines.Stage(4).StageKey("MODE_CONTRAST", "1").StageKey("GAUSSIAN_SIZE_CONTRAST", sigma);
+            lines.Stage(5).StageKey("ADAPTIVESMOOTHING_Mode", "1").StageKey("ADAPTIVESMOOTHING_MASK", sigma);
+            lines.Count();
+            runs.push_back(MakeRun({kind, 68, 61}, lines));
+        }
+    return runs;
+}
+
 // Each text as a number and as an integer; the log tells of what was read.
 DigestRuns NumberRuns() {
     DigestRuns runs;
@@ -203,7 +227,8 @@ DigestRuns NumberRuns() {
 
 std::vector<RunGroup> SettingGroups() {
     return {{"settings", CommonRuns()}, {"inversion", InversionRuns()}, {"range", RangeRuns()},
-            {"corners", CornerRuns()},  {"caller", CallerRuns()},       {"numbers", NumberRuns()}};
+            {"corners", CornerRuns()},  {"caller", CallerRuns()},       {"kernels", KernelRuns()},
+            {"numbers", NumberRuns()}};
 }
 
 }  // namespace vastrelline::digest
