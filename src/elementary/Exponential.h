@@ -12,6 +12,16 @@ namespace vastrelline {
 double Exp(double x);
 float Exp(float x);
 
+// Exp(x) * factor, a product of doubles, as the nearest float: the same in half the time.
+//
+// factor   above 0
+float ExpTimes(double x, double factor);
+
+// Exp(x) but for an error of less than 2^-50 of it.
+//
+// x   from -708 to 709.7
+double NearlyExp(double x);
+
 // e^x of a number in two parts: the result is significand * 2^exponent.
 //
 // x          from -708 to 709.7

@@ -17,6 +17,12 @@ inline bool HasOneFloat(double x) {
     return (std::bit_cast<uint64_t>(x) & kDropped) != kMiddle;
 }
 
+// The nearest float to a number above 0, where every number within a share `error` of x has that one.
+inline bool TellFloat(double x, double error, float& nearest) {
+    nearest = static_cast<float>(x * (1 - error));
+    return nearest == static_cast<float>(x * (1 + error));
+}
+
 // 2^exponent as a double, for exponents of normal numbers.
 inline double PowerOfTwo(int exponent) {
     constexpr int kBias = 1023;

@@ -73,6 +73,14 @@ double PositivePower(double base, double exponent) {
     return (power.significand.high + power.significand.low) * PowerOfTwo(power.exponent);
 }
 
+// The nearest float where a product rounded to a double tells it.
+bool TellNearly(float base, float exponent, float& nearest) {
+    constexpr double kLargest = 100;    // beyond floats
+    constexpr double kError = 0x1p-44;  // twice the roundings of the logarithm and of the product
+    const double product = LogInPairs(base).high * exponent;
+    return std::abs(product) < kLargest && TellFloat(NearlyExp(product), kError, nearest);
+}
+
 }  // namespace
 
 double Pow(double base, double exponent) {
@@ -82,6 +90,10 @@ double Pow(double base, double exponent) {
 }
 
 float Pow(float base, float exponent) {
+    if (base > 0 && base != 1 && std::isfinite(base) && exponent != 0 && std::isfinite(exponent)) {
+        float nearest = 0;
+        if (TellNearly(base, exponent, nearest)) return nearest;
+    }
     const double power = Pow(double{base}, double{exponent});
     if (HasOneFloat(power)) return static_cast<float>(power);
     const float magnitude = RoundToFloat(Definition(std::abs(base), exponent));

@@ -61,6 +61,40 @@ TEST(FastForms, OfExp) {
     }
 }
 
+TEST(FastForms, OfExpTimesAFactor) {
+    Arguments arguments;
+    for (int i = 0; i < 100 * kCount; ++i) {
+        const double x = arguments.Between(-30, 5);
+        const double factor = arguments.Between(0.001, 3);
+        EXPECT_EQ(ExpTimes(x, factor), static_cast<float>(Exp(x) * factor)) << x << ' ' << factor;
+    }
+    for (const double x : {-1000.0, -745.0, -720.0, -110.0, -103.0, 88.0, 89.0, 709.75, 1000.0})
+        EXPECT_EQ(ExpTimes(x, 0.75), static_cast<float>(Exp(x) * 0.75)) << x;
+}
+
+TEST(FastForms, OfExpNearly) {
+    Arguments arguments;
+    double worst = 0;
+    for (int i = 0; i < 100 * kCount; ++i) {
+        const double x = arguments.Between(-708, 709.7);
+        worst = std::max(worst, std::abs(NearlyExp(x) / Exp(x) - 1));
+    }
+    EXPECT_LT(worst, 0x1p-51);
+}
+
+// Floats go a way of their own, and where it does not tell, that of the doubles.
+TEST(FastForms, OfFloats) {
+    Arguments arguments;
+    for (int i = 0; i < 100 * kCount; ++i) {
+        const auto x = static_cast<float>(arguments.Between(-104, 89));
+        EXPECT_EQ(Exp(x), static_cast<float>(Exp(double{x}))) << x;
+        const auto base = static_cast<float>(arguments.Between(0, 1));
+        const auto exponent = static_cast<float>(arguments.Between(0.01, 1.5));
+        EXPECT_EQ(Pow(base, exponent), static_cast<float>(Pow(double{base}, double{exponent})))
+            << base << ' ' << exponent;
+    }
+}
+
 TEST(FastForms, OfLog) {
     Arguments arguments;
     for (int i = 0; i < kCount; ++i) {

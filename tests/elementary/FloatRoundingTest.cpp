@@ -27,6 +27,16 @@ TEST(HasOneFloat, NotTrustedWhereFloatsAreSubnormal) {
     EXPECT_TRUE(HasOneFloat(0x1p-126));
 }
 
+TEST(TellFloat, WhereTheErrorDoesNotReachTheMiddle) {
+    float nearest = 0;
+    EXPECT_TRUE(TellFloat(1, 0x1p-40, nearest));
+    EXPECT_EQ(nearest, 1.0F);
+    EXPECT_TRUE(TellFloat(1 + 0x1p-24 + 0x1p-39, 0x1p-40, nearest));
+    EXPECT_EQ(nearest, 1 + 0x1p-23F);
+    EXPECT_FALSE(TellFloat(1 + 0x1p-24 + 0x1p-41, 0x1p-40, nearest));
+    EXPECT_FALSE(TellFloat(1 + 0x1p-24 - 0x1p-41, 0x1p-40, nearest));
+}
+
 TEST(PowerOfTwo, CoversNormalNumbers) {
     EXPECT_EQ(PowerOfTwo(0), 1);
     EXPECT_EQ(PowerOfTwo(-1022), 0x1p-1022);

@@ -27,7 +27,7 @@ BlurStep MakeStep(const std::vector<double>& centres, int32_t oldRows, double sp
         step.firstRows.push_back(static_cast<int32_t>(first));
         for (int32_t t = 0; t < step.taps; ++t) {
             const double distance = (centre - (first + t) * spacing) / sigma;
-            step.weights.push_back(static_cast<float>(norm * Exp(-0.5 * distance * distance)));
+            step.weights.push_back(ExpTimes(-0.5 * distance * distance, norm));
         }
     }
     return step;
