@@ -79,12 +79,14 @@ WideNumber WideNumber::operator*(const WideNumber& other) const {
     return result;
 }
 
-// Bit by bit, as on paper.
+// Bit by bit, as on paper: first as many bits of the dividend as are surely below the divisor.
 WideNumber WideNumber::operator/(const WideNumber& other) const {
-    assert(!other.IsZero());
     WideNumber quotient;
-    WideNumber rest;
-    for (int bit = kFractionBits + kWholeBits - 1; bit >= -kFractionBits; --bit) {
+    if (IsZero()) return quotient;
+    const int length = TopBit() + kFractionBits + 1;
+    const int taken = std::min(other.TopBit() + kFractionBits, length);
+    WideNumber rest = Shifted(taken - length);
+    for (int bit = length - taken - 1; bit >= -kFractionBits; --bit) {
         rest = rest.Shifted(1);
         if (bit >= 0) {
             const auto limb = static_cast<size_t>(bit / kLimbBits);

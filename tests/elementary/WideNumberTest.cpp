@@ -76,6 +76,13 @@ TEST(WideNumber, DividesAsOnPaper) {
     EXPECT_TRUE(AreEqual(WideNumber(7) / WideNumber(2), WideNumber(3) + Bit(-1)));
     EXPECT_TRUE(AreEqual(WideNumber(1) / Bit(-40), Bit(40)));
     EXPECT_TRUE((WideNumber() / WideNumber(9)).IsZero());
+    EXPECT_TRUE(AreEqual(WideNumber(9) / WideNumber(9), WideNumber(1)));
+    EXPECT_TRUE(AreEqual(WideNumber(1) / Bit(63), Bit(-63)));
+    EXPECT_TRUE(AreEqual(WideNumber(kAllOnes) / WideNumber(1), WideNumber(kAllOnes)));
+    EXPECT_TRUE(AreEqual(Bit(kLast) / Bit(kLast), WideNumber(1)));
+    EXPECT_TRUE((Bit(kLast) / WideNumber(2)).IsZero());
+    // The dividend has one bit more than the divisor and yet its first bits are less.
+    EXPECT_TRUE(AreEqual(WideNumber(8) / WideNumber(5), WideNumber(1) + WideNumber(3).DividedBy(5)));
     // A third is 0.010101..., and its last bit, of an even place, is set.
     const WideNumber third = WideNumber(1) / WideNumber(3);
     EXPECT_EQ(third.Shifted(64).Whole(), 0x5555555555555555U);
