@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "profile_text/DoubleText.h"
+
 namespace vastrelline {
 
 // What the value of a key says, once its text is found: without an operating system and in no locale.
@@ -25,13 +27,10 @@ int32_t ParseLeadingInteger(std::wstring_view text);
 double ParseDouble(std::wstring_view text);
 
 // The same, with the number of characters from the text's start to the number's end; 0 if there is no number.
-struct ParsedDouble {
-    double value = 0.0;
-    size_t length = 0;
-};
 ParsedDouble ParseDoubleAtStart(std::wstring_view text);
 
-// A number with so many decimals, ties to even of its exact value; "inf", "-inf", "nan" for what is none.
+// A number with so many decimals, ties to even of its exact value; "inf", "-inf", "nan" for what is
+// none, whatever its sign.
 //
 // precision   0 or more
 std::wstring FormatFixed(double value, int precision);

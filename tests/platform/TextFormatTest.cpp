@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/TextFormat.h"
+#include "support/CommaLocale.h"
 
 namespace vastrelline {
 namespace {
@@ -53,6 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FormatCase{"ZerosBehindTheSign", L"%08.3f", -1.5, L"-001.500"},
                     FormatCase{"Infinity", L"%f", kInfinity, L"inf"},
                     FormatCase{"NegativeInfinity", L"%f", -kInfinity, L"-inf"},
+                    FormatCase{"NoNumber", L"%f", -std::numeric_limits<double>::quiet_NaN(), L"nan"},
                     FormatCase{"InfinityIsNotZeroPadded", L"%06f", kInfinity, L"   inf"},
                     FormatCase{"NotExactBelowTheTie", L"%.3f", 1.0005, L"1.000"},  // 1.000499999...
                     FormatCase{"NotExactAboveTheTie", L"%.1f", 0.05, L"0.1"}),     // 0.0500000000000000027...
@@ -76,6 +78,11 @@ TEST(FormatText, SeveralArgumentsInTheirOrder) {
     EXPECT_EQ(FormatText(L"#### %02d:%02d:%02d \t: CLAHE ( %.03lf sec )\r\n", {9, 5, 59, 0.25}),
               L"#### 09:05:59 \t: CLAHE ( 0.250 sec )\r\n");
     EXPECT_EQ(FormatText(L"%s\\%s", {std::wstring_view(L"a"), std::wstring_view(L"b.ini")}), L"a\\b.ini");
+}
+
+TEST(FormatText, TheLocaleHasNoSay) {
+    const CommaLocale locale;
+    EXPECT_EQ(FormatText(L"%.03lf %d", {1234.5, 1234567}), L"1234.500 1234567");
 }
 
 TEST(FormatText, TheLargestDoubleHasAllItsDigits) {

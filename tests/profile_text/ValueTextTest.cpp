@@ -5,6 +5,7 @@
 #include <string>
 
 #include "profile_text/ValueText.h"
+#include "support/CommaLocale.h"
 
 namespace vastrelline {
 namespace {
@@ -134,6 +135,22 @@ TEST(FormatFixed, RoundsTheExactValue) {
     EXPECT_EQ(FormatFixed(-0.0, 6), L"-0.000000");
     EXPECT_EQ(FormatFixed(0.125, 2), L"0.12");
     EXPECT_EQ(FormatFixed(-kInfinity, 3), L"-inf");
+    EXPECT_EQ(FormatFixed(-2.5, 0), L"-2");
+}
+
+// What a processor makes of 0 / 0 has one sign on some and the other on others.
+TEST(FormatFixed, NoNumberHasNoSign) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(FormatFixed(kNan, 3), L"nan");
+    EXPECT_EQ(FormatFixed(-kNan, 3), L"nan");
+}
+
+TEST(ValueText, TheLocaleHasNoSay) {
+    const CommaLocale locale;
+    EXPECT_EQ(ParseDouble(L"-0.45"), -0.45);
+    EXPECT_EQ(ParseDouble(L"0,45"), 0.0);
+    EXPECT_EQ(ParseLeadingInteger(L"1.234"), 1);
+    EXPECT_EQ(FormatFixed(-1234.5, 2), L"-1234.50");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "lint/Rules.h"
 #include "profile/ValueReading.h"
 #include "profile_text/Utf8.h"
+#include "profile_text/ValueText.h"
 
 namespace vastrelline {
 namespace {
@@ -45,7 +46,7 @@ double NumberOf(const ReadValue& value) {
     if (const auto* const integer = std::get_if<int32_t>(&value)) return *integer;
     if (const auto* const single = std::get_if<float>(&value)) {
         // As it would be written, so that 0.3 is 0.3.
-        return std::stod(FormatReadValue(*single));
+        return ParseDouble(DecodeUtf8(FormatReadValue(*single)));
     }
     const auto* const number = std::get_if<double>(&value);
     return number == nullptr ? 0.0 : *number;
