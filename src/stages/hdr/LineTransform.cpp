@@ -12,11 +12,6 @@ namespace {
 
 using Complex = std::complex<double>;
 
-// The product in its plain form: the library's own looks for infinities and is several times as slow.
-Complex Multiply(Complex a, Complex b) {
-    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
-}
-
 void ReverseBits(std::vector<double>& values) {
     size_t reversed = 0;
     for (size_t i = 1; i < values.size(); ++i) {

@@ -122,8 +122,10 @@ std::vector<double> MakeEdge(const Line& normal, const Line& hed, int32_t across
     const Complex coarseAcross = TurnSurface(across, weights.coarseSigma);
     std::vector<double> edge(normal.size());
     for (size_t i = 0; i < edge.size(); ++i) {
-        edge[i] =
-            (fine[i] * surfaces.fine[i] * fineAcross + coarse[i] * surfaces.coarse[i] * coarseAcross).real();
+        // All of it is finite: so are the weights, and no spectrum exceeds the sum of its line.
+        edge[i] = (Multiply(Multiply(fine[i], surfaces.fine[i]), fineAcross) +
+                   Multiply(Multiply(coarse[i], surfaces.coarse[i]), coarseAcross))
+                      .real();
     }
     return edge;
 }
