@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "pixels/Quotient.h"
+
 namespace vastrelline {
 
 int32_t ClassifyExposure(const uint16_t* /*image*/, int32_t /*width*/, int32_t /*height*/,
@@ -19,7 +21,7 @@ int32_t ClassifyExposure(const uint16_t* /*image*/, int32_t /*width*/, int32_t /
     }
     record.ObjectTotal = static_cast<int32_t>(total);
     record.LowSignal = static_cast<int32_t>(low);
-    record.LowRatio = static_cast<double>(record.LowSignal) / static_cast<double>(record.ObjectTotal);
+    record.LowRatio = Quotient(record.LowSignal, record.ObjectTotal);
     // Without an object the ratio is not a number, and the exposure counts as normal.
     record.LowExposure = lowThreshold < record.LowRatio ? 1 : 0;
 

@@ -9,6 +9,7 @@
 #include "operators/histogram/PixelRange.h"
 #include "pixels/AllocFrame.h"
 #include "pixels/FrameLimits.h"
+#include "pixels/Quotient.h"
 #include "pixels/Truncate.h"
 
 namespace vastrelline {
@@ -39,7 +40,7 @@ double ChooseGammaFor(const Count& countLevels, double pixelCount, int32_t outpu
     // A count that truncates to 0 is 0, also from a negative ratio of tiny magnitude.
     const int32_t count = TruncateToInt32(pixelCount * ratio);
     const int32_t level = FindBrightLevel(countLevels, outputRange, count);
-    double q = (outputRange - level) / (outputRange / 2.0);
+    double q = Quotient(outputRange - level, outputRange / 2.0);
     // An outputRange of 0 makes q not a number, which passes both limits.
     if (q < 0) q = 0;
     if (q > 1) q = 1;
