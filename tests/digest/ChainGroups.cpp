@@ -159,6 +159,36 @@ DigestRuns MiddleSizeRuns() {
     return runs;
 }
 
+// Each method of each stage on frames without content, and on one that is dark farther into it than corners
+// reach.
+DigestRuns ExtremeRuns() {
+    constexpr FrameRecipe kExtremes[] = {
+        {FrameKind::Black, 40, 31}, {FrameKind::White, 37, 40}, {FrameKind::DarkSides, 420, 400}};
+    DigestRuns runs;
+    const auto add = [&](const StageValues& stage, std::string_view mode, const FrameRecipe& frame) {
+        DigestRun run{.frame = frame};
+        ProfileLines lines;
+        AddSensorSection(lines);
+        const bool isFixed = stage.number == 0;
+        const bool isHdr = stage.number == 13;
+        if (isHdr) run.function = ExportedFunction::S;
+        BeginSection(lines, isFixed ? 1 : isHdr ? 3 : 2);
+        lines.Key("SETCLIPBIN", "1").Key("INVERSE_INTENSITY", runs.size() % 2 == 0 ? "1" : "0");
+        for (const std::string_view key : ListOf(stage.enable)) lines.Key(key, "1");
+        if (!isFixed) lines.Stage(stage.number);
+        if (!mode.empty()) AddStageKey(lines, stage, stage.mode.key, mode);
+        if (!isFixed) lines.Count();
+        runs.push_back(WithProfile(std::move(run), lines));
+    };
+    for (const std::vector<StageValues>* stages : {&ConfiguredStages(), &FixedStages()})
+        for (const StageValues& stage : *stages)
+            for (const FrameRecipe& frame : kExtremes) {
+                add(stage, {}, frame);
+                for (const std::string_view mode : ListOf(stage.mode.ordinary)) add(stage, mode, frame);
+            }
+    return runs;
+}
+
 // Frames as sensors deliver them, through chains as people set them up.
 DigestRuns RealSizeRuns() {
     DigestRuns runs;
@@ -200,6 +230,7 @@ std::vector<RunGroup> ChainGroups() {
             {"cr_chain", FixedRuns(ExportedFunction::Cr, "cr")},
             {"extended_chain", ExtendedRuns()},
             {"low_exposure_chain", LowExposureRuns()},
+            {"extreme_frames", ExtremeRuns()},
             {"middle_size", MiddleSizeRuns()},
             {"real_size", RealSizeRuns()}};
 }

@@ -47,8 +47,7 @@ int32_t RadiographLevel(int32_t x, int32_t y, int32_t width, int32_t height, Gen
     return level;
 }
 
-bool IsInCorner(int32_t x, int32_t y, int32_t width, int32_t height) {
-    const int32_t size = std::max(2, std::min(width, height) / 6);
+bool IsInCorner(int32_t x, int32_t y, int32_t width, int32_t size) {
     return x + y < size || width - 1 - x + y < size;
 }
 
@@ -64,9 +63,12 @@ int32_t LevelOf(const FrameRecipe& recipe, int32_t x, int32_t y, Generator& gene
             return generator.Below(kTop + 1);
         case FrameKind::Radiograph:
             return RadiographLevel(x, y, width, height, generator);
-        case FrameKind::Corners: {
+        case FrameKind::Corners:
+        case FrameKind::DarkSides: {
+            const int32_t smaller = std::min(width, height);
+            const int32_t size = recipe.kind == FrameKind::Corners ? std::max(2, smaller / 6) : smaller / 2;
             const int32_t level = std::max(1, RadiographLevel(x, y, width, height, generator));
-            return IsInCorner(x, y, width, height) ? 0 : level;
+            return IsInCorner(x, y, width, size) ? 0 : level;
         }
         case FrameKind::Weak:
             return RadiographLevel(x, y, width, height, generator) / 10;
@@ -80,6 +82,10 @@ int32_t LevelOf(const FrameRecipe& recipe, int32_t x, int32_t y, Generator& gene
             return x % 2 * kTop;
         case FrameKind::Deep:
             return static_cast<int32_t>((int64_t{65535} * x / width + 37 * y) % 65536);
+        case FrameKind::Black:
+            return 0;
+        case FrameKind::White:
+            return kTop;
         case FrameKind::Levels:
             return static_cast<int32_t>((int64_t{y} * width + x) % (kTop + 1));
     }

@@ -18,6 +18,9 @@ enum class FrameKind : uint8_t {
     Stripes,     // black and white columns, the hardest edges there are
     Deep,        // a ramp over 16 bits
     Levels,      // each level once, then again, row after row
+    Black,
+    White,
+    DarkSides,  // a radiograph under black corners that are larger than any sensor has them
 };
 
 struct FrameRecipe {
