@@ -79,6 +79,43 @@ DigestRuns InversionRuns() {
     return runs;
 }
 
+// The stages that fill the range of the output, in each of their modes.
+DigestRuns OutputRangeRuns() {
+    DigestRuns runs;
+    const auto add = [&](std::string_view outputRange, int32_t procMode, const auto& addKeys) {
+        ProfileLines lines;
+        AddSensorSection(lines);
+        BeginSection(lines, procMode);
+        lines.Key("OUTPUTRANGE", outputRange);
+        if (outputRange.size() > 4) lines.Key("BITSTORED", "16");
+        addKeys(lines);
+        runs.push_back(MakeRun(PictureFrame(runs.size()), lines));
+    };
+    for (const std::string_view range : {"255", "1000", "3000", "8191", "65535"}) {
+        for (const char* ratio : {"0", "0.35", "0.6"}) {
+            add(range, 2,
+                [&](ProfileLines& lines) { lines.Stage(9).StageKey("POST_SIGMOID_RATIO", ratio).Count(); });
+            add(range, 1, [&](ProfileLines& lines) {
+                lines.Key("POST_SIGMOID_LUT", "1").Key("POST_SIGMOID_RATIO", ratio);
+            });
+        }
+        for (const char* ratio : {"0.1", "1.4", "-1.4", "-0.2"}) {
+            add(range, 2,
+                [&](ProfileLines& lines) { lines.Stage(10).StageKey("POST_GAMMA_RATIO", ratio).Count(); });
+            add(range, 1, [&](ProfileLines& lines) {
+                lines.Key("POST_GAMMA_LUT", "1").Key("POST_GAMMA_RATIO", ratio);
+            });
+        }
+        for (const char* mode : {"0", "1", "2"})
+            for (const char* shift : {"-250", "40", "300"})
+                add(range, 2, [&](ProfileLines& lines) {
+                    lines.Stage(11).StageKey("POST_LINEAR_MODE", mode).StageKey("POST_LINEAR_LIMITBIN", "7");
+                    lines.StageKey("POST_LINEAR_BRIGHTOPT", shift).Count();
+                });
+    }
+    return runs;
+}
+
 DigestRuns RangeRuns() {
     DigestRuns runs;
     Generator generator("range");
@@ -226,9 +263,9 @@ DigestRuns NumberRuns() {
 }  // namespace
 
 std::vector<RunGroup> SettingGroups() {
-    return {{"settings", CommonRuns()}, {"inversion", InversionRuns()}, {"range", RangeRuns()},
-            {"corners", CornerRuns()},  {"caller", CallerRuns()},       {"kernels", KernelRuns()},
-            {"numbers", NumberRuns()}};
+    return {{"settings", CommonRuns()}, {"inversion", InversionRuns()}, {"output_range", OutputRangeRuns()},
+            {"range", RangeRuns()},     {"corners", CornerRuns()},      {"caller", CallerRuns()},
+            {"kernels", KernelRuns()},  {"numbers", NumberRuns()}};
 }
 
 }  // namespace vastrelline::digest
