@@ -11,7 +11,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev"
-    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev binutils netpbm zsh fish mandoc locales"
+    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
 )
