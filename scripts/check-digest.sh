@@ -142,7 +142,7 @@ windows() (
     compare "$title" "$wine" "$program.exe"
     compare "$title, x87 at 53 bits, 3 threads" "$wine" "$program.exe" --x87-double --threads 3
     compare "$title, rounding upwards, tiny numbers as 0" "$wine" "$program.exe" --round-up --flush-denormals
-    compare "$title, decimal comma" "$wine" "$program.exe" --locale de-DE
+    compare "$title, decimal comma" "$wine" "$program.exe" --locale German
     for set in reference baseline avx2 avx512; do
         compare "$title, $set forms" "$wine" "${program}_limited.exe" --limit $set
     done
