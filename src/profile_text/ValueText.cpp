@@ -49,9 +49,8 @@ ParsedDouble ParseDoubleAtStart(std::wstring_view text) {
 double ParseDouble(std::wstring_view text) { return ParseDoubleAtStart(text).value; }
 
 std::wstring FormatFixed(double value, int precision) {
-    // The sign of what is no number depends on the processor.
-    if (std::isnan(value)) return L"nan";
     const std::wstring sign = std::signbit(value) ? L"-" : L"";
+    if (std::isnan(value)) return sign + L"nan";
     if (std::isinf(value)) return sign + L"inf";
     const std::string digits = FormatUnsignedFixed(std::fabs(value), precision);
     return sign + std::wstring(digits.begin(), digits.end());

@@ -29,8 +29,8 @@ double ParseDouble(std::wstring_view text);
 // The same, with the number of characters from the text's start to the number's end; 0 if there is no number.
 ParsedDouble ParseDoubleAtStart(std::wstring_view text);
 
-// A number with so many decimals, ties to even of its exact value; "inf", "-inf", "nan" for what is
-// none, whatever its sign.
+// A number with so many decimals, ties to even of its exact value; "inf", "-inf", "nan", "-nan" for
+// what is none.
 //
 // precision   0 or more
 std::wstring FormatFixed(double value, int precision);

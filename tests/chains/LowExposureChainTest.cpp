@@ -239,7 +239,7 @@ TEST_F(LowExposureChainTest, DecisionIsShownOnlyIfAsked) {
     Run(Flat(4, 5, 3000));
     const std::vector<ShownMessages::Message> shown = ShownMessages::Take();
     ASSERT_EQ(shown.size(), 1U);
-    EXPECT_THAT(shown[0].text, testing::EndsWith(L" nan"));
+    EXPECT_THAT(shown[0].text, testing::EndsWith(L" -nan"));
 }
 
 // The cap would bring every pixel to 0, and with it the figures.

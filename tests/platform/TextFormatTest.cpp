@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FormatCase{"ZerosBehindTheSign", L"%08.3f", -1.5, L"-001.500"},
                     FormatCase{"Infinity", L"%f", kInfinity, L"inf"},
                     FormatCase{"NegativeInfinity", L"%f", -kInfinity, L"-inf"},
-                    FormatCase{"NoNumber", L"%f", -std::numeric_limits<double>::quiet_NaN(), L"nan"},
+                    FormatCase{"NoNumber", L"%f", -std::numeric_limits<double>::quiet_NaN(), L"-nan"},
                     FormatCase{"InfinityIsNotZeroPadded", L"%06f", kInfinity, L"   inf"},
                     FormatCase{"NotExactBelowTheTie", L"%.3f", 1.0005, L"1.000"},  // 1.000499999...
                     FormatCase{"NotExactAboveTheTie", L"%.1f", 0.05, L"0.1"}),     // 0.0500000000000000027...

@@ -138,11 +138,10 @@ TEST(FormatFixed, RoundsTheExactValue) {
     EXPECT_EQ(FormatFixed(-2.5, 0), L"-2");
 }
 
-// What a processor makes of 0 / 0 has one sign on some and the other on others.
-TEST(FormatFixed, NoNumberHasNoSign) {
+TEST(FormatFixed, NoNumberShowsItsSign) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(FormatFixed(kNan, 3), L"nan");
-    EXPECT_EQ(FormatFixed(-kNan, 3), L"nan");
+    EXPECT_EQ(FormatFixed(-kNan, 3), L"-nan");
 }
 
 TEST(ValueText, TheLocaleHasNoSay) {
