@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -13,16 +12,16 @@
 #include <vector>
 
 #include "commands/JsonObject.h"
+#include "commands/RunPicture.h"
+#include "commands/RunPreparation.h"
 #include "commands/RunReport.h"
 #include "commands/StripRun.h"
 #include "files/FileKind.h"
-#include "files/InputFile.h"
 #include "files/OutputFile.h"
 #include "files/PrivateFolder.h"
 #include "formats/FrameFile.h"
 #include "formats/PictureFile.h"
 #include "frames/FrameSize.h"
-#include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
@@ -33,9 +32,6 @@
 
 namespace vastrelline {
 namespace {
-
-constexpr int32_t kUsualRange = 4095;  // frames of 12 bits
-constexpr int32_t kTopPixel = 65535;
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
@@ -67,103 +63,6 @@ void TestTargets(const RunOptions& options) {
         if (IsSameFile(path, options.profile)) throw UsageError(std::string(name) + " is the profile itself");
         if (IsSameFile(path, options.frame)) throw UsageError(std::string(name) + " is the frame itself");
     }
-}
-
-// The library takes both kinds of separators.
-ProfileFile ReadProfile(const RunOptions& options) {
-    std::string path = options.profile;
-    std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored)) std::replace(path.begin(), path.end(), '\\', '/');
-    return ProfileFile::Read(path);
-}
-
-// Refuses a run that would go by nothing of the profile, unless that is what the user wants.
-void TestMeaning(const ProfileFile& file, const RunOptions& options, std::vector<Finding>& findings) {
-    std::optional<MeaninglessRun> meaningless = FindMeaninglessRun(file, options.section);
-    if (!meaningless) return;
-    if (options.forceSection) {
-        meaningless->finding.severity = Severity::Warning;
-        findings.push_back(std::move(meaningless->finding));
-        return;
-    }
-    const ExitCode code = meaningless->isSectionWrong ? ExitCode::WrongUse : ExitCode::Input;
-    const std::string& text = meaningless->finding.text;
-    const size_t end = std::min(text.rfind("; "), text.size());
-    std::string remedy = text.substr(std::min(end + 2, text.size()));
-    remedy += remedy.ends_with('?') ? " " : "; ";
-    throw ToolError(code, file.Path(), text.substr(0, end), remedy + "--force-section runs all the same");
-}
-
-// The export that is known before the profile is read; null if it depends on that.
-const ExportTraits* FindNamedTraits(const RunOptions& options) {
-    if (!options.exportName.empty()) return FindExport(options.exportName);
-    return options.hasSensor ? &TraitsOf(ExportKind::NE) : nullptr;
-}
-
-const ExportTraits& FindTraits(const ProfileFile& file, const RunOptions& options) {
-    if (const ExportTraits* const named = FindNamedTraits(options)) return *named;
-    const ExportWishes wishes{FileKindOf(options.picture) == FileKind::Bmp, !options.geometry.empty(),
-                              options.hasSensor};
-    return TraitsOf(ChooseExport(file, options.section, wishes));
-}
-
-ExportRequest MakeCall(const RunOptions& options, const ExportTraits& traits, const Frame& frame) {
-    ExportRequest call;
-    call.kind = traits.kind;
-    call.frame = frame;
-    call.applyMapping = options.applyMapping;
-    call.applySpotCorrection = options.applySpotCorrection;
-    call.sensorFolder = options.sensorFolder;
-    call.sensorMode = options.sensorMode;
-    if (options.hasTimeout)
-        call.timeout = std::chrono::duration_cast<std::chrono::milliseconds>(
-            std::chrono::duration<double>(options.timeoutSeconds));
-    if (!options.geometry.empty()) {
-        call.geometry.emplace();
-        std::copy(options.geometry.begin(), options.geometry.end(), call.geometry->begin());
-    }
-    return call;
-}
-
-// The top level of the pictures that the section makes.
-int32_t ReadTopLevel(const ProfileFile& file, const std::string& section) {
-    const int32_t range = ReadIntegerKey(file, section, "OUTPUTRANGE", kUsualRange);
-    return range >= 1 && range <= kTopPixel ? range : kUsualRange;
-}
-
-PictureStyle MakeStyle(const RunOptions& options, int32_t topLevel) {
-    PictureStyle style;
-    style.mayReplace = options.mayReplace;
-    style.topLevel = topLevel;
-    if (FileKindOf(options.picture) == FileKind::Png && !options.isPng16)
-        style.window = options.window.empty() ? GreyWindow{0, topLevel} : ParseGreyWindow(options.window);
-    return style;
-}
-
-std::string DescribeStyle(const PictureStyle& style) {
-    if (!style.window) return "16-bit levels";
-    return "8 bits, window " + std::to_string(style.window->low) + " to " +
-           std::to_string(style.window->high);
-}
-
-void TestCode(const FrameRun& run, const ExportTraits& traits) {
-    if (run.code == 0) return;
-    const std::string what = std::string(traits.name) + " returned " + std::to_string(run.code) + " (" +
-                             std::string(ExportCodeText(run.code)) + ")";
-    if (IsBitmapFailure(run.code))
-        throw OutputError({}, what, "TMPDIR names another place for temporary files");
-    throw ProcessingError({}, what, "no picture was written");
-}
-
-// The library wrote the bitmap itself, in a folder of the tool: a call that is ended in the middle leaves
-// nothing beside the user's files, and a long path does not matter.
-std::vector<uint8_t> ReadBitmap(const std::string& path, const ExportTraits& traits) {
-    constexpr uint64_t kMostBytes = uint64_t{1} << 31;
-    std::error_code error;
-    const uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size == 0)
-        throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
-    return ReadInputFile(path, kMostBytes);
 }
 
 // The files of one run: nothing is there under its name before all is done.
@@ -231,7 +130,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     TestRunOptions(options_);
     if (const ExportTraits* const named = FindNamedTraits(options_)) TestRunExport(options_, *named);
     TestTargets(options_);
-    const ProfileFile profile = ReadProfile(options_);
+    const ProfileFile profile = ReadRunProfile(options_);
     RunReport report;
     TestMeaning(profile, options_, report.findings);
     const ExportTraits& traits = FindTraits(profile, options_);

@@ -42,11 +42,7 @@ void AddInputAndTarget(CLI::App& command, RunOptions& options) {
 }
 
 void AddOutputs(CLI::App& command, RunOptions& options) {
-    command
-        .add_option("--window", options.window,
-                    "Levels that become black and white in a .png; without it 0 to the section's OUTPUTRANGE")
-        ->type_name("LOW:HIGH");
-    command.add_flag("--png16", options.isPng16, "Keep all 16 bits in a .png (looks dark in most viewers)");
+    AddLevelOptions(command, options);
     command
         .add_option("--strip", options.strip,
                     "One more picture: before, after, and the frame after every stage, from a second run")
@@ -54,9 +50,21 @@ void AddOutputs(CLI::App& command, RunOptions& options) {
     command.add_option("--log", options.log, "Keep the library's log of the run in this file")
         ->type_name("FILE");
     command.add_flag("--force", options.mayReplace, "Replace files that exist");
+    command.add_flag("--in-place", options.isInPlace,
+                     "Use the profile itself, as a host does: the sensor's values and the log go to it");
 }
 
-void AddCall(CLI::App& command, RunOptions& options) {
+}  // namespace
+
+void AddLevelOptions(CLI::App& command, RunOptions& options) {
+    command
+        .add_option("--window", options.window,
+                    "Levels that become black and white in a .png; without it 0 to the section's OUTPUTRANGE")
+        ->type_name("LOW:HIGH");
+    command.add_flag("--png16", options.isPng16, "Keep all 16 bits in a .png (looks dark in most viewers)");
+}
+
+void AddCallOptions(CLI::App& command, RunOptions& options) {
     command
         .add_option(
             "--export", options.exportName,
@@ -84,8 +92,6 @@ void AddCall(CLI::App& command, RunOptions& options) {
     command.add_flag("--mapping", options.applyMapping, "Squeeze the result into the levels 1228 to 2905");
     command.add_flag("--spot-correction", options.applySpotCorrection,
                      "Even out the frame's brightness first");
-    command.add_flag("--in-place", options.isInPlace,
-                     "Use the profile itself, as a host does: the sensor's values and the log go to it");
     command.add_flag("--force-section", options.forceSection,
                      "Run also if the section or its settings are missing");
     CLI::Option* const timeout =
@@ -97,12 +103,10 @@ void AddCall(CLI::App& command, RunOptions& options) {
     });
 }
 
-}  // namespace
-
 void AddRunOptions(CLI::App& command, RunOptions& options) {
     AddInputAndTarget(command, options);
     AddOutputs(command, options);
-    AddCall(command, options);
+    AddCallOptions(command, options);
 }
 
 void TestRunOptions(const RunOptions& options) {

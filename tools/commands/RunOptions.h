@@ -40,6 +40,12 @@ struct RunOptions {
 // Adds the options, bound to the record.
 void AddRunOptions(CLI::App& command, RunOptions& options);
 
+// Those among them that say how levels go into a .png.
+void AddLevelOptions(CLI::App& command, RunOptions& options);
+
+// Those among them that make the call: the export, what it takes, its time.
+void AddCallOptions(CLI::App& command, RunOptions& options);
+
 // Everything that is wrong with the options and needs no file.
 //
 // Errors   UsageError
