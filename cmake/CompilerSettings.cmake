@@ -2,6 +2,10 @@
 # fused multiply-add rounds once in place of twice, so contraction is off, and fast-math is never on.
 add_library(vastrelline_settings INTERFACE)
 target_compile_options(vastrelline_settings INTERFACE -ffp-contract=off)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(i[3-6]86|x86|x86_64|AMD64)$")
+    # The old floating-point unit keeps more bits than a double has, and rounds some results twice.
+    target_compile_options(vastrelline_settings INTERFACE -msse2 -mfpmath=sse)
+endif()
 if(VASTRELLINE_DEVELOP)
     target_compile_options(vastrelline_settings INTERFACE
         -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror)

@@ -7,6 +7,8 @@
 #     test    the tests and benchmarks
 #     fuzz    the fuzzers, and what measures how far their corpus reaches
 #     ci      format and lint checks, and the Windows build with its tests
+#     aarch64     the build for 64-bit Arm with its tests
+#     windows32   the build for 32-bit Windows with its tests
 set -euo pipefail
 
 declare -A packages=(
@@ -14,6 +16,8 @@ declare -A packages=(
     [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
+    [aarch64]="g++-aarch64-linux-gnu qemu-user googletest"
+    [windows32]="g++-mingw-w64-i686-posix mmdebstrap googletest"
 )
 
 missing=()

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Builds Vastrelline.dll with mingw-w64 and runs the test programs under Wine, without a screen.
+#
+#     scripts/test-windows.sh [32]
+#
+# The argument asks for the DLL of 32-bit Windows.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-
-scripts/install-dependencies.sh build test ci
-cmake --preset windows
-cmake --build --preset windows
 
 # A prefix of this run's own: nothing of a person's Wine is read or changed.
 WINEPREFIX=$(mktemp -d)
@@ -13,18 +13,31 @@ export WINEPREFIX
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 unset DISPLAY WAYLAND_DISPLAY
-wine=$(dpkg -L wine64 | grep '/wine64$' | head -n 1)
-wineserver=$(dirname "$wine")/wineserver
-if [[ ! -x "$wineserver" ]]; then
-    wineserver=$(dpkg -L wine64 | grep '/wineserver64$')
+
+if [[ "${1:-64}" == 32 ]]; then
+    preset=windows32
+    scripts/install-dependencies.sh build test windows32
+    scripts/wine32.sh --install
+    wine=(scripts/wine32.sh)
+    wineserver=(scripts/wine32.sh --server)
+else
+    preset=windows
+    scripts/install-dependencies.sh build test ci
+    wine=("$(dpkg -L wine64 | grep '/wine64$' | head -n 1)")
+    wineserver=("$(dirname "${wine[0]}")/wineserver")
+    if [[ ! -x "${wineserver[0]}" ]]; then
+        wineserver=("$(dpkg -L wine64 | grep '/wineserver64$')")
+    fi
 fi
 stopWine() {
-    "$wineserver" -k || true
+    "${wineserver[@]}" -k || true
     rm -rf "$WINEPREFIX"
 }
 trap stopWine EXIT
+cmake --preset "$preset"
+cmake --build --preset "$preset"
 
 # The server starts first and on its own: as a child of the first test it would hold that test's output open.
-"$wineserver" -p >/dev/null 2>&1
-"$wine" wineboot -i >/dev/null 2>&1
-ctest --preset windows
+"${wineserver[@]}" -p >/dev/null 2>&1
+"${wine[@]}" wineboot -i >/dev/null 2>&1
+ctest --preset "$preset"

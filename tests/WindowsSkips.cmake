@@ -1,6 +1,6 @@
 # Tests that do not run on Windows, each with its reason. Tests of the POSIX parts are no matter of this
 # list: they lie in folders named posix and are not built there.
-set(VASTRELLINE_WINDOWS_SKIPS
+set(VASTRELLINE_SKIPS
     # Under Wine the superuser writes files that are marked read-only, as no Windows user does.
     "Exports/BadProfileTest.ReadOnlyProfileIsReadAndStays/*"
     # A profile in UTF-8 is read in the code page of the thread there, which has no such names.

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#ifdef _WIN32
+#ifndef VASTRELLINE_HAS_PNG
 
 namespace vastrelline {
 
