@@ -16,8 +16,15 @@ public:
     FloatingPointScope& operator=(const FloatingPointScope&) = delete;
 
 private:
-    uint64_t before_;
-    uint16_t x87Before_;
+    // Of the x87 unit, where there is one to care for: else both are 0.
+    struct X87State {
+        uint16_t control;
+        uint16_t status;
+    };
+
+    uint64_t controlBefore_;
+    uint64_t flagsBefore_;
+    X87State x87Before_;
 };
 
 }  // namespace vastrelline
