@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cfloat>
+
 namespace vastrelline {
 
 // A number as the unrounded sum of two doubles, the lower one a last place of the higher or less: some 106
@@ -9,6 +11,12 @@ struct DoubleDouble {
     double high;
     double low;
 };
+
+// Flags of a build of its own may ask for what would undo it without a word.
+static_assert(FLT_EVAL_METHOD == 0, "doubles have to be computed as doubles: on 32-bit x86, by -mfpmath=sse");
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__)
+#error "the compiler must keep the order of sums: no -ffast-math, no -Ofast"
+#endif
 
 // a + b without any loss (Knuth, 1969).
 inline DoubleDouble ExactSum(double a, double b) {
