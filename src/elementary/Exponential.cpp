@@ -19,7 +19,6 @@ constexpr double kSurelyAbove = 709.79;   // all larger ones have infinity
 constexpr double kSurelyBelow = -745.14;  // all smaller ones have 0
 constexpr double kLastPlain = -708;       // smaller ones may have subnormal results
 constexpr double kFirstLarge = 709.7;
-constexpr double kNearlyError = 0x1p-49;
 
 WideValue Definition(double x) { return WideExp(WideFromDouble(x)); }
 
@@ -51,9 +50,8 @@ inline double CubicTail(double r) {
 }
 
 double FastExp(double x) {
-    constexpr double kError = 0x1p-68;
     const ScaledPower power = ExpInPairs({x, 0});
-    if (!IsSurelyRounded(power.significand, kError)) return RoundToDouble(Definition(x));
+    if (!IsSurelyRounded(power.significand, 2 * kExpInPairsError)) return RoundToDouble(Definition(x));
     return (power.significand.high + power.significand.low) * PowerOfTwo(power.exponent);
 }
 
@@ -101,7 +99,7 @@ float Exp(float x) {
     constexpr float kFirstNearly = -100;
     constexpr float kLastNearly = 100;
     float nearest = 0;
-    if (x >= kFirstNearly && x <= kLastNearly && TellFloat(NearlyExp(x), kNearlyError, nearest))
+    if (x >= kFirstNearly && x <= kLastNearly && TellFloat(NearlyExp(x), kNearlyExpError, nearest))
         return nearest;
     const double power = Exp(double{x});
     return HasOneFloat(power) ? static_cast<float>(power) : RoundToFloat(Definition(x));
@@ -109,7 +107,7 @@ float Exp(float x) {
 
 float ExpTimes(double x, double factor) {
     // The nearest power and its product with the factor are rounded, too.
-    constexpr double kError = 2 * kNearlyError;
+    constexpr double kError = 2 * kNearlyExpError;
     float nearest = 0;
     const bool isPlain = x >= kLastPlain && x <= kFirstLarge;
     if (isPlain && TellFloat(NearlyExp(x) * factor, kError, nearest)) return nearest;

@@ -17,19 +17,21 @@ float Exp(float x);
 // factor   above 0
 float ExpTimes(double x, double factor);
 
-// Exp(x) but for an error of less than 2^-50 of it.
+// Exp(x) but for an error of less than kNearlyExpError of it.
 //
 // x   from -708 to 709.7
 double NearlyExp(double x);
+inline constexpr double kNearlyExpError = 0x1p-50;
 
 // e^x of a number in two parts: the result is significand * 2^exponent.
 //
 // x          from -708 to 709.7
-// Precision  70 bits
+// Precision  kExpInPairsError of the significand
 struct ScaledPower {
     DoubleDouble significand;  // about 0.99 to 2
     int exponent;
 };
 ScaledPower ExpInPairs(DoubleDouble x);
+inline constexpr double kExpInPairsError = 0x1p-70;
 
 }  // namespace vastrelline

@@ -77,12 +77,11 @@ DoubleDouble LogInPairs(double x) {
 }
 
 double Log(double x) {
-    constexpr double kRelativeError = 0x1p-70;
     if (std::isnan(x) || x < 0) return std::numeric_limits<double>::quiet_NaN();
     if (x == 0) return -std::numeric_limits<double>::infinity();
     if (std::isinf(x)) return x;
     const DoubleDouble logarithm = LogInPairs(x);
-    if (IsSurelyRounded(logarithm, logarithm.high * kRelativeError)) return logarithm.high + logarithm.low;
+    if (IsSurelyRounded(logarithm, logarithm.high * kLogInPairsError)) return logarithm.high + logarithm.low;
     return RoundToDouble(WideLog(x));
 }
 

@@ -15,7 +15,8 @@ float Log(float x);
 // The same in two parts.
 //
 // x          finite and above 0
-// Precision  75 bits
+// Precision  kLogInPairsError of the result
 DoubleDouble LogInPairs(double x);
+inline constexpr double kLogInPairsError = 0x1p-74;
 
 }  // namespace vastrelline

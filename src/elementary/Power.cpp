@@ -57,8 +57,7 @@ double PositivePower(double base, double exponent) {
     constexpr double kLastPlain = -708;       // below, it may be subnormal
     constexpr double kFirstLarge = 709.7;
     constexpr double kTiny = 0x1p-55;  // the power is 1, and e^x is nearer to it than to its neighbours
-    constexpr double kError = 0x1p-68;
-    constexpr double kRelativeError = 0x1p-72;
+    constexpr double kRelativeError = 2 * kLogInPairsError;
     const DoubleDouble logarithm = LogInPairs(base);
     const double estimate = logarithm.high * exponent;
     if (estimate > kSurelyAbove) return kInfinity;
@@ -68,7 +67,7 @@ double PositivePower(double base, double exponent) {
     DoubleDouble product = ExactProduct(logarithm.high, exponent);
     product.low += logarithm.low * exponent;
     const ScaledPower power = ExpInPairs(product);
-    const double error = kError + std::abs(estimate) * kRelativeError;
+    const double error = 2 * kExpInPairsError + std::abs(estimate) * kRelativeError;
     if (!IsSurelyRounded(power.significand, error)) return RoundToDouble(Definition(base, exponent));
     return (power.significand.high + power.significand.low) * PowerOfTwo(power.exponent);
 }

@@ -38,7 +38,7 @@ Angle Reduce(double x) {
 // The sine of angle.count + angle.rest in two parts: sin(a + b) = sin a cos b + cos a sin b (Tang, 1991),
 // with cos b - 1 and sin b from their series. What is lost is above all some seven roundings of b^3 / 6, each
 // up to 2^-53 of it. The sine is at least b, so that of the sine this is less than 2^-63.4.
-DoubleDouble SineInPairs(const Angle& angle) {
+DoubleDouble SineOfAngle(const Angle& angle) {
     const DoubleDouble& sine = kSines[angle.count];
     const DoubleDouble& cosine = kSines[(angle.count + kQuarterTurn) % kTurn];
     const double b = angle.rest.high;
@@ -57,35 +57,40 @@ DoubleDouble SineInPairs(const Angle& angle) {
     return ExactSumOfOrdered(sum.high, low);
 }
 
-// The nearest double, with the count moved by so many parts, where two parts tell it.
-bool TellFast(double x, size_t moved, double& result) {
+// Whether two parts tell the sine or the cosine of x, and then the nearest double.
+bool TellFast(double x, DoubleDouble (*inPairs)(double x), double& result) {
     constexpr double kFarthest = 0x1p15;  // the parts' products with the count are exact to 2^17 and more
     constexpr double kNearZero = 0x1p-20;
-    constexpr double kRelativeError = 0x1p-63;
     if (std::abs(x) > kFarthest) return false;
-    Angle angle = Reduce(x);
-    angle.count = (angle.count + moved) % kTurn;
-    const DoubleDouble sine = SineInPairs(angle);
+    const DoubleDouble pair = inPairs(x);
     // Far from 0 the rest lacks bits that a result near 0 is made of.
-    if (std::abs(sine.high) < kNearZero && std::abs(x) > kNearZero) return false;
-    if (!IsSurelyRounded(sine, sine.high * kRelativeError)) return false;
-    result = sine.high + sine.low;
+    if (std::abs(pair.high) < kNearZero && std::abs(x) > kNearZero) return false;
+    if (!IsSurelyRounded(pair, pair.high * kSinInPairsError)) return false;
+    result = pair.high + pair.low;
     return true;
 }
 
 }  // namespace
 
+DoubleDouble SinInPairs(double x) { return SineOfAngle(Reduce(x)); }
+
+DoubleDouble CosInPairs(double x) {
+    Angle angle = Reduce(x);
+    angle.count = (angle.count + kQuarterTurn) % kTurn;
+    return SineOfAngle(angle);
+}
+
 double Sin(double x) {
     if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
     if (std::abs(x) < kTiny) return x;
     double result = 0;
-    return TellFast(x, 0, result) ? result : RoundToDouble(WideSin(x));
+    return TellFast(x, SinInPairs, result) ? result : RoundToDouble(WideSin(x));
 }
 
 double Cos(double x) {
     if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
     double result = 0;
-    return TellFast(x, kQuarterTurn, result) ? result : RoundToDouble(WideCos(x));
+    return TellFast(x, CosInPairs, result) ? result : RoundToDouble(WideCos(x));
 }
 
 }  // namespace vastrelline

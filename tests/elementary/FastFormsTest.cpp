@@ -41,12 +41,12 @@ WideValue PowerByDefinition(double base, double exponent) {
                     logarithm.isNegative != parts.isNegative});
 }
 
-// log2 of the error of two parts, as a share of the value.
-int ErrorPlace(const DoubleDouble& pair, int exponent, const WideValue& value) {
+// The error of two parts as a share of the value.
+double ErrorShare(const DoubleDouble& pair, int exponent, const WideValue& value) {
     WideValue sum = SumOf({pair.high, pair.low});
     sum.exponent = exponent - value.exponent;
-    const int place = DistancePlace(sum, {value.magnitude, 0, value.isNegative});
-    return std::max(place, -1000) - value.magnitude.TopBit();
+    const WideValue error = SignedSum(sum, {value.magnitude, 0, !value.isNegative});
+    return RoundToDouble({error.magnitude / value.magnitude, 0, false});
 }
 
 TEST(FastForms, OfExp) {
@@ -79,7 +79,7 @@ TEST(FastForms, OfExpNearly) {
         const double x = arguments.Between(-708, 709.7);
         worst = std::max(worst, std::abs(NearlyExp(x) / Exp(x) - 1));
     }
-    EXPECT_LT(worst, 0x1p-51);
+    EXPECT_LT(worst, kNearlyExpError);
 }
 
 // Floats go a way of their own, and where it does not tell, that of the doubles.
@@ -154,22 +154,35 @@ TEST(FastForms, OfSinAndCosNearZeros) {
     }
 }
 
-// The errors that the tests of rounding allow for, with room to spare.
+// What the tests of rounding rely on.
 TEST(FastForms, PairsAreAsPreciseAsSaid) {
     Arguments arguments;
-    int worstPower = -1000;
-    int worstLogarithm = -1000;
+    double power = 0;
+    double logarithm = 0;
+    double sine = 0;
     for (int i = 0; i < kCount; ++i) {
         const double x = arguments.Between(-708, 709.7);
-        const ScaledPower power = ExpInPairs({x, 0});
-        worstPower =
-            std::max(worstPower, ErrorPlace(power.significand, power.exponent, WideExp(WideFromDouble(x))));
+        const ScaledPower scaled = ExpInPairs({x, 0});
+        power = std::max(power, ErrorShare(scaled.significand, scaled.exponent, WideExp(WideFromDouble(x))));
         for (const double y :
-             {arguments.OfSize(-300, 300), arguments.Between(0.98, 1.02), 1 + arguments.OfSize(-40, -7)})
-            worstLogarithm = std::max(worstLogarithm, ErrorPlace(LogInPairs(y), 0, WideLog(y)));
+             {arguments.OfSize(-300, 300), arguments.Between(0.98, 1.02), 1 + arguments.OfSize(-40, -7)}) {
+            logarithm = std::max(logarithm, ErrorShare(LogInPairs(y), 0, WideLog(y)));
+        }
+        // The least sines that are no rests alone have the largest errors.
+        for (const double y : {arguments.Between(-7, 7), arguments.Between(0.012, 0.05),
+                               arguments.OfSize(-27, -4), arguments.Between(-32768, 32768)}) {
+            if (std::abs(Sin(y)) >= 0x1p-20 || std::abs(y) <= 0x1p-20)
+                sine = std::max(sine, ErrorShare(SinInPairs(y), 0, WideSin(y)));
+            if (std::abs(Cos(y)) >= 0x1p-20) sine = std::max(sine, ErrorShare(CosInPairs(y), 0, WideCos(y)));
+        }
     }
-    EXPECT_LT(worstPower, -70);
-    EXPECT_LT(worstLogarithm, -75);
+    EXPECT_LT(power, kExpInPairsError);
+    EXPECT_LT(logarithm, kLogInPairsError);
+    EXPECT_LT(sine, kSinInPairsError);
+    // And not by so much that the bounds could be wrong unseen.
+    EXPECT_GT(power, kExpInPairsError / 64);
+    EXPECT_GT(logarithm, kLogInPairsError / 64);
+    EXPECT_GT(sine, kSinInPairsError / 4);
 }
 
 }  // namespace
