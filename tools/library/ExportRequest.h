@@ -66,6 +66,7 @@ struct ExportRequest {
     std::string sensorFolder;
     int32_t sensorMode = 0;
     std::optional<std::chrono::milliseconds> timeout;  // none: it may take as long as it likes
+    std::optional<uint64_t> memoryLimit;               // of a worker, in bytes; none: all there is
     std::function<void()> onWait;  // called again and again while somebody waits; may be empty
     CallRecord record;             // what the call leaves
 };

@@ -2,18 +2,20 @@
 
 #include <signal.h>  // sigaction is no part of <csignal>
 
+#include <atomic>
 #include <initializer_list>
 
 namespace vastrelline {
 namespace {
 
-volatile sig_atomic_t isCancelled = 0;
+// Set by whichever thread the signal meets.
+std::atomic<bool> isCancelled{false};
+std::atomic<bool> isReaderGone{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "only such may be set by a signal's handler");
 
-void Remember(int /*number*/) { isCancelled = 1; }
+void Remember(int /*number*/) { isCancelled = true; }
 
-volatile sig_atomic_t isReaderGone = 0;
-
-void RememberReader(int /*number*/) { isReaderGone = 1; }
+void RememberReader(int /*number*/) { isReaderGone = true; }
 
 bool IsIgnored(int number) {
     struct sigaction inherited = {};
@@ -36,8 +38,8 @@ void CatchCancellation() {
     if (!IsIgnored(SIGPIPE)) sigaction(SIGPIPE, &action, nullptr);
 }
 
-bool IsCancelled() { return isCancelled != 0; }
+bool IsCancelled() { return isCancelled; }
 
-bool IsReaderGone() { return isReaderGone != 0; }
+bool IsReaderGone() { return isReaderGone; }
 
 }  // namespace vastrelline

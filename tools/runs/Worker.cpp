@@ -11,6 +11,7 @@
 #include "files/PrivateFolder.h"
 #include "messages/ToolError.h"
 #include "runs/ChildProcess.h"
+#include "runs/MemoryLimit.h"
 #include "runs/WorkerJob.h"
 
 namespace vastrelline {
@@ -71,6 +72,7 @@ int RunWorker(const char* folder, const ExportCaller& callExport) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     try {
         ExportRequest request = ReadJob(folder);
+        if (request.memoryLimit) LimitMemory(*request.memoryLimit);
         WriteJobResult(folder, callExport(request), request);
         return kDone;
     } catch (const std::bad_alloc&) {

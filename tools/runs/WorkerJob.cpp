@@ -48,6 +48,7 @@ Json NumbersOf(const ExportRequest& request) {
                     {"height", request.frame.height},         {"mapping", request.applyMapping},
                     {"spots", request.applySpotCorrection},   {"sensorMode", request.sensorMode}};
     if (request.geometry) numbers["geometry"] = *request.geometry;
+    if (request.memoryLimit) numbers["memory"] = *request.memoryLimit;
     return numbers;
 }
 
@@ -75,6 +76,7 @@ ExportRequest ReadJob(const std::string& folder) {
         request.applySpotCorrection = head.at("spots");
         request.sensorMode = head.at("sensorMode");
         if (head.contains("geometry")) request.geometry.emplace() = head["geometry"];
+        if (head.contains("memory")) request.memoryLimit = head["memory"].get<uint64_t>();
         request.profile = Text(head.at("profile"));
         request.section = Text(head.at("section"));
         request.bitmapPath = Text(head.at("bitmap"));

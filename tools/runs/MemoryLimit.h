@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vastrelline {
+
+// From here on this process gets no more memory of its own than so much, what it has included: allocations
+// fail. A limit that is lower already stays. Builds that watch memory, and need much of it, go without.
+void LimitMemory(uint64_t bytes);
+
+}  // namespace vastrelline
