@@ -15,7 +15,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 // The tool's rooms have no order but what keeps them free of cycles.
-const HouseRules kRooms{.rooms = {{.folder = "commands", .rank = 0},
+const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},
+                                  {.folder = "commands", .rank = 0},
                                   {.folder = "completion", .rank = 0},
                                   {.folder = "files", .rank = 0},
                                   {.folder = "formats", .rank = 0},

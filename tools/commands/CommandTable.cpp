@@ -1,5 +1,6 @@
 #include "commands/CommandTable.h"
 
+#include "commands/BatchCommand.h"
 #include "commands/CompareCommand.h"
 #include "commands/CompletionCommand.h"
 #include "commands/ConvertCommand.h"
@@ -25,6 +26,7 @@ std::unique_ptr<Command> Make() {
 constexpr CommandEntry kCommands[] = {
     // group, name, summary, --json, maker
     {"", "run", "Process a frame with the settings of a profile", true, Make<RunCommand>},
+    {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
     {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},

@@ -17,4 +17,10 @@ void PrintObject(std::ostream& out, std::string_view command, ExitCode code,
 // The same for the running command, to where its results go.
 void PrintObject(const CommandContext& context, ExitCode code, const nlohmann::ordered_json& fields);
 
+// An object in a line of its own, without a head, written at once: for a command that prints many.
+void PrintLine(std::ostream& out, const nlohmann::ordered_json& fields);
+
+// The same with the head: the last line of such a command.
+void PrintObjectLine(const CommandContext& context, ExitCode code, const nlohmann::ordered_json& fields);
+
 }  // namespace vastrelline

@@ -25,12 +25,7 @@ void AddInputAndTarget(CLI::App& command, RunOptions& options) {
     command.add_option("FRAME", options.frame, "The frame; - reads standard input")
         ->required()
         ->type_name("");
-    command.add_option("--profile", options.profile, "The profile file; it stays as it is")
-        ->required()
-        ->type_name("PROFILE");
-    command.add_option("--section", options.section, "Section of the profile that holds the settings")
-        ->required()
-        ->type_name("SECTION");
+    AddSettingsOptions(command, options);
     command
         .add_option("--out", options.picture,
                     "Where the picture goes: .png or .bmp (8 bits), .pgm, .tif or .raw (16 bits)")
@@ -55,6 +50,15 @@ void AddOutputs(CLI::App& command, RunOptions& options) {
 }
 
 }  // namespace
+
+void AddSettingsOptions(CLI::App& command, RunOptions& options) {
+    command.add_option("--profile", options.profile, "The profile file; it stays as it is")
+        ->required()
+        ->type_name("PROFILE");
+    command.add_option("--section", options.section, "Section of the profile that holds the settings")
+        ->required()
+        ->type_name("SECTION");
+}
 
 void AddLevelOptions(CLI::App& command, RunOptions& options) {
     command

@@ -40,6 +40,9 @@ struct RunOptions {
 // Adds the options, bound to the record.
 void AddRunOptions(CLI::App& command, RunOptions& options);
 
+// Those among them that name profile and section.
+void AddSettingsOptions(CLI::App& command, RunOptions& options);
+
 // Those among them that say how levels go into a .png.
 void AddLevelOptions(CLI::App& command, RunOptions& options);
 

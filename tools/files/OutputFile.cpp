@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
 #include <cstddef>
 #include <filesystem>
 #include <system_error>
@@ -19,6 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away what new files must not have
 constexpr int kNameAttempts = 100;
+constexpr std::string_view kDraftMark = ".v";
 
 OutputError CannotWrite(const std::string& path, int reason) {
     return {path, "cannot be written: " + std::generic_category().message(reason)};
@@ -68,8 +70,8 @@ OutputFile::OutputFile(const std::string& path, bool mayReplace)
     const fs::path wanted(path_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
         // Short, so that a path that just fits does not grow too long.
-        const std::string leaf =
-            ".v" + std::to_string(getpid()) + "-" + std::to_string(attempt) + wanted.extension().string();
+        const std::string leaf = std::string(kDraftMark) + std::to_string(getpid()) + "-" +
+                                 std::to_string(attempt) + wanted.extension().string();
         const std::string candidate = (wanted.parent_path() / leaf).string();
         const Descriptor file(open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
         if (file.Number() >= 0) {
@@ -119,6 +121,19 @@ void OutputFile::Publish() {
     }
     if (rename(draftPath_.c_str(), path_.c_str()) != 0) throw CannotWrite(shownPath_, errno);
     isPublished_ = true;
+}
+
+std::optional<pid_t> WriterOfDraft(std::string_view leaf) {
+    if (!leaf.starts_with(kDraftMark)) return std::nullopt;
+    leaf.remove_prefix(kDraftMark.size());
+    pid_t process = 0;
+    const auto [end, error] = std::from_chars(leaf.data(), leaf.data() + leaf.size(), process);
+    leaf.remove_prefix(static_cast<size_t>(end - leaf.data()));
+    if (error != std::errc() || process <= 0 || !leaf.starts_with('-')) return std::nullopt;
+    const std::string_view attempt = leaf.substr(1, leaf.find('.') - 1);
+    const bool isNumber =
+        !attempt.empty() && attempt.find_first_not_of("0123456789") == std::string_view::npos;
+    return isNumber ? std::optional(process) : std::nullopt;
 }
 
 }  // namespace vastrelline

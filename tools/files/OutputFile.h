@@ -1,7 +1,11 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vastrelline {
@@ -37,5 +41,8 @@ private:
     bool mayReplace_;
     bool isPublished_ = false;
 };
+
+// The process that wrote a draft of this name; nothing for names that no draft has.
+std::optional<pid_t> WriterOfDraft(std::string_view leaf);
 
 }  // namespace vastrelline
