@@ -23,8 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A worker needs so much for itself, and so much for each pixel of its frame: the chain with the most scratch
-// takes a third of it.
+// A worker gets so much for itself, and so much for each pixel of its frame. That is several times what a run
+// needs: all sample sections process a frame of two million pixels within 256 MiB.
 constexpr uint64_t kWorkerBytes = uint64_t{512} << 20;
 constexpr uint64_t kBytesPerPixel = 512;
 constexpr uint64_t kBytesPerMebibyte = uint64_t{1} << 20;

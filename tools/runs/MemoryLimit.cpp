@@ -22,8 +22,10 @@ constexpr bool kIsWatched = false;
 
 }  // namespace
 
+bool CanLimitMemory() { return !kIsWatched; }
+
 void LimitMemory(uint64_t bytes) {
-    if (kIsWatched) return;
+    if (!CanLimitMemory()) return;
     // Of the data, not of the addresses: those that are only reserved cost nothing.
     rlimit limit = {};
     if (getrlimit(RLIMIT_DATA, &limit) != 0) return;

@@ -8,4 +8,7 @@ namespace vastrelline {
 // fail. A limit that is lower already stays. Builds that watch memory, and need much of it, go without.
 void LimitMemory(uint64_t bytes);
 
+// Whether this build can be limited.
+bool CanLimitMemory();
+
 }  // namespace vastrelline

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "batch/BatchManifest.h"
+#include "runs/MemoryLimit.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
@@ -162,6 +163,13 @@ TEST_F(BatchResume, DoesEveryFrameOnceAfterSuddenEnds) {
     EXPECT_EQ(Summary()["before"], kFrames);
 }
 
+TEST_F(BatchResume, RefusesASecondBatchInTheFolderOfARunningOne) {
+    const BatchManifest running(folder_.Narrow("out"), BatchManifest::Opening::New, {});
+    for (const char* const how : {"--resume", "--force"}) EXPECT_EQ(Await(Begin(Words("out", {how}))), 5);
+    EXPECT_NE(ReadBytes(folder_.Path() / "errors").find("another batch works"), std::string::npos);
+    EXPECT_TRUE(Results("out", true).empty());
+}
+
 // The children of a process.
 std::vector<pid_t> ChildrenOf(pid_t process) {
     std::vector<pid_t> children;
@@ -201,6 +209,18 @@ TEST_F(SlowBatch, EndsAWorkerThatTakesTooLong) {
     EXPECT_NE(ReadBytes(folder_.Path() / "errors").find("took longer than 100 ms"), std::string::npos);
 }
 
+// A radiograph needs several megabytes for its scratch alone.
+TEST_F(SlowBatch, AFrameThatTakesTooMuchMemoryFails) {
+    if (!CanLimitMemory()) GTEST_SKIP() << "this build watches memory";
+    std::vector<std::string> words = SlowWords({"--memory", "1", "--json"});
+    words[2] = folder_.Narrow("p.ini");
+    EXPECT_EQ(Await(Begin(words)), 4);
+    EXPECT_EQ(Summary()["failed"], 1);
+    EXPECT_TRUE(Results("out", true).empty());
+    words.insert(words.end(), {"--memory", "256", "--resume"});
+    words.erase(words.begin() + 7, words.begin() + 9);
+    EXPECT_EQ(Await(Begin(words)), 0) << ReadBytes(folder_.Path() / "errors");
+}
 TEST_F(SlowBatch, CancelsAtOnce) {
     const pid_t tool = Begin(SlowWords({"--keep-going", "--json"}));
     while (ChildrenOf(tool).empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -25,6 +25,12 @@ TEST(JsonObject, HasTheHeadThatAllHave) {
                              "\"\xEF\xBF\xBD\"\n}\n");
 }
 
+TEST(JsonObject, IsALineWhereACommandPrintsMany) {
+    std::ostringstream out;
+    PrintLine(out, {{"b", {1, 2}}, {"a", "\n\xFF"}});
+    EXPECT_EQ(out.str(), "{\"b\":[1,2],\"a\":\"\\n\xEF\xBF\xBD\"}\n");
+}
+
 TEST(JsonObject, IsWhatEveryCommandPrints) {
     const TemporaryFolder folder;
     const std::string profile = folder.Narrow("p.ini");

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -109,6 +111,16 @@ TEST(OutputFile, WhatCannotBeAFileIsRefusedEvenWithForce) {
         EXPECT_THROW(WriteFile(path, true), std::runtime_error) << path;
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
     EXPECT_EQ(FilesIn(folder), 1);
+}
+
+TEST(OutputFile, ADraftTellsWhoWritesIt) {
+    const TemporaryFolder folder;
+    const OutputFile file(folder.Narrow("a.bmp"), false);
+    EXPECT_EQ(WriterOfDraft(std::filesystem::path(file.DraftPath()).filename().string()), getpid());
+    EXPECT_EQ(WriterOfDraft(".v12-3"), 12);
+    for (const char* const leaf :
+         {"", ".v", ".v12", ".v12-", ".v12-.png", ".v12-x.png", ".v-1-2.png", ".v0-1", ".vx-1", "v12-3.png"})
+        EXPECT_EQ(WriterOfDraft(leaf), std::nullopt) << leaf;
 }
 
 }  // namespace

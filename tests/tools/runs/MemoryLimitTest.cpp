@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,21 +30,8 @@ int AskFor(uint64_t bytes) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-bool IsLimited() {
-    const pid_t child = fork();
-    if (child == 0) {
-        LimitMemory(512 * kMebibyte);
-        rlimit limit = {};
-        getrlimit(RLIMIT_DATA, &limit);
-        _exit(limit.rlim_cur == 512 * kMebibyte ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 TEST(MemoryLimit, LetsLargerWishesFail) {
-    if (!IsLimited()) GTEST_SKIP() << "this build watches memory";
+    if (!CanLimitMemory()) GTEST_SKIP() << "this build watches memory";
     EXPECT_EQ(AskFor(64 * kMebibyte), 0);
     EXPECT_EQ(AskFor(1024 * kMebibyte), 1);
 }

@@ -31,6 +31,7 @@ TEST(WorkerJob, ComesBackWithEveryByte) {
         sent.applyMapping = !hasGeometry;
         sent.applySpotCorrection = hasGeometry;
         if (hasGeometry) sent.geometry = {1, -2, 3, 4, 5, 6, 7, 8, 9, INT32_MIN};
+        if (hasGeometry) sent.memoryLimit = UINT64_MAX;
         WriteJob(folder.Path().string(), sent);
         const ExportRequest got = ReadJob(folder.Path().string());
         EXPECT_EQ(got.kind, sent.kind);
@@ -46,6 +47,7 @@ TEST(WorkerJob, ComesBackWithEveryByte) {
         EXPECT_EQ(got.geometry, sent.geometry);
         EXPECT_EQ(got.sensorFolder, sent.sensorFolder);
         EXPECT_EQ(got.sensorMode, sent.sensorMode);
+        EXPECT_EQ(got.memoryLimit, sent.memoryLimit);
     }
 }
 
