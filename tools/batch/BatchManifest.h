@@ -52,7 +52,7 @@ public:
     // Whether a result of this name was announced before this batch began.
     bool IsOwn(const std::string& result) const;
 
-    // What was told of a result that was done with the same settings before this batch began.
+    // What the manifest says of a result that was done with the same settings before this batch began.
     const FrameHashes* FindDone(const std::string& result) const;
 
     // Both may be called by several threads at a time.
