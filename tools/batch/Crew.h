@@ -5,7 +5,8 @@
 
 namespace vastrelline {
 
-// Calls `work` with each part from 0 to count - 1, once and begun in this order, on as many threads as wanted.
+// Calls `work` with each part from 0 to count - 1, once and begun in this order, on as many threads as
+// wanted.
 //
 // threads   1 or more; fewer do if the system gives no more
 // work      called from several threads at a time; false: no further part is begun. What it throws is thrown
