@@ -14,6 +14,7 @@
 #include "commands/ProfileSetCommand.h"
 #include "commands/ProfileShowCommand.h"
 #include "commands/RunCommand.h"
+#include "commands/StagesCommand.h"
 
 namespace vastrelline {
 namespace {
@@ -26,6 +27,7 @@ std::unique_ptr<Command> Make() {
 constexpr CommandEntry kCommands[] = {
     // group, name, summary, --json, maker
     {"", "run", "Process a frame with the settings of a profile", true, Make<RunCommand>},
+    {"", "stages", "Show the frame after every stage of a run", true, Make<StagesCommand>},
     {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
     {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},

@@ -28,7 +28,6 @@
 #include "runs/Cancellation.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
-#include "runs/LookAtProfile.h"
 
 namespace vastrelline {
 namespace {
@@ -96,12 +95,6 @@ void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
     std::move(more.begin(), more.end(), std::back_inserter(findings));
 }
 
-std::vector<Finding> LookAtReading(const std::string& path, const LoadedFrame& frame) {
-    std::vector<Finding> findings;
-    for (const std::string& note : frame.notes) findings.push_back({Severity::Note, path, 0, 1, note, ""});
-    return findings;
-}
-
 std::vector<Finding> LookAtLog(const std::string& path, const std::string& bytes) {
     if (!bytes.empty()) return {};
     return {{Severity::Warning, path, 0, 1, "the run wrote no log; SAVE_LOG=1 in its section switches it on",
@@ -140,10 +133,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     const LoadedFrame frame =
         LoadFrameFile(options_.frame, {ParseFrameSize(options_.size), FindSensorSize(profile)});
     const SectionPlan plan = MakeSectionPlan(profile, options_.section, traits.kind);
-    Append(report.findings, LookAtReading(options_.frame, frame));
-    Append(report.findings,
-           LookAtFrame({options_.frame, frame.frame, frame.sourceBits}, profile, plan.section));
-    Append(report.findings, LookAtProfile(profile, plan, traits));
+    Append(report.findings, LookBeforeRun(options_, frame, profile, plan, traits));
     for (const Finding& finding : report.findings) context.messages.Show(finding);
 
     ExportRequest call = MakeCall(options_, traits, frame.frame);

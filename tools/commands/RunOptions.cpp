@@ -20,20 +20,12 @@ std::vector<std::string> ExportNames() {
     return names;
 }
 
-// What must be there stands first.
-void AddInputAndTarget(CLI::App& command, RunOptions& options) {
-    command.add_option("FRAME", options.frame, "The frame; - reads standard input")
-        ->required()
-        ->type_name("");
-    AddSettingsOptions(command, options);
+void AddTarget(CLI::App& command, RunOptions& options) {
     command
         .add_option("--out", options.picture,
                     "Where the picture goes: .png or .bmp (8 bits), .pgm, .tif or .raw (16 bits)")
         ->required()
         ->type_name("PICTURE");
-    AddSizeOption(
-        command, options.size,
-        "Size of a raw frame; without it the size in the frame's name, or the sensor's in the profile");
 }
 
 void AddOutputs(CLI::App& command, RunOptions& options) {
@@ -51,6 +43,13 @@ void AddOutputs(CLI::App& command, RunOptions& options) {
 
 }  // namespace
 
+void AddInputOptions(CLI::App& command, RunOptions& options) {
+    command.add_option("FRAME", options.frame, "The frame; - reads standard input")
+        ->required()
+        ->type_name("");
+    AddSettingsOptions(command, options);
+}
+
 void AddSettingsOptions(CLI::App& command, RunOptions& options) {
     command.add_option("--profile", options.profile, "The profile file; it stays as it is")
         ->required()
@@ -58,6 +57,12 @@ void AddSettingsOptions(CLI::App& command, RunOptions& options) {
     command.add_option("--section", options.section, "Section of the profile that holds the settings")
         ->required()
         ->type_name("SECTION");
+}
+
+void AddFrameSizeOption(CLI::App& command, RunOptions& options) {
+    AddSizeOption(
+        command, options.size,
+        "Size of a raw frame; without it the size in the frame's name, or the sensor's in the profile");
 }
 
 void AddLevelOptions(CLI::App& command, RunOptions& options) {
@@ -108,16 +113,26 @@ void AddCallOptions(CLI::App& command, RunOptions& options) {
 }
 
 void AddRunOptions(CLI::App& command, RunOptions& options) {
-    AddInputAndTarget(command, options);
+    // What must be there stands first.
+    AddInputOptions(command, options);
+    AddTarget(command, options);
+    AddFrameSizeOption(command, options);
     AddOutputs(command, options);
     AddCallOptions(command, options);
 }
 
-void TestRunOptions(const RunOptions& options) {
-    const FileKind kind = FileKindOf(options.picture);
+void TestCallOptions(const RunOptions& options) {
     if (!options.exportName.empty() && FindExport(options.exportName) == nullptr)
         throw UsageError("there is no export '" + options.exportName + "'",
                          DidYouMean(options.exportName, ExportNames(), "see vastrelline run --help"));
+    const double seconds = options.timeoutSeconds;
+    if (options.hasTimeout && !(seconds > 0.0 && seconds <= kMostSeconds))
+        throw UsageError("--timeout should be a number of seconds above 0");
+}
+
+void TestRunOptions(const RunOptions& options) {
+    TestCallOptions(options);
+    const FileKind kind = FileKindOf(options.picture);
     if (!IsPictureKind(kind))
         throw UsageError("'" + options.picture + "' should end in .png, .bmp, .pgm, .tif or .raw");
     if (!options.strip.empty() && FileKindOf(options.strip) != FileKind::Png)
@@ -128,9 +143,15 @@ void TestRunOptions(const RunOptions& options) {
         throw UsageError("--png16 keeps all levels: it goes without --window");
     if (!options.window.empty() && !ParseGreyWindow(options.window))
         throw UsageError("'" + options.window + "' is no window", "write it as in 0:4095");
-    const double seconds = options.timeoutSeconds;
-    if (options.hasTimeout && !(seconds > 0.0 && seconds <= kMostSeconds))
-        throw UsageError("--timeout should be a number of seconds above 0");
+}
+
+void TestCallExport(const RunOptions& options, const ExportTraits& traits) {
+    if (!options.geometry.empty() && !traits.takesGeometry)
+        throw UsageError("--geometry is for ImageProcessingS and ImageProcessing_NS only");
+    if (options.hasSensor && !traits.takesSensor)
+        throw UsageError("--sensor-folder and --sensor-mode are for ImageProcessing_NE only");
+    if ((options.applyMapping || options.applySpotCorrection) && !traits.takesCorrections)
+        throw UsageError("--mapping and --spot-correction are not for " + std::string(traits.name));
 }
 
 void TestRunExport(const RunOptions& options, const ExportTraits& traits) {
@@ -141,12 +162,7 @@ void TestRunExport(const RunOptions& options, const ExportTraits& traits) {
     if (!traits.takesBitmapPath && isBitmap)
         throw UsageError(name + " writes no bitmap",
                          "choose --export ImageProcessing_N, _NS or _NE for a .bmp, or leave it out");
-    if (!options.geometry.empty() && !traits.takesGeometry)
-        throw UsageError("--geometry is for ImageProcessingS and ImageProcessing_NS only");
-    if (options.hasSensor && !traits.takesSensor)
-        throw UsageError("--sensor-folder and --sensor-mode are for ImageProcessing_NE only");
-    if ((options.applyMapping || options.applySpotCorrection) && !traits.takesCorrections)
-        throw UsageError("--mapping and --spot-correction are not for " + name);
+    TestCallExport(options, traits);
 }
 
 }  // namespace vastrelline

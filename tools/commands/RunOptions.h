@@ -40,6 +40,8 @@ struct RunOptions {
 // Adds the options, bound to the record.
 void AddRunOptions(CLI::App& command, RunOptions& options);
 
+// Those among them that every run needs: frame, profile, section.
+void AddInputOptions(CLI::App& command, RunOptions& options);
 // Those among them that name profile and section.
 void AddSettingsOptions(CLI::App& command, RunOptions& options);
 
@@ -48,6 +50,19 @@ void AddLevelOptions(CLI::App& command, RunOptions& options);
 
 // Those among them that make the call: the export, what it takes, its time.
 void AddCallOptions(CLI::App& command, RunOptions& options);
+
+// The size of a raw frame.
+void AddFrameSizeOption(CLI::App& command, RunOptions& options);
+
+// What is wrong with the options of the call and needs no file: export, time.
+//
+// Errors   UsageError
+void TestCallOptions(const RunOptions& options);
+
+// What they ask of an export that it does not take.
+//
+// Errors   UsageError
+void TestCallExport(const RunOptions& options, const ExportTraits& traits);
 
 // Everything that is wrong with the options and needs no file.
 //

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -11,6 +12,7 @@
 
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
+#include "runs/LookAtFrame.h"
 #include "runs/LookAtProfile.h"
 
 namespace vastrelline {
@@ -66,6 +68,20 @@ ExportRequest MakeCall(const RunOptions& options, const ExportTraits& traits, co
         std::copy(options.geometry.begin(), options.geometry.end(), call.geometry->begin());
     }
     return call;
+}
+
+std::vector<Finding> LookBeforeRun(const RunOptions& options, const LoadedFrame& frame,
+                                   const ProfileFile& file, const SectionPlan& plan,
+                                   const ExportTraits& traits) {
+    std::vector<Finding> findings;
+    const auto append = [&](std::vector<Finding> more) {
+        std::move(more.begin(), more.end(), std::back_inserter(findings));
+    };
+    for (const std::string& note : frame.notes)
+        findings.push_back({Severity::Note, options.frame, 0, 1, note, ""});
+    append(LookAtFrame({options.frame, frame.frame, frame.sourceBits}, file, plan.section));
+    append(LookAtProfile(file, plan, traits));
+    return findings;
 }
 
 void TestCode(const FrameRun& run, const ExportTraits& traits) {

@@ -3,10 +3,12 @@
 #include <vector>
 
 #include "commands/RunOptions.h"
+#include "formats/FrameFile.h"
 #include "frames/Frame.h"
 #include "library/ExportRequest.h"
 #include "messages/Finding.h"
 #include "profile/ProfileFile.h"
+#include "profile/SectionPlan.h"
 #include "runs/FrameRun.h"
 
 namespace vastrelline {
@@ -29,6 +31,11 @@ const ExportTraits& FindTraits(const ProfileFile& file, const RunOptions& option
 
 // The call that the options ask for; profile, section and the bitmap's path are still open.
 ExportRequest MakeCall(const RunOptions& options, const ExportTraits& traits, const Frame& frame);
+
+// What of frame and profile is to be said before the run.
+std::vector<Finding> LookBeforeRun(const RunOptions& options, const LoadedFrame& frame,
+                                   const ProfileFile& file, const SectionPlan& plan,
+                                   const ExportTraits& traits);
 
 // Errors   OutputError for a code about a bitmap that was not saved, ProcessingError for any other but 0
 void TestCode(const FrameRun& run, const ExportTraits& traits);

@@ -51,16 +51,6 @@ void PrintExposure(std::ostream& out, const DoseFigures& dose) {
             << " pixels lie below level 100; its median is " << dose.objectMedian << '\n';
 }
 
-Json ExposureJson(const std::optional<DoseFigures>& dose) {
-    if (!dose) return nullptr;
-    const Json ratio = std::isfinite(dose->lowRatio) ? Json(dose->lowRatio) : Json(nullptr);
-    return {{"isLow", dose->isLow},
-            {"objectMedian", dose->objectMedian},
-            {"objectTotal", dose->objectTotal},
-            {"lowSignal", dose->lowSignal},
-            {"lowRatio", ratio}};
-}
-
 Json StagesJson(const std::vector<RanStage>& stages) {
     Json array = Json::array();
     for (const RanStage& stage : stages) {
@@ -78,6 +68,16 @@ Json PathJson(const std::string& path) { return path.empty() ? Json(nullptr) : J
 Json RangeJson(LevelRange range) { return {{"least", range.least}, {"greatest", range.greatest}}; }
 
 }  // namespace
+
+nlohmann::ordered_json ExposureToJson(const std::optional<DoseFigures>& dose) {
+    if (!dose) return nullptr;
+    const Json ratio = std::isfinite(dose->lowRatio) ? Json(dose->lowRatio) : Json(nullptr);
+    return {{"isLow", dose->isLow},
+            {"objectMedian", dose->objectMedian},
+            {"objectTotal", dose->objectTotal},
+            {"lowSignal", dose->lowSignal},
+            {"lowRatio", ratio}};
+}
 
 LevelRange RangeOf(const std::vector<uint16_t>& pixels) {
     if (pixels.empty()) return {};
@@ -124,7 +124,7 @@ nlohmann::ordered_json RunToJson(const RunReport& report) {
             {"chain", ChainName(report.plan->chain)},
             {"code", run.code},
             {"elapsedMs", run.call.record.elapsedMs},
-            {"exposure", ExposureJson(run.call.record.dose)},
+            {"exposure", ExposureToJson(run.call.record.dose)},
             {"stages", StagesJson(run.stages)},
             {"output", output},
             {"picture", report.picturePath},

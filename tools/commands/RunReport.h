@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -38,6 +39,9 @@ struct RunReport {
     std::string stripPath;    // likewise
     std::vector<Finding> findings;
 };
+
+// The decision about a frame's exposure; null where nothing was decided.
+nlohmann::ordered_json ExposureToJson(const std::optional<DoseFigures>& dose);
 
 // Lines of a word and what it is about; the stages as a table.
 void PrintRunReport(std::ostream& out, const RunReport& report);

@@ -17,12 +17,6 @@ Canvas Render(const Frame& frame, GreyWindow window) {
     return {frame.width, frame.height, RenderThroughWindow(frame, window)};
 }
 
-std::string TimeText(const RanStage& stage) {
-    if (!stage.elapsedMs) return {};
-    return *stage.elapsedMs < 1.0 ? "under 1 ms"
-                                  : std::to_string(static_cast<int64_t>(*stage.elapsedMs)) + " ms";
-}
-
 CaptionedPicture DrawStep(const StageFrame& step, const std::vector<RanStage>& stages, GreyWindow window) {
     Canvas picture = Render(step.frame, window);
     switch (step.kind) {
@@ -37,7 +31,7 @@ CaptionedPicture DrawStep(const StageFrame& step, const std::vector<RanStage>& s
     }
     const RanStage& stage = stages[step.stage];
     const std::string position = stage.place->position ? std::to_string(*stage.place->position) + " " : "";
-    return {position + stage.title, TimeText(stage), std::move(picture)};
+    return {position + stage.title, DescribeTime(stage), std::move(picture)};
 }
 
 // What the host gets; an export that gives a bitmap only keeps its frame, whose last dump is the same.

@@ -12,18 +12,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json KeyToJson(const EffectiveValue& value) {
-    Json object = {{"key", value.name},
-                   {"value", ValueToJson(value.reading.value)},
-                   {"mark", MarkName(value.reading.mark)}};
-    if (value.line > 0) object["line"] = value.line;
-    if (!IsAsWritten(value.reading)) object["reason"] = DescribeSlip(value.reading);
-    object["default"] = ValueToJson(ReadWritten(std::nullopt, value.key->type, value.key->defaultText).value);
-    object["range"] = PlainWords(value.key->range);
-    object["hasEffect"] = value.key->hasEffect;
-    return object;
-}
-
 Json PlaceToJson(const EffectivePlace& place) {
     Json object = {{"role", RoleName(place.role)}, {"title", PlaceTitle(place)}, {"section", place.section}};
     if (place.position) object["position"] = *place.position;
@@ -31,7 +19,7 @@ Json PlaceToJson(const EffectivePlace& place) {
     if (place.stage != nullptr) object["stageName"] = place.stage->name;
     object["runs"] = place.runs;
     object["values"] = Json::array();
-    for (const EffectiveValue& value : place.values) object["values"].push_back(KeyToJson(value));
+    for (const EffectiveValue& value : place.values) object["values"].push_back(EffectiveToJson(value));
     return object;
 }
 
@@ -45,6 +33,18 @@ Json ValueToJson(const ReadValue& value) {
     if (const auto* const single = std::get_if<float>(&value); single != nullptr && std::isfinite(*single))
         return Json::parse(FormatReadValue(value));
     return FormatReadValue(value);
+}
+
+Json EffectiveToJson(const EffectiveValue& value) {
+    Json object = {{"key", value.name},
+                   {"value", ValueToJson(value.reading.value)},
+                   {"mark", MarkName(value.reading.mark)}};
+    if (value.line > 0) object["line"] = value.line;
+    if (!IsAsWritten(value.reading)) object["reason"] = DescribeSlip(value.reading);
+    object["default"] = ValueToJson(ReadWritten(std::nullopt, value.key->type, value.key->defaultText).value);
+    object["range"] = PlainWords(value.key->range);
+    object["hasEffect"] = value.key->hasEffect;
+    return object;
 }
 
 Json ValuesToJson(const std::string& path, const SectionPlan& plan, const ExportTraits& traits,

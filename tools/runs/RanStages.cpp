@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace vastrelline {
 namespace {
@@ -46,6 +47,12 @@ std::vector<RanStage> ListRanStages(const SectionPlan& plan, bool isLow, const s
         stage.elapsedMs = log->stages[next++].elapsedMs;
     }
     return stages;
+}
+
+std::string DescribeTime(const RanStage& stage) {
+    if (!stage.elapsedMs) return {};
+    return *stage.elapsedMs < 1.0 ? "under 1 ms"
+                                  : std::to_string(static_cast<int64_t>(*stage.elapsedMs)) + " ms";
 }
 
 }  // namespace vastrelline

@@ -23,4 +23,7 @@ struct RanStage {
 // log      none: nothing is known of the times
 std::vector<RanStage> ListRanStages(const SectionPlan& plan, bool isLow, const std::optional<RunLog>& log);
 
+// "12 ms", "under 1 ms": the log counts in whole milliseconds. Empty where the time is not known.
+std::string DescribeTime(const RanStage& stage);
+
 }  // namespace vastrelline

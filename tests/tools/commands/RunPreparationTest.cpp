@@ -82,5 +82,16 @@ TEST_F(RunPreparation, TellsTheCodesOfACall) {
     EXPECT_THROW(TestCode(run, TraitsOf(ExportKind::N)), ProcessingError);
 }
 
+TEST_F(RunPreparation, SaysWhatIsOddBeforeTheRun) {
+    const ProfileFile file = Read();
+    const SectionPlan plan = MakeSectionPlan(file, "General", ExportKind::Plain);
+    LoadedFrame frame{{1, 1, {7}}, FileKind::Png, 8, {"the file has a comment"}};
+    const std::vector<Finding> findings =
+        LookBeforeRun(options_, frame, file, plan, TraitsOf(ExportKind::Plain));
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0].text, "the file has a comment");
+    EXPECT_EQ(findings[0].severity, Severity::Note);
+}
+
 }  // namespace
 }  // namespace vastrelline

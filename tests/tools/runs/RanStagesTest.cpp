@@ -60,5 +60,11 @@ TEST(RanStages, OfTheFixedChainAreThoseSwitchedOn) {
     EXPECT_EQ(Shown(ListRanStages(switchedOn, false, std::nullopt)), "Sigmoid curve -; ");
 }
 
+TEST(RanStages, TellTheirTimeInWholeMilliseconds) {
+    EXPECT_EQ(DescribeTime({nullptr, "CLAHE", 12.0}), "12 ms");
+    EXPECT_EQ(DescribeTime({nullptr, "CLAHE", 0.0}), "under 1 ms");
+    EXPECT_EQ(DescribeTime({nullptr, "CLAHE", std::nullopt}), "");
+}
+
 }  // namespace
 }  // namespace vastrelline

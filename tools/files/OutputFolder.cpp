@@ -1,0 +1,114 @@
+#include "files/OutputFolder.h"
+
+#include <fcntl.h>
+#include <stdio.h>  // renameat2 is no part of <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "files/OutputFile.h"
+#include "messages/ToolError.h"
+
+namespace vastrelline {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kNewFolderMode = 0777;  // the process's mask takes away what new folders must not have
+constexpr int kNameAttempts = 100;
+
+OutputError CannotMake(const std::string& path, int reason) {
+    return {path, "cannot be made: " + std::generic_category().message(reason)};
+}
+
+std::string WithoutSeparators(std::string path) {
+    while (path.size() > 1 && path.back() == '/') path.pop_back();
+    return path;
+}
+
+std::string ReadText(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// What of a folder its index does not name: somebody else's, who wants to keep it.
+std::string FindStranger(const fs::path& folder, const std::string& index) {
+    const std::string named = ReadText(folder / index);
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        const std::string leaf = entry.path().filename().string();
+        const bool isOurs = leaf == index || named.find('"' + leaf + '"') != std::string::npos;
+        if (!isOurs || !entry.is_regular_file(error)) return leaf;
+    }
+    return {};
+}
+
+void TestTarget(const std::string& path, const std::string& index, bool mayReplace) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::not_found) return;
+    if (!fs::is_directory(status)) throw OutputError(path, "is a file, not a folder");
+    if (!mayReplace)
+        throw OutputError(path, "exists already", "--force replaces a folder that this command made");
+    const std::string stranger = FindStranger(path, index);
+    if (!stranger.empty())
+        throw OutputError(path, "holds '" + stranger + "', which this command did not make",
+                          "name another folder");
+}
+
+}  // namespace
+
+OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayReplace)
+    : path_(WithoutSeparators(path)), index_(std::move(index)), mayReplace_(mayReplace) {
+    const fs::path wanted(path_);
+    const std::string leaf = wanted.filename().string();
+    if (leaf.empty() || leaf == "." || leaf == "..") throw OutputError(path, "names no folder of its own");
+    TestTarget(path_, index_, mayReplace_);
+    for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
+        const std::string draftLeaf = ".v" + std::to_string(getpid()) + "-" + std::to_string(attempt);
+        const std::string candidate = (wanted.parent_path() / draftLeaf).string();
+        if (mkdir(candidate.c_str(), kNewFolderMode) == 0) {
+            draftPath_ = candidate;
+            return;
+        }
+        if (errno != EEXIST) throw CannotMake(path_, errno);
+    }
+    throw CannotMake(path_, EEXIST);
+}
+
+OutputFolder::~OutputFolder() {
+    std::error_code ignored;
+    if (!draftPath_.empty()) fs::remove_all(draftPath_, ignored);
+}
+
+void OutputFolder::Write(std::string_view leaf, std::string_view bytes) {
+    OutputFile file((fs::path(draftPath_) / leaf).string(), false);
+    file.Write({bytes.begin(), bytes.end()});
+    file.Publish();
+}
+
+void OutputFolder::Publish() {
+    if (renameat2(AT_FDCWD, draftPath_.c_str(), AT_FDCWD, path_.c_str(), RENAME_NOREPLACE) == 0) {
+        draftPath_.clear();
+        return;
+    }
+    const int reason = errno;
+    if (reason != EEXIST && reason != EINVAL && reason != ENOSYS) throw CannotMake(path_, reason);
+    TestTarget(path_, index_, mayReplace_);  // it may have come up, or have changed, meanwhile
+    // In one step where the file system can do it; the older folder then goes with the draft's name.
+    if (renameat2(AT_FDCWD, draftPath_.c_str(), AT_FDCWD, path_.c_str(), RENAME_EXCHANGE) == 0) return;
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+    if (rename(draftPath_.c_str(), path_.c_str()) != 0) throw CannotMake(path_, errno);
+    draftPath_.clear();
+}
+
+}  // namespace vastrelline
