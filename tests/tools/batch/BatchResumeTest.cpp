@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -20,6 +21,7 @@
 
 #include "batch/BatchManifest.h"
 #include "runs/MemoryLimit.h"
+#include "runs/Worker.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
@@ -171,14 +173,24 @@ TEST_F(BatchResume, RefusesASecondBatchInTheFolderOfARunningOne) {
 }
 
 // The children of a process.
-std::vector<pid_t> ChildrenOf(pid_t process) {
-    std::vector<pid_t> children;
+// Of a process that has ended meanwhile there is nothing to read.
+bool IsWorker(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
+    const std::string words{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    return words.find(kWorkerWord) != std::string::npos;
+}
+
+// Of the children only those: the leak checker of a sanitizer build has a child of its own, and waits for it
+// for ever if it is killed.
+std::vector<pid_t> WorkersOf(pid_t process) {
+    std::vector<pid_t> workers;
     std::error_code error;
     for (const auto& thread : fs::directory_iterator("/proc/" + std::to_string(process) + "/task", error)) {
         std::ifstream list(thread.path() / "children");
-        for (pid_t child = 0; list >> child;) children.push_back(child);
+        for (pid_t child = 0; list >> child;)
+            if (IsWorker(child)) workers.push_back(child);
     }
-    return children;
+    return workers;
 }
 
 class SlowBatch : public BatchResume {
@@ -196,7 +208,7 @@ TEST_F(SlowBatch, TellsOfAWorkerThatWasKilled) {
     const pid_t tool = Begin(SlowWords({}));
     int status = 0;
     while (waitpid(tool, &status, WNOHANG) == 0) {
-        for (const pid_t child : ChildrenOf(tool)) kill(child, SIGKILL);
+        for (const pid_t worker : WorkersOf(tool)) kill(worker, SIGKILL);
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 4);
@@ -223,7 +235,7 @@ TEST_F(SlowBatch, AFrameThatTakesTooMuchMemoryFails) {
 }
 TEST_F(SlowBatch, CancelsAtOnce) {
     const pid_t tool = Begin(SlowWords({"--keep-going", "--json"}));
-    while (ChildrenOf(tool).empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    while (WorkersOf(tool).empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     kill(tool, SIGINT);
     EXPECT_EQ(Await(tool), 130);
     EXPECT_TRUE(Results("out", true).empty());
