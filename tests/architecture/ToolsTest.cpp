@@ -28,6 +28,7 @@ const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},
                                   {.folder = "phantom", .rank = 0},
                                   {.folder = "pictures", .rank = 0},
                                   {.folder = "profile", .rank = 0},
+                                  {.folder = "reports", .rank = 0},
                                   {.folder = "runs", .rank = 0}},
                         .arrowsOnOneFloor = {},
                         .guests = {}};
