@@ -5,7 +5,7 @@
 #include <cmath>
 #include <optional>
 
-#include "vastrelline.h"
+#include "library/ExportFunctions.h"
 
 namespace vastrelline {
 namespace {
@@ -16,7 +16,12 @@ std::optional<SensorGeometry> MakeGeometry(const ExportRequest& request) {
     return SensorGeometry{v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8], v[9]};
 }
 
-int32_t CallByKind(ExportRequest& request) {
+ExportFunctions LinkedFunctions() {
+    return {ImageProcessing,    ImageProcessingS,  ImageProcessing_N, ImageProcessing_NS,
+            ImageProcessing_NE, ImageProcessingCR, Getdose_ImageInfo};
+}
+
+int32_t CallByKind(const ExportFunctions& functions, ExportRequest& request) {
     const std::optional<SensorGeometry> values = MakeGeometry(request);
     const SensorGeometry* const geometry = values ? &*values : nullptr;
     uint16_t* const input = request.frame.pixels.data();
@@ -30,28 +35,27 @@ int32_t CallByKind(ExportRequest& request) {
     const char* const bitmap = request.bitmapPath.c_str();
     switch (request.kind) {
         case ExportKind::Plain:
-            return ImageProcessing(input, output, width, height, profile, section, mapping, spots);
+            return functions.plain(input, output, width, height, profile, section, mapping, spots);
         case ExportKind::S:
-            return ImageProcessingS(input, output, width, height, profile, section, mapping, spots, geometry);
+            return functions.s(input, output, width, height, profile, section, mapping, spots, geometry);
         case ExportKind::N:
-            return ImageProcessing_N(input, width, height, profile, section, mapping, spots, bitmap);
+            return functions.n(input, width, height, profile, section, mapping, spots, bitmap);
         case ExportKind::NS:
-            return ImageProcessing_NS(input, width, height, profile, section, mapping, spots, bitmap,
-                                      geometry);
+            return functions.ns(input, width, height, profile, section, mapping, spots, bitmap, geometry);
         case ExportKind::NE:
-            return ImageProcessing_NE(input, width, height, profile, section, mapping, spots, bitmap,
-                                      request.sensorFolder.c_str(), request.sensorMode);
+            return functions.ne(input, width, height, profile, section, mapping, spots, bitmap,
+                                request.sensorFolder.c_str(), request.sensorMode);
         case ExportKind::CR:
-            return ImageProcessingCR(input, output, width, height, profile, section);
+            return functions.cr(input, output, width, height, profile, section);
     }
     return VASTRELLINE_INTERNAL_FAILURE;
 }
 
 // In a process that has decided nothing yet all figures are 0.
-std::optional<DoseFigures> AskForDose() {
+std::optional<DoseFigures> AskForDose(const ExportFunctions& functions) {
     DoseFigures dose;
     int32_t isLow = 0;
-    Getdose_ImageInfo(&dose.objectMedian, &dose.objectTotal, &dose.lowSignal, &dose.lowRatio, &isLow);
+    functions.dose(&dose.objectMedian, &dose.objectTotal, &dose.lowSignal, &dose.lowRatio, &isLow);
     dose.isLow = isLow != 0;
     const bool isDecided = dose.objectMedian != 0 || dose.objectTotal != 0 || std::isnan(dose.lowRatio);
     return isDecided ? std::optional(dose) : std::nullopt;
@@ -60,11 +64,14 @@ std::optional<DoseFigures> AskForDose() {
 }  // namespace
 
 int32_t CallExport(ExportRequest& request) {
+    const ExportFunctions functions = request.library.empty()
+                                          ? LinkedFunctions()
+                                          : LoadExportFunctions(request.library, request.instructions);
     const auto start = std::chrono::steady_clock::now();
-    const int32_t code = CallByKind(request);
+    const int32_t code = CallByKind(functions, request);
     const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start;
     request.record.elapsedMs = elapsed.count();
-    request.record.dose = AskForDose();
+    request.record.dose = AskForDose(functions);
     return code;
 }
 

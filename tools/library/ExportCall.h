@@ -6,8 +6,11 @@
 
 namespace vastrelline {
 
-// Calls the shared library's export that the request names. request.output must have as many pixels as
-// request.frame. Fills request.record; the figures of the dose are those of the process' last decision.
+// Calls the export that the request names, of the library that it names. request.output must have as many
+// pixels as request.frame. Fills request.record; the figures of the dose are those of the process' last
+// decision.
+//
+// Errors   as LoadExportFunctions
 int32_t CallExport(ExportRequest& request);
 
 }  // namespace vastrelline

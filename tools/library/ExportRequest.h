@@ -66,9 +66,11 @@ struct ExportRequest {
     std::string sensorFolder;
     int32_t sensorMode = 0;
     std::optional<std::chrono::milliseconds> timeout;  // none: it may take as long as it likes
-    std::optional<uint64_t> memoryLimit;               // of a worker, in bytes; none: all there is
-    std::function<void()> onWait;  // called again and again while somebody waits; may be empty
-    CallRecord record;             // what the call leaves
+    std::string library;                  // its file; empty: the one that the tool is linked with
+    std::string instructions;             // of that library's kernels; empty: the best that the machine has
+    std::optional<uint64_t> memoryLimit;  // of a worker, in bytes; none: all there is
+    std::function<void()> onWait;         // called again and again while somebody waits; may be empty
+    CallRecord record;                    // what the call leaves
 };
 
 // Calls the export and returns its code. A seam: tests put functions of their own here.

@@ -7,6 +7,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <utility>
 
 #include "files/PrivateFolder.h"
 #include "messages/ToolError.h"
@@ -21,6 +22,7 @@ constexpr int kDone = 0;
 constexpr int kNotDone = 1;
 constexpr int kNoMemory = 2;
 constexpr int kNotWritten = 3;
+constexpr int kNotLoaded = 4;
 
 // The last line that was said, as a reason.
 std::string LastLine(std::string text) {
@@ -50,8 +52,21 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
     }
     if (end.number == kNoMemory) throw std::bad_alloc();
     if (end.number == kNotWritten) throw OutputError({}, LastLine(end.said));
+    if (end.number == kNotLoaded) throw InputError(request.library, LastLine(end.said));
     if (end.number != kDone)
         throw ProcessingError({}, "the run failed: " + LastLine(end.said), kNothingWritten);
+}
+
+int DoJob(const char* folder, ExportRequest request, const ExportCaller& callExport) {
+    int32_t code = 0;
+    try {
+        code = callExport(request);
+    } catch (const InputError& error) {  // the request's library; frame and profile are looked at before
+        std::cerr << error.What() << (error.Remedy().empty() ? "" : "; ") << error.Remedy() << '\n';
+        return kNotLoaded;
+    }
+    WriteJobResult(folder, code, request);
+    return kDone;
 }
 
 }  // namespace
@@ -73,8 +88,7 @@ int RunWorker(const char* folder, const ExportCaller& callExport) {
     try {
         ExportRequest request = ReadJob(folder);
         if (request.memoryLimit) LimitMemory(*request.memoryLimit);
-        WriteJobResult(folder, callExport(request), request);
-        return kDone;
+        return DoJob(folder, std::move(request), callExport);
     } catch (const std::bad_alloc&) {
         return kNoMemory;
     } catch (const OutputError& error) {

@@ -11,8 +11,8 @@ inline constexpr const char* kWorkerWord = "__worker";
 // that crashes or takes too long ends nothing but the worker. What the library says on standard error comes
 // back in the record. Bitmap and logs are written by the worker, under the paths of the request.
 //
-// Errors   ProcessingError if the worker crashes, runs out of memory or passes request.timeout;
-//          CancelledError
+// Errors   ProcessingError if the worker crashes, runs out of memory or passes request.timeout; InputError if
+//          request.library cannot be used; CancelledError
 int32_t CallInWorker(ExportRequest& request);
 
 // The worker's side: does the one job that lies in a folder. Returns its exit code.

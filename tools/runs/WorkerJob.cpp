@@ -60,6 +60,8 @@ void WriteJob(const std::string& folder, const ExportRequest& request) {
     head["section"] = Bytes(request.section);
     head["bitmap"] = Bytes(request.bitmapPath);
     head["sensorFolder"] = Bytes(request.sensorFolder);
+    head["library"] = Bytes(request.library);
+    head["instructions"] = Bytes(request.instructions);
     WriteFile(FileOf(folder, "frame"), EncodeRaw(request.frame));
     WriteFile(FileOf(folder, "job"), Json::to_cbor(head));
 }
@@ -81,6 +83,8 @@ ExportRequest ReadJob(const std::string& folder) {
         request.section = Text(head.at("section"));
         request.bitmapPath = Text(head.at("bitmap"));
         request.sensorFolder = Text(head.at("sensorFolder"));
+        request.library = Text(head.at("library"));
+        request.instructions = Text(head.at("instructions"));
     } catch (const Json::exception& error) {
         throw InputError(path, std::string("is no job: ") + error.what());
     }

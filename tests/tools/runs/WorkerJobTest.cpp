@@ -21,6 +21,8 @@ ExportRequest MakeRequest() {
     request.bitmapPath = "a\nb.bmp";
     request.sensorFolder = "\xC3\xA4";
     request.sensorMode = -2;
+    request.library = "\xFF.so";
+    request.instructions = "avx2";
     return request;
 }
 
@@ -47,6 +49,8 @@ TEST(WorkerJob, ComesBackWithEveryByte) {
         EXPECT_EQ(got.geometry, sent.geometry);
         EXPECT_EQ(got.sensorFolder, sent.sensorFolder);
         EXPECT_EQ(got.sensorMode, sent.sensorMode);
+        EXPECT_EQ(got.library, sent.library);
+        EXPECT_EQ(got.instructions, sent.instructions);
         EXPECT_EQ(got.memoryLimit, sent.memoryLimit);
     }
 }

@@ -45,6 +45,10 @@ TEST(Worker, ThatFailsTellsWhyAndLeavesNoResult) {
         1);
     EXPECT_EQ(RunWorker(folder.Path().c_str(), [](ExportRequest&) -> int32_t { throw std::bad_alloc(); }), 2);
     EXPECT_THROW(ReadJobResult(folder.Path().string(), request), InputError);
+    // The call itself meets one input beside the job's: the library.
+    EXPECT_EQ(RunWorker(folder.Path().c_str(),
+                        [](ExportRequest&) -> int32_t { throw InputError("x.so", "is no library"); }),
+              4);
     // No room for the output.
     EXPECT_EQ(RunWorker(folder.Path().c_str(),
                         [&](ExportRequest&) {
