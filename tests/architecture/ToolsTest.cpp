@@ -17,6 +17,7 @@ using testing::IsEmpty;
 // The tool's rooms have no order but what keeps them free of cycles.
 const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},
                                   {.folder = "commands", .rank = 0},
+                                  {.folder = "comparison", .rank = 0},
                                   {.folder = "completion", .rank = 0},
                                   {.folder = "files", .rank = 0},
                                   {.folder = "formats", .rank = 0},

@@ -30,7 +30,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "stages", "Show the frame after every stage of a run", true, Make<StagesCommand>},
     {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
-    {"", "compare", "Tell whether two frames are equal", true, Make<CompareCommand>},
+    {"", "compare", "Tell whether frames are equal, or how they differ", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
     {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},

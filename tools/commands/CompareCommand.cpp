@@ -1,102 +1,150 @@
 #include "commands/CompareCommand.h"
 
-#include <CLI/CLI.hpp>
-#include <iomanip>
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <system_error>
 #include <utility>
+#include <vector>
 
+#include "commands/CompareJunit.h"
+#include "commands/CompareOutput.h"
 #include "commands/FrameNotes.h"
 #include "commands/JsonObject.h"
-#include "commands/SizeOption.h"
-#include "formats/FrameFile.h"
+#include "comparison/FolderPairs.h"
+#include "comparison/PairOutcome.h"
+#include "files/FileKind.h"
+#include "files/OutputFile.h"
+#include "formats/PictureFile.h"
 #include "frames/FrameDifference.h"
-#include "frames/FrameSize.h"
+#include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
+#include "runs/Cancellation.h"
 
 namespace vastrelline {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-constexpr double kPercent = 100.0;
-
-Frame Load(const std::string& path, const std::optional<FrameSize>& size, Messages& messages) {
-    LoadedFrame loaded = LoadFrameFile(path, {size, std::nullopt});
-    ShowFrameNotes(path, loaded, messages);
-    return std::move(loaded.frame);
+bool IsFolder(const std::string& path) {
+    std::error_code error;
+    return path != kStandardInput && std::filesystem::is_directory(path, error);
 }
 
-Json ToJson(const FrameDifference& difference) {
-    Json places = Json::array();
-    for (const PixelDifference& place : difference.firstOnes)
-        places.push_back({{"x", place.x}, {"y", place.y}, {"first", place.first}, {"second", place.second}});
-    return {{"count", difference.count}, {"largest", difference.largest}, {"firstPlaces", places}};
+bool AreFolders(const CompareOptions& options) {
+    const bool isFirst = IsFolder(options.first);
+    if (isFirst != IsFolder(options.second))
+        throw UsageError("a frame and a folder cannot be compared", "name two frames or two folders");
+    return isFirst;
 }
 
-ExitCode ReportAsJson(const Frame& first, const Frame& second, const CommandContext& context) {
-    const bool isSameSize = first.width == second.width && first.height == second.height;
-    const FrameDifference difference = isSameSize ? FindDifference(first, second) : FrameDifference{};
-    const bool isEqual = isSameSize && difference.count == 0;
-    const ExitCode code = isEqual ? ExitCode::Well : ExitCode::Findings;
-    Json object = {{"equal", isEqual},
-                   {"firstSize", {first.width, first.height}},
-                   {"secondSize", {second.width, second.height}},
-                   {"pixels", nullptr}};  // frames of different sizes are not compared pixel by pixel
-    if (isSameSize) object["pixels"] = ToJson(difference);
-    PrintObject(context, code, object);
-    return code;
+void TestOutputs(const CompareOptions& options) {
+    for (const std::string& path : {options.difference, options.junit})
+        if (!path.empty()) const OutputFile trial(path, options.mayReplace);
+}
+
+void WriteText(const std::string& path, const std::string& text, bool mayReplace) {
+    OutputFile file(path, mayReplace);
+    file.Write({text.begin(), text.end()});
+    file.Publish();
+}
+
+// The difference that is white in a picture of 8 bits.
+int32_t WhiteOf(const CompareOptions& options, const PairFigures& figures) {
+    constexpr double kWhite = 255.0;
+    const double wanted = options.gain > 0 ? std::round(kWhite / options.gain) : figures.largest;
+    return static_cast<int32_t>(std::clamp(wanted, 1.0, 65535.0));
+}
+
+void WriteDifference(const CompareOptions& options, const FramePair& frames, const PairOutcome& outcome,
+                     Messages& messages) {
+    if (options.difference.empty()) return;
+    if (!outcome.figures) {
+        messages.Tell(options.difference + ": not written, for the sizes differ");
+        return;
+    }
+    PictureStyle style;
+    style.mayReplace = options.mayReplace;
+    const FileKind kind = FileKindOf(options.difference);
+    const int32_t white = WhiteOf(options, *outcome.figures);
+    const bool holdsDifferences = kind == FileKind::Raw || kind == FileKind::Pgm;
+    if (holdsDifferences)
+        style.topLevel = std::max(1, outcome.figures->largest);
+    else
+        style.window = GreyWindow{0, white};
+    WritePictureFile(options.difference, AbsoluteDifference(frames.first.frame, frames.second.frame), style);
+    if (!holdsDifferences)
+        messages.Tell(options.difference + ": white is a difference of " + std::to_string(white) +
+                      (options.gain > 0 ? " or more" : ""));
+}
+
+std::vector<PairOutcome> CompareFolders(const CompareOptions& options, const PairTerms& terms,
+                                        Messages& messages) {
+    const std::vector<FolderPair> pairs = ListFolderPairs(options.first, options.second);
+    std::vector<PairOutcome> outcomes;
+    Progress progress = messages.Follow("frames", pairs.size());
+    size_t failed = 0;
+    for (const FolderPair& pair : pairs) {
+        if (IsCancelled()) throw CancelledError();
+        outcomes.push_back(CompareFolderPair(pair, terms));
+        if (outcomes.back().error) ++failed;
+        progress.Update(outcomes.size(), failed);
+    }
+    progress.Finish();
+    SortWorstFirst(outcomes);
+    return outcomes;
 }
 
 }  // namespace
 
 std::string_view CompareCommand::Examples() const {
-    return "  vastrelline compare before.raw after.raw --size 1300x1668\n"
-           "  vastrelline compare before_1300x1668.raw after.png\n"
-           "  vastrelline compare a.pgm b.pgm && echo the same\n";
+    return "  vastrelline compare before_1300x1668.raw after.png\n"
+           "  vastrelline compare before.png after.png --tolerance 2 --difference where.png\n"
+           "  vastrelline compare results-1.0 results-1.1 --junit compared.xml\n";
 }
 
 std::string_view CompareCommand::Notes() const {
-    return "Prints 'equal', or how many pixels differ, the largest difference and the first ten places.\n"
-           "Exit code: 0 equal, 1 different, 2 wrong use, 3 a frame that cannot be read.\n";
+    return "Levels are compared as they are, in 16 bits. Prints 'equal', 'within tolerance' or 'different' "
+           "first,\n"
+           "then how much and where. Of two folders, the frames of one name go together; a frame that only "
+           "one\n"
+           "of them has is a difference.\n"
+           "Exit code: 0 equal or within tolerance, 1 different, 2 wrong use, 3 a frame that cannot be "
+           "read, also\n"
+           "if others differ.\n";
 }
 
-void CompareCommand::AddOptions(CLI::App& command) {
-    command.add_option("A", first_, "A frame: .raw, .pgm, .png, .tif or .bmp; - is standard input")
-        ->required()
-        ->type_name("");
-    command.add_option("B", second_, "Another one, of any kind of file")->required()->type_name("");
-    AddSizeOption(command, size_, "Size of both frames; needed for raw frames without it in the name");
-}
+void CompareCommand::AddOptions(CLI::App& command) { AddCompareOptions(command, options_); }
 
 ExitCode CompareCommand::Execute(CommandContext& context) {
-    std::ostream& report = context.report;
-    const std::optional<FrameSize> size = ParseFrameSize(size_);
-    if (first_ == kStandardInput && second_ == kStandardInput)
-        throw UsageError("standard input can be one frame only");
-    const Frame first = Load(first_, size, context.messages);
-    const Frame second = Load(second_, size, context.messages);
-    const FrameSize firstSize{first.width, first.height};
-    const FrameSize secondSize{second.width, second.height};
-    if (context.wantsJson) return ReportAsJson(first, second, context);
-    if (firstSize != secondSize) {
-        report << "different: the sizes are " << FormatFrameSize(firstSize) << " and "
-               << FormatFrameSize(secondSize) << '\n';
-        return ExitCode::Findings;
+    const bool areFolders = AreFolders(options_);
+    TestCompareOptions(options_, areFolders);
+    TestOutputs(options_);  // before the work
+    const PairTerms terms{ParseFrameSize(options_.size), options_.tolerance};
+
+    std::vector<PairOutcome> outcomes;
+    if (areFolders) {
+        outcomes = CompareFolders(options_, terms, context.messages);
+    } else {
+        const FramePair frames = LoadPair(options_.first, options_.second, terms);
+        ShowFrameNotes(options_.first, frames.first, context.messages);
+        ShowFrameNotes(options_.second, frames.second, context.messages);
+        outcomes.push_back(ComparePair(options_.first, options_.second, frames, terms));
+        for (const std::string& note : outcomes.front().notes) context.messages.Tell("note: " + note);
+        WriteDifference(options_, frames, outcomes.front(), context.messages);
     }
-    const FrameDifference difference = FindDifference(first, second);
-    if (difference.count == 0) {
-        report << "equal: " << FormatFrameSize(firstSize) << " pixels\n";
-        return ExitCode::Well;
-    }
-    const double percent =
-        kPercent * static_cast<double>(difference.count) / static_cast<double>(first.pixels.size());
-    report << "different: " << difference.count << " of " << first.pixels.size() << " pixels (" << std::fixed
-           << std::setprecision(4) << percent << " %), largest difference " << difference.largest << '\n';
-    report << "first places (x, y): first frame, second frame\n";
-    for (const PixelDifference& place : difference.firstOnes)
-        report << "  (" << place.x << ", " << place.y << "): " << place.first << ", " << place.second << '\n';
-    return ExitCode::Findings;
+    if (!options_.junit.empty())
+        WriteText(options_.junit,
+                  FormatJunit(options_.first + " and " + options_.second, outcomes, options_.tolerance),
+                  options_.mayReplace);
+    const ExitCode code = CodeOf(outcomes);
+    if (context.wantsJson)
+        PrintObject(context, code,
+                    areFolders ? PairsToJson(outcomes, options_) : PairToJson(outcomes.front(), options_));
+    else
+        context.report << (areFolders ? FormatPairs(outcomes, options_)
+                                      : FormatPair(outcomes.front(), options_));
+    return code;
 }
 
 }  // namespace vastrelline

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "commands/Command.h"
+#include "commands/CompareOptions.h"
 
 namespace vastrelline {
 
-// Tells whether two frames are equal, and if not how much they differ and where first. ExitCode::Findings for
-// different ones.
+// Tells whether two frames, or the frames of two folders, are equal, and if not how much they differ and
+// where. ExitCode::Findings for different ones; what cannot be read is never called different.
 class CompareCommand : public Command {
 public:
     std::string_view Examples() const override;
@@ -17,9 +17,7 @@ public:
     ExitCode Execute(CommandContext& context) override;
 
 private:
-    std::string first_;
-    std::string second_;
-    std::string size_;  // of raw frames; may be empty
+    CompareOptions options_;
 };
 
 }  // namespace vastrelline

@@ -16,6 +16,7 @@
 #include "formats/PictureFile.h"
 #include "frames/FrameSize.h"
 #include "frames/GreyWindow.h"
+#include "frames/LevelTop.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
@@ -24,14 +25,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr uint16_t kTopOfByte = 255;
-constexpr uint16_t kTopOf12Bits = 4095;
-constexpr uint16_t kTopOf16Bits = 65535;
-
-// The top of the bits that frames mostly have.
-int32_t UsualTop(uint16_t greatest) {
-    if (greatest <= kTopOfByte) return kTopOfByte;
-    return greatest <= kTopOf12Bits ? kTopOf12Bits : kTopOf16Bits;
-}
 
 uint16_t Brightest(const Frame& frame) { return *std::max_element(frame.pixels.begin(), frame.pixels.end()); }
 

@@ -142,7 +142,10 @@ TEST(CompareCommand, TellsDifferentFrames) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.report,
               "different: 1 of 2 pixels (50.0000 %), largest difference 253\n"
-              "first places (x, y): first frame, second frame\n"
+              "noise      PSNR 27.19 dB at peak 4095\n"
+              "by levels  129 to 256: 1\n"
+              "largest    at (0, 1): 258, 5\n"
+              "places over the frame (x, y): first frame, second frame\n"
               "  (0, 1): 258, 5\n");
     EXPECT_EQ(run.errors, "");
 }

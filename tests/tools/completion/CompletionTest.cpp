@@ -49,7 +49,8 @@ TEST_F(CompletionTest, OffersEveryCommandOfTheTable) {
     for (const CommandEntry& entry : CommandTable())
         EXPECT_THAT(texts, Contains(std::string(entry.group.empty() ? entry.name : entry.group)));
     EXPECT_THAT(Texts({}, "co"), ElementsAre("compare", "convert", "completion"));
-    EXPECT_EQ(Complete({}, "comp").candidates.at(0).description, "Tell whether two frames are equal");
+    EXPECT_EQ(Complete({}, "comp").candidates.at(0).description,
+              "Tell whether frames are equal, or how they differ");
     EXPECT_THAT(Texts({}, "x"), IsEmpty());
 }
 
