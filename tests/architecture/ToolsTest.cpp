@@ -30,7 +30,8 @@ const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},
                                   {.folder = "pictures", .rank = 0},
                                   {.folder = "profile", .rank = 0},
                                   {.folder = "reports", .rank = 0},
-                                  {.folder = "runs", .rank = 0}},
+                                  {.folder = "runs", .rank = 0},
+                                  {.folder = "sweep", .rank = 0}},
                         .arrowsOnOneFloor = {},
                         .guests = {}};
 const std::vector<std::string> kTopFiles{"CMakeLists.txt", "main.cpp"};

@@ -3,25 +3,21 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <sstream>
-#include <thread>
 
+#include "commands/JobsOption.h"
 #include "commands/SizeOption.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
 namespace {
 
-constexpr size_t kMostJobs = 256;
 constexpr size_t kMostMebibytes = size_t{1} << 20;
 
 void AddWork(CLI::App& command, BatchOptions& options) {
-    options.jobs = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, kMostJobs);
-    command
-        .add_option(
-            "--jobs", options.jobs,
-            "Frames that are worked on at a time, each in a process of its own; without it as many as "
-            "there are processors")
-        ->type_name("NUMBER");
+    AddJobsOption(command,
+                  "Frames that are worked on at a time, each in a process of its own; without it as many as "
+                  "there are processors",
+                  options.jobs);
     command
         .add_option(
             "--memory", options.memoryMebibytes,
@@ -61,8 +57,7 @@ void TestBatchOptions(const BatchOptions& options) {
     constexpr std::string_view kFormats[] = {"png", "bmp", "pgm", "tif", "raw"};
     if (std::find(std::begin(kFormats), std::end(kFormats), options.format) == std::end(kFormats))
         throw UsageError("there is no format '" + options.format + "'", "png, bmp, pgm, tif or raw");
-    if (options.jobs < 1 || options.jobs > kMostJobs)
-        throw UsageError("--jobs should be a number from 1 to " + std::to_string(kMostJobs));
+    TestJobs(options.jobs);
     if (options.memoryMebibytes > kMostMebibytes)
         throw UsageError("--memory should be at most " + std::to_string(kMostMebibytes));
     TestRunOptions(options.run);

@@ -15,6 +15,7 @@
 #include "commands/ProfileShowCommand.h"
 #include "commands/RunCommand.h"
 #include "commands/StagesCommand.h"
+#include "commands/SweepCommand.h"
 
 namespace vastrelline {
 namespace {
@@ -28,6 +29,7 @@ constexpr CommandEntry kCommands[] = {
     // group, name, summary, --json, maker
     {"", "run", "Process a frame with the settings of a profile", true, Make<RunCommand>},
     {"", "stages", "Show the frame after every stage of a run", true, Make<StagesCommand>},
+    {"", "sweep", "Show what the values of a key do", true, Make<SweepCommand>},
     {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
     {"", "compare", "Tell whether frames are equal, or how they differ", true, Make<CompareCommand>},

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -12,6 +11,7 @@
 
 #include "commands/FolderRun.h"
 #include "commands/JsonObject.h"
+#include "commands/RunHead.h"
 #include "commands/RunPicture.h"
 #include "commands/RunPreparation.h"
 #include "commands/SectionChoice.h"
@@ -89,10 +89,6 @@ private:
     std::vector<StageFrame> frames_;
 };
 
-std::string TitleOf(const RunOptions& options, const SectionPlan& plan) {
-    return std::filesystem::path(options.frame).filename().string() + ", section " + plan.section;
-}
-
 std::string JsonText(const CommandContext& context, const nlohmann::ordered_json& fields) {
     std::ostringstream text;
     PrintObject(text, context.command, ExitCode::Well, fields);
@@ -140,7 +136,7 @@ ExitCode StagesCommand::Execute(CommandContext& context) {
     const std::vector<ShownPoint> points = dumped.ShowPoints(input, run);
     const std::vector<EffectivePlace> places = ReadEffectiveValues(input.profile, plan);
     const StagePictures pictures =
-        DrawStagePictures(TitleOf(options_, plan), points, window, ReadTopLevel(input.profile, plan.section));
+        DrawStagePictures(RunTitle(options_), points, window, ReadTopLevel(input.profile, plan.section));
     progress.Finish();
 
     std::vector<Finding> after = run.findings;

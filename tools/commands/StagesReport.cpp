@@ -7,6 +7,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "commands/RunHead.h"
 #include "commands/RunReport.h"
 #include "files/Sha256.h"
 #include "formats/RawFormat.h"
@@ -150,29 +151,19 @@ std::string FormatStages(const StagesReport& report, size_t width) {
 
 nlohmann::ordered_json StagesToJson(const StagesReport& report) {
     const FrameRun& run = *report.run;
-    const Frame& frame = report.frame->frame;
     Json points = Json::array();
     for (size_t i = 0; i < report.points->size(); ++i)
         points.push_back(PointJson(report, (*report.points)[i], report.pictures->points[i]));
-    return {{"frame",
-             {{"file", report.framePath},
-              {"width", frame.width},
-              {"height", frame.height},
-              {"sourceBits", report.frame->sourceBits},
-              {"sha256", Sha256Of(EncodeRaw(frame))}}},
-            {"profile", report.profile->Path()},
-            {"profileSha256", Sha256Of(report.profile->Text().Bytes())},
-            {"section", report.plan->section},
-            {"export", report.traits->name},
-            {"chain", ChainName(report.plan->chain)},
-            {"code", run.code},
-            {"elapsedMs", run.call.record.elapsedMs},
-            {"exposure", ExposureToJson(run.call.record.dose)},
-            {"folder", report.folder},
-            {"contactSheet", report.pictures->contactSheet},
-            {"table", "stages.txt"},
-            {"points", std::move(points)},
-            {"findings", FindingsJson(report.findings)}};
+    Json json = RunHeadJson(report.framePath, *report.frame, *report.profile, *report.plan, *report.traits);
+    json.update({{"code", run.code},
+                 {"elapsedMs", run.call.record.elapsedMs},
+                 {"exposure", ExposureToJson(run.call.record.dose)},
+                 {"folder", report.folder},
+                 {"contactSheet", report.pictures->contactSheet},
+                 {"table", "stages.txt"},
+                 {"points", std::move(points)},
+                 {"findings", FindingsJson(report.findings)}});
+    return json;
 }
 
 }  // namespace vastrelline

@@ -47,6 +47,14 @@ PictureSize FitInto(const Canvas& picture, PictureSize box) {
     return {std::min(width, Proportional(picture.Width(), picture.Height(), box.height)), box.height};
 }
 
+void PasteSmall(Canvas& canvas, const CaptionedPicture& picture, PictureSize size, int32_t x, int32_t y) {
+    constexpr int32_t kLine = 4;
+    if (picture.isMarked)
+        canvas.Paste(Canvas(size.width + 2 * kLine, size.height + 2 * kLine, kInkLevel), x - kLine,
+                     y - kLine);
+    canvas.Paste(Shrink(picture.picture, size.width, size.height), x, y);
+}
+
 std::vector<std::string> WrapCaption(const std::string& text, int32_t width) {
     std::vector<std::string> lines;
     const size_t most = LettersIn(width);

@@ -21,6 +21,7 @@ struct CaptionedPicture {
     std::string title;   // "4 CLAHE"
     std::string detail;  // "2 ms"; may be empty, or have several lines
     Canvas picture;
+    bool isMarked = false;  // a bright line around it says: this one
 };
 
 struct PictureSize {
@@ -32,6 +33,9 @@ struct PictureSize {
 
 // The largest size of the same shape that fits into a box and is not larger than the picture itself.
 PictureSize FitInto(const Canvas& picture, PictureSize box);
+
+// Puts it onto a sheet at this size, with its mark around it.
+void PasteSmall(Canvas& canvas, const CaptionedPicture& picture, PictureSize size, int32_t x, int32_t y);
 
 // A text in lines of caption letters that are at most so many pixels wide. It is cut at blanks, and within a
 // word only where that alone is too long. An empty text has no line.

@@ -30,6 +30,11 @@ struct Row {
 
 }  // namespace
 
+Canvas ShrinkForSheet(const Canvas& picture) {
+    const PictureSize size = FitInto(picture, kMostCell);
+    return Shrink(picture, size.width, size.height);
+}
+
 Canvas DrawContactSheet(const std::string& title, const std::vector<CaptionedPicture>& pictures,
                         size_t inRow) {
     if (inRow == 0) inRow = ChooseRowLength(pictures.size());
@@ -57,7 +62,7 @@ Canvas DrawContactSheet(const std::string& title, const std::vector<CaptionedPic
     for (const Row& row : rows) {
         int32_t x = kMargin;
         for (size_t i = row.begin; i < row.end; ++i) {
-            canvas.Paste(Shrink(pictures[i].picture, sizes[i].width, sizes[i].height), x, y);
+            PasteSmall(canvas, pictures[i], sizes[i], x, y);
             WriteCaption(canvas, pictures[i], x, y + row.pictureHeight + kWordsGap, cellWidth);
             x += cellWidth + kGap;
         }

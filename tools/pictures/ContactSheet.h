@@ -9,6 +9,9 @@
 
 namespace vastrelline {
 
+// A picture as small as a sheet shows it, for whoever has many pictures and not room for all of them.
+Canvas ShrinkForSheet(const Canvas& picture);
+
 // One picture of many: below a title all of them small, in rows, each with its words under it, which have as
 // many lines as they need. Pictures may differ in size; they become smaller, never larger.
 //
