@@ -160,6 +160,29 @@ TEST_F(ToolProgram, DrawsAStripOfAllStages) {
     EXPECT_EQ(ReadBytes(folder_.Path() / "strip.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
 }
 
+TEST_F(ToolProgram, MakesAResultAgain) {
+    const ToolRun made = Start({"run", frame_, "--profile", folder_.Narrow("p.ini"), "--section", "General",
+                                "--out", folder_.Narrow("out.png"), "--record", folder_.Narrow("out.json")});
+    ASSERT_EQ(made.exitCode, 0) << made.errors;
+    const ToolRun again = Start({"rerun", folder_.Narrow("out.json")});
+    EXPECT_EQ(again.exitCode, 0) << again.errors << again.report;
+    const ToolRun picture =
+        Start({"rerun", folder_.Narrow("out.png"), "--frame", frame_, "--profile", folder_.Narrow("p.ini")});
+    EXPECT_EQ(picture.exitCode, 0) << picture.errors << picture.report;
+    EXPECT_NE(picture.report.find("shows this result"), std::string::npos) << picture.report;
+}
+
+TEST_F(ToolProgram, SweepsAKey) {
+    const ToolRun run =
+        Start({"sweep", frame_, "--profile", folder_.Narrow("p.ini"), "--section", "General", "--out",
+               folder_.Narrow("sweep"), "--set", "00_POST_GAMMA_RATIO=1:1.5:0.25", "--jobs", "2"});
+    ASSERT_EQ(run.exitCode, 0) << run.errors;
+    for (const char* const value : {"1", "1.25", "1.5"})
+        EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "sweep" /
+                                            ("00_POST_GAMMA_RATIO=" + std::string(value) + ".png")));
+    EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), kProfile);
+}
+
 TEST_F(ToolProgram, EndsARunThatTakesTooLong) {
     // Passes of a large median on a whole radiograph take more than a minute.
     WriteBytes(folder_.Path() / "slow.ini",

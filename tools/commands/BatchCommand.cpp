@@ -14,8 +14,8 @@
 #include "commands/BatchFrame.h"
 #include "commands/BatchReport.h"
 #include "commands/RunPreparation.h"
+#include "commands/RunProvenance.h"
 #include "files/Sha256.h"
-#include "library/LibraryFile.h"
 #include "messages/ToolError.h"
 #include "runs/Cancellation.h"
 #include "runs/LookAtProfile.h"
@@ -28,6 +28,12 @@ namespace fs = std::filesystem;
 BatchManifest::Opening OpeningOf(const BatchOptions& options) {
     if (options.isResumed) return BatchManifest::Opening::Resume;
     return options.run.mayReplace ? BatchManifest::Opening::Anew : BatchManifest::Opening::New;
+}
+
+// The sensor's own profile counts for results as the other one does.
+std::string SensorText(const SectionPlan& plan, const BatchOptions& options) {
+    const std::string hash = SensorHashOf(plan, options.run.sensorFolder);
+    return hash.empty() ? hash : ", sensor's profile " + hash;
 }
 
 // Before the work: names that are taken by somebody else's files.
@@ -79,8 +85,8 @@ ExitCode BatchCommand::Execute(CommandContext& context) {
 
     const std::vector<ListedFrame> frames = ListFrames(options_.inputs, options_.folder, options_.format);
     BatchManifest manifest(options_.folder, OpeningOf(options_),
-                           {Sha256Of(std::string(profile.Text().Bytes())), plan.section,
-                            Sha256OfFile(LibraryFile()), DescribeResultOptions(options_, traits)});
+                           {Sha256Of(std::string(profile.Text().Bytes())), plan.section, LibraryHash(),
+                            DescribeResultOptions(options_, traits) + SensorText(plan, options_)});
     TestNames(options_, frames, manifest);
     RemoveLeftDrafts(options_.folder);
     for (const Finding& finding : findings) context.messages.Show(finding);

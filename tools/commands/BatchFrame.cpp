@@ -9,6 +9,8 @@
 
 #include "commands/RunPicture.h"
 #include "commands/RunPreparation.h"
+#include "commands/RunProvenance.h"
+#include "files/FileKind.h"
 #include "files/OutputFile.h"
 #include "files/PrivateFolder.h"
 #include "files/Sha256.h"
@@ -69,8 +71,12 @@ std::vector<uint8_t> Process(const BatchPlan& plan, const Frame& frame, FrameOut
     Append(outcome.findings, std::move(run.findings));
     if (plan.traits.takesBitmapPath) return ReadBitmap(run.call.bitmapPath, plan.traits);
     Append(outcome.findings, LookAtResult(outcome.resultPath, run.call.output));
-    const PictureStyle style = MakeStyle(plan.options.run, ReadTopLevel(plan.profile, plan.plan.section));
-    return EncodePicture(outcome.resultPath, {frame.width, frame.height, std::move(run.call.output)}, style);
+    PictureStyle style = MakeStyle(plan.options.run, ReadTopLevel(plan.profile, plan.plan.section));
+    const Frame result{frame.width, frame.height, std::move(run.call.output)};
+    if (FileKindOf(outcome.resultPath) == FileKind::Png)
+        style.texts = RecordTexts(MakeRunRecord({plan.options.run, plan.profile, plan.plan, plan.traits},
+                                                frame, result, style.window));
+    return EncodePicture(outcome.resultPath, result, style);
 }
 
 void Do(const BatchPlan& plan, FrameOutcome& outcome, const std::function<void()>& onWait) {

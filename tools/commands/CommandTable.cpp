@@ -13,6 +13,7 @@
 #include "commands/ProfileNewCommand.h"
 #include "commands/ProfileSetCommand.h"
 #include "commands/ProfileShowCommand.h"
+#include "commands/RerunCommand.h"
 #include "commands/RunCommand.h"
 #include "commands/StagesCommand.h"
 #include "commands/SweepCommand.h"
@@ -31,6 +32,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "stages", "Show the frame after every stage of a run", true, Make<StagesCommand>},
     {"", "sweep", "Show what the values of a key do", true, Make<SweepCommand>},
     {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
+    {"", "rerun", "Make a result again and tell whether it is the same", true, Make<RerunCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},
     {"", "compare", "Tell whether frames are equal, or how they differ", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},

@@ -14,11 +14,13 @@
 #include "commands/JsonObject.h"
 #include "commands/RunPicture.h"
 #include "commands/RunPreparation.h"
+#include "commands/RunProvenance.h"
 #include "commands/RunReport.h"
 #include "commands/StripRun.h"
 #include "files/FileKind.h"
 #include "files/OutputFile.h"
 #include "files/PrivateFolder.h"
+#include "formats/BmpFormat.h"
 #include "formats/FrameFile.h"
 #include "formats/PictureFile.h"
 #include "frames/FrameSize.h"
@@ -48,8 +50,9 @@ bool WillBeSameFile(const std::string& a, const std::string& b) {
 // Also what --force does not allow.
 void TestTargets(const RunOptions& options) {
     std::vector<std::pair<std::string, std::string>> earlier;
-    for (const auto& [name, path] : {std::pair("--out", options.picture), std::pair("--strip", options.strip),
-                                     std::pair("--log", options.log)}) {
+    for (const auto& [name, path] :
+         {std::pair("--out", options.picture), std::pair("--strip", options.strip),
+          std::pair("--log", options.log), std::pair("--record", options.record)}) {
         if (path.empty()) continue;
         for (const auto& [otherName, otherPath] : earlier)
             if (WillBeSameFile(path, otherPath))
@@ -73,15 +76,18 @@ public:
         if (FileKindOf(picture) == FileKind::Bmp) std::replace(picture.begin(), picture.end(), '\\', '/');
         picture_ = std::make_unique<OutputFile>(picture, options.mayReplace);
         if (!options.log.empty()) log_ = std::make_unique<OutputFile>(options.log, options.mayReplace);
+        if (!options.record.empty())
+            record_ = std::make_unique<OutputFile>(options.record, options.mayReplace);
         if (!options.strip.empty()) strip_ = std::make_unique<OutputFile>(options.strip, options.mayReplace);
     }
 
     OutputFile& Picture() { return *picture_; }
     OutputFile& Log() { return *log_; }
     OutputFile& Strip() { return *strip_; }
+    OutputFile& Record() { return *record_; }
 
     void Publish() {
-        for (const std::unique_ptr<OutputFile>* file : {&picture_, &log_, &strip_})
+        for (const std::unique_ptr<OutputFile>* file : {&picture_, &log_, &strip_, &record_})
             if (*file) (*file)->Publish();
     }
 
@@ -89,6 +95,7 @@ private:
     std::unique_ptr<OutputFile> picture_;
     std::unique_ptr<OutputFile> log_;
     std::unique_ptr<OutputFile> strip_;
+    std::unique_ptr<OutputFile> record_;
 };
 
 void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
@@ -147,15 +154,26 @@ ExitCode RunCommand::Execute(CommandContext& context) {
 
     const int32_t topLevel = ReadTopLevel(profile, plan.section);
     std::vector<Finding> after = std::move(run.findings);
+    const RunSettings settings{options_, profile, plan, traits};
+    RunRecord record;
     if (traits.takesBitmapPath) {
-        files.Picture().Write(ReadBitmap(call.bitmapPath, traits));
+        const std::vector<uint8_t> bitmap = ReadBitmap(call.bitmapPath, traits);
+        if (!options_.record.empty())
+            record = MakeRunRecord(settings, frame.frame, DecodeBmp(bitmap), std::nullopt);
+        files.Picture().Write(bitmap);
         report.pictureKind = "bitmap of 8 bits";
     } else {
-        const PictureStyle style = MakeStyle(options_, topLevel);
+        PictureStyle style = MakeStyle(options_, topLevel);
         const Frame result{frame.frame.width, frame.frame.height, run.call.output};
+        record = MakeRunRecord(settings, frame.frame, result, style.window);
+        style.texts = RecordTexts(record);
         files.Picture().Write(EncodePicture(options_.picture, result, style));
         report.pictureKind = DescribeStyle(style);
         Append(after, LookAtResult(options_.picture, run.call.output));
+    }
+    if (!options_.record.empty()) {
+        const std::string text = RecordFileText(record, options_.record, context.command);
+        files.Record().Write({text.begin(), text.end()});
     }
     if (!options_.log.empty()) {
         files.Log().Write({run.logBytes.begin(), run.logBytes.end()});
@@ -180,6 +198,7 @@ ExitCode RunCommand::Execute(CommandContext& context) {
     report.picturePath = options_.picture;
     report.logPath = options_.log;
     report.stripPath = options_.strip;
+    report.recordPath = options_.record;
     if (context.wantsJson)
         PrintObject(context, ExitCode::Well, RunToJson(report));
     else

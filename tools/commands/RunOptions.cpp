@@ -36,6 +36,11 @@ void AddOutputs(CLI::App& command, RunOptions& options) {
         ->type_name("PNG");
     command.add_option("--log", options.log, "Keep the library's log of the run in this file")
         ->type_name("FILE");
+    command
+        .add_option(
+            "--record", options.record,
+            "Keep in this file, as JSON, how the picture was made; 'vastrelline rerun' makes it again")
+        ->type_name("FILE");
     command.add_flag("--force", options.mayReplace, "Replace files that exist");
     command.add_flag("--in-place", options.isInPlace,
                      "Use the profile itself, as a host does: the sensor's values and the log go to it");
@@ -137,6 +142,9 @@ void TestRunOptions(const RunOptions& options) {
         throw UsageError("'" + options.picture + "' should end in .png, .bmp, .pgm, .tif or .raw");
     if (!options.strip.empty() && FileKindOf(options.strip) != FileKind::Png)
         throw UsageError("'" + options.strip + "' should end in .png");
+    if (!options.record.empty() && options.isInPlace)
+        throw UsageError("--record does not go with --in-place",
+                         "such a run changes the profile it is made of");
     if ((!options.window.empty() || options.isPng16) && kind != FileKind::Png)
         throw UsageError("--window and --png16 are for .png pictures only");
     if (!options.window.empty() && options.isPng16)

@@ -23,6 +23,7 @@ struct RunOptions {
     std::string window;
     std::string log;
     std::string strip;
+    std::string record;
     std::vector<int32_t> geometry;
     std::string sensorFolder;
     int32_t sensorMode = 0;

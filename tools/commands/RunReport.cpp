@@ -105,6 +105,7 @@ void PrintRunReport(std::ostream& out, const RunReport& report) {
     out << "picture  " << report.picturePath << " (" << report.pictureKind << ")\n";
     if (!report.stripPath.empty()) out << "strip    " << report.stripPath << '\n';
     if (!report.logPath.empty()) out << "log      " << report.logPath << '\n';
+    if (!report.recordPath.empty()) out << "record   " << report.recordPath << '\n';
 }
 
 nlohmann::ordered_json RunToJson(const RunReport& report) {
@@ -130,6 +131,7 @@ nlohmann::ordered_json RunToJson(const RunReport& report) {
             {"picture", report.picturePath},
             {"strip", PathJson(report.stripPath)},
             {"log", PathJson(report.logPath)},
+            {"record", PathJson(report.recordPath)},
             {"findings", FindingsJson(report.findings)}};
 }
 

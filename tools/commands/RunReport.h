@@ -37,6 +37,7 @@ struct RunReport {
     std::string pictureKind;  // "8 bits, window 0 to 4095"
     std::string logPath;      // empty: not kept
     std::string stripPath;    // likewise
+    std::string recordPath;   // likewise
     std::vector<Finding> findings;
 };
 

@@ -14,11 +14,13 @@
 #include "commands/RunHead.h"
 #include "commands/RunPicture.h"
 #include "commands/RunPreparation.h"
+#include "commands/RunProvenance.h"
 #include "commands/SectionChoice.h"
 #include "commands/StagePictures.h"
 #include "commands/StagesReport.h"
 #include "files/OutputFolder.h"
 #include "files/PrivateFolder.h"
+#include "formats/BmpFormat.h"
 #include "messages/ToolError.h"
 #include "runs/Cancellation.h"
 #include "runs/LookAtFrame.h"
@@ -148,7 +150,13 @@ ExitCode StagesCommand::Execute(CommandContext& context) {
                         &places,        &input.traits, &run,           &points,
                         &pictures,      folder.Path(), input.findings};
     std::move(after.begin(), after.end(), std::back_inserter(report.findings));
-    const nlohmann::ordered_json json = StagesToJson(report);
+    const Frame result = input.traits.takesBitmapPath
+                             ? Frame(DecodeBmp(ReadBitmap(run.call.bitmapPath, input.traits)))
+                             : Frame{input.frame.frame.width, input.frame.frame.height, run.call.output};
+    const RunRecord record =
+        MakeRunRecord({options_, input.profile, plan, input.traits}, input.frame.frame, result, std::nullopt);
+    nlohmann::ordered_json json = StagesToJson(report);
+    json["record"] = RecordToJson(RecordInFile(record, folder.Path() + "/" + kIndexLeaf));
     for (const FolderFile& file : pictures.files) {
         if (IsCancelled()) throw CancelledError();
         folder.Write(file.leaf, file.bytes);

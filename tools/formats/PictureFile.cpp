@@ -22,8 +22,9 @@ std::vector<uint8_t> Encode(const std::string& path, const Frame& frame, const P
         case FileKind::Pgm:
             return EncodePgm(frame, style.topLevel);
         case FileKind::Png:
-            if (!style.window) return EncodePng16(frame);
-            return EncodePng8(RenderThroughWindow(frame, *style.window), frame.width, frame.height);
+            if (!style.window) return EncodePng16(frame, style.texts);
+            return EncodePng8(RenderThroughWindow(frame, *style.window), frame.width, frame.height,
+                              style.texts);
         case FileKind::Tiff:
             if (!style.window) return EncodeTiff16(frame, style.tiffPacking);
             return EncodeTiff8(RenderThroughWindow(frame, *style.window), frame.width, frame.height,

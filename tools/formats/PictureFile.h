@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/PngText.h"
 #include "formats/TiffFormat.h"
 #include "frames/Frame.h"
 #include "frames/GreyWindow.h"
@@ -17,7 +18,8 @@ struct PictureStyle {
     std::optional<GreyWindow> window;
     int32_t topLevel = 0;  // PGM: the level that viewers show as white, see EncodePgm
     TiffPacking tiffPacking = TiffPacking::None;
-    bool mayReplace = false;  // an existing file is replaced
+    bool mayReplace = false;     // an existing file is replaced
+    std::vector<PngText> texts;  // of a PNG; other kinds have none
 };
 
 // The bytes of a frame's file, by the ending of the path.

@@ -54,7 +54,21 @@ void TakeBytes(png_structp png, png_bytep bytes, size_t count) {
 
 void FlushNothing(png_structp /*png*/) {}
 
-bool WriteRows(PngOutput& output, const uint8_t* levels, png_uint_32 width, png_uint_32 height, int bits) {
+// The library's form of the texts, which it does not change.
+std::vector<png_text> BorrowTexts(const std::vector<PngText>& texts) {
+    std::vector<png_text> borrowed;
+    for (const PngText& each : texts) {
+        png_text& text = borrowed.emplace_back();
+        text.compression = PNG_TEXT_COMPRESSION_NONE;
+        text.key = const_cast<char*>(each.keyword.c_str());
+        text.text = const_cast<char*>(each.text.c_str());
+        text.text_length = each.text.size();
+    }
+    return borrowed;
+}
+
+bool WriteRows(PngOutput& output, const uint8_t* levels, png_uint_32 width, png_uint_32 height, int bits,
+               const std::vector<png_text>& texts) {
     // NOLINTNEXTLINE(bugprone-*): the jump is how this library reports; no destructor is skipped here
     if (setjmp(png_jmpbuf(output.png)) != 0) return false;
     png_set_write_fn(output.png, &output, TakeBytes, FlushNothing);
@@ -62,6 +76,7 @@ bool WriteRows(PngOutput& output, const uint8_t* levels, png_uint_32 width, png_
     png_set_compression_level(output.png, kCompression);
     png_set_IHDR(output.png, output.info, width, height, bits, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (!texts.empty()) png_set_text(output.png, output.info, texts.data(), static_cast<int>(texts.size()));
     png_write_info(output.png, output.info);
     const size_t rowBytes = static_cast<size_t>(width) * static_cast<size_t>(bits / 8);
     for (size_t y = 0; y < height; ++y) png_write_row(output.png, levels + y * rowBytes);
@@ -69,31 +84,34 @@ bool WriteRows(PngOutput& output, const uint8_t* levels, png_uint_32 width, png_
     return true;
 }
 
-std::vector<uint8_t> Encode(const std::vector<uint8_t>& levels, int32_t width, int32_t height, int bits) {
+std::vector<uint8_t> Encode(const std::vector<uint8_t>& levels, int32_t width, int32_t height, int bits,
+                            const std::vector<PngText>& texts) {
+    const std::vector<png_text> borrowed = BorrowTexts(texts);
     PngOutput output;
     output.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &output, TakeError, DropWarning);
     if (output.png != nullptr) output.info = png_create_info_struct(output.png);
     if (output.info == nullptr) throw std::runtime_error("out of memory");
     if (!WriteRows(output, levels.data(), static_cast<png_uint_32>(width), static_cast<png_uint_32>(height),
-                   bits))
+                   bits, borrowed))
         throw std::runtime_error(std::string("cannot make a PNG: ") + output.message.data());
     return std::move(output.bytes);
 }
 
 }  // namespace
 
-std::vector<uint8_t> EncodePng16(const Frame& frame) {
+std::vector<uint8_t> EncodePng16(const Frame& frame, const std::vector<PngText>& texts) {
     std::vector<uint8_t> levels;
     levels.reserve(2 * frame.pixels.size());
     for (const uint16_t pixel : frame.pixels) {
         levels.push_back(static_cast<uint8_t>(pixel >> 8));
         levels.push_back(static_cast<uint8_t>(pixel & 0xFF));
     }
-    return Encode(levels, frame.width, frame.height, 16);
+    return Encode(levels, frame.width, frame.height, 16, texts);
 }
 
-std::vector<uint8_t> EncodePng8(const std::vector<uint8_t>& levels, int32_t width, int32_t height) {
-    return Encode(levels, width, height, 8);
+std::vector<uint8_t> EncodePng8(const std::vector<uint8_t>& levels, int32_t width, int32_t height,
+                                const std::vector<PngText>& texts) {
+    return Encode(levels, width, height, 8, texts);
 }
 
 }  // namespace vastrelline

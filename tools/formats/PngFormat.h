@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "formats/DecodedFrame.h"
+#include "formats/PngText.h"
 #include "frames/Frame.h"
 
 namespace vastrelline {
@@ -15,9 +16,11 @@ namespace vastrelline {
 //          unusable size. A size that so short a file cannot hold is refused before memory is taken.
 DecodedFrame DecodePng(const std::vector<uint8_t>& bytes);
 
-std::vector<uint8_t> EncodePng16(const Frame& frame);
+// texts    stand before the picture
+std::vector<uint8_t> EncodePng16(const Frame& frame, const std::vector<PngText>& texts = {});
 
 // levels   width * height
-std::vector<uint8_t> EncodePng8(const std::vector<uint8_t>& levels, int32_t width, int32_t height);
+std::vector<uint8_t> EncodePng8(const std::vector<uint8_t>& levels, int32_t width, int32_t height,
+                                const std::vector<PngText>& texts = {});
 
 }  // namespace vastrelline

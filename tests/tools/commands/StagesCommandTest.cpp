@@ -9,6 +9,7 @@
 
 #include "ToolRun.h"
 #include "files/Sha256.h"
+#include "formats/BmpFormat.h"
 #include "formats/PngFormat.h"
 #include "profile/ProfileFile.h"
 #include "support/TemporaryFolder.h"
@@ -92,6 +93,8 @@ TEST_F(StagesCommandTest, TellsProgramsEverything) {
     EXPECT_EQ(json["command"], "stages");
     EXPECT_EQ(json["frame"]["sha256"], Sha256Of("\0\0\1\0\2\0\3\0"s));
     EXPECT_EQ(json["profileSha256"], Sha256Of(ReadBytes(folder_.Path() / "p.ini")));
+    EXPECT_EQ(json["record"]["frame"]["file"], "../in_2x2.raw");
+    EXPECT_EQ(json["record"]["result"]["sha256"], Sha256Of("\0\0\x0A\0\x14\0\x1E\0"s));
     ASSERT_EQ(json["points"].size(), 3U);
     const nlohmann::json& gamma = json["points"][1];
     EXPECT_EQ(gamma["point"], "stage");
@@ -127,6 +130,8 @@ TEST_F(StagesCommandTest, AnExportThatGivesABitmapShowsItsLastDump) {
         EXPECT_FALSE(request.bitmapPath.empty());
         const int32_t code = TimesTen(request);
         request.output = {0, 0, 0, 0};
+        const std::vector<uint8_t> bitmap = EncodeBmp8({0, 1, 2, 3}, 2, 2);
+        WriteBytes(request.bitmapPath, std::string(bitmap.begin(), bitmap.end()));
         return code;
     });
     ASSERT_EQ(run.exitCode, 0) << run.errors;

@@ -1,0 +1,142 @@
+#include "provenance/RunRecord.h"
+
+#include <algorithm>
+#include <exception>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <stdexcept>
+
+#include "messages/ToolError.h"
+
+namespace vastrelline {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr size_t kHashLetters = 64;
+constexpr size_t kGeometryNumbers = 10;
+
+Json FileJson(const std::string& path) {
+    Json json = Json::object();
+    if (!path.empty()) json["file"] = path;
+    return json;
+}
+
+std::string HashOf(const Json& json) {
+    auto hash = json.at("sha256").get<std::string>();
+    if (hash.size() != kHashLetters) throw std::out_of_range("a hash is cut");
+    return hash;
+}
+
+// A word of a command line; with anything but plain letters in it in quotation marks.
+std::string Word(const std::string& text) {
+    const bool isPlain = !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+               c == '-' || c == '.';
+    });
+    if (isPlain) return text;
+    std::string quoted = "'";
+    for (const char c : text) quoted.append(c == '\'' ? std::string("'\\''") : std::string(1, c));
+    return quoted.append("'");
+}
+
+RunRecord FromJson(const Json& json) {
+    RunRecord record;
+    record.version = json.at("version");
+    record.libraryHash = HashOf(json.at("library"));
+    const Json& frame = json.at("frame");
+    record.framePath = frame.value("file", std::string());
+    record.frameSize = {frame.at("width"), frame.at("height")};
+    record.frameHash = HashOf(frame);
+    const Json& profile = json.at("profile");
+    record.profilePath = profile.value("file", std::string());
+    record.profileHash = HashOf(profile);
+    if (!json.at("sensorProfile").is_null()) record.sensorHash = HashOf(json["sensorProfile"]);
+    record.section = json.at("section");
+    record.exportName = json.at("export");
+    const Json& options = json.at("options");
+    record.applyMapping = options.at("mapping");
+    record.applySpotCorrection = options.at("spotCorrection");
+    record.geometry = options.at("geometry").get<std::vector<int32_t>>();
+    if (!record.geometry.empty() && record.geometry.size() != kGeometryNumbers)
+        throw std::out_of_range("the geometry has ten numbers");
+    const Json& sensor = options.at("sensor");
+    record.hasSensor = !sensor.is_null();
+    if (record.hasSensor) {
+        record.sensorFolder = sensor.at("folder");
+        record.sensorMode = sensor.at("mode");
+    }
+    const Json& window = json.at("window");
+    if (!window.is_null()) record.window = GreyWindow{window.at("low"), window.at("high")};
+    record.resultHash = HashOf(json.at("result"));
+    if (!IsUsableSize(record.frameSize)) throw std::out_of_range("the frame has no usable size");
+    if (record.window && record.window->low >= record.window->high)
+        throw std::out_of_range("the window is none");
+    return record;
+}
+
+}  // namespace
+
+std::string CommandOf(const RunRecord& record) {
+    std::ostringstream text;
+    text << "vastrelline run FRAME --profile PROFILE --section " << Word(record.section) << " --export "
+         << record.exportName;
+    if (record.applyMapping) text << " --mapping";
+    if (record.applySpotCorrection) text << " --spot-correction";
+    for (size_t i = 0; i < record.geometry.size(); ++i)
+        text << (i == 0 ? " --geometry " : ",") << record.geometry[i];
+    if (record.hasSensor) {
+        if (!record.sensorFolder.empty()) text << " --sensor-folder " << Word(record.sensorFolder);
+        text << " --sensor-mode " << record.sensorMode;
+    }
+    return text.str();
+}
+
+nlohmann::ordered_json RecordToJson(const RunRecord& record) {
+    Json frame = FileJson(record.framePath);
+    frame.update({{"width", record.frameSize.width},
+                  {"height", record.frameSize.height},
+                  {"sha256", record.frameHash}});
+    Json profile = FileJson(record.profilePath);
+    profile["sha256"] = record.profileHash;
+    Json sensor = nullptr;
+    if (record.hasSensor) sensor = {{"folder", record.sensorFolder}, {"mode", record.sensorMode}};
+    Json window = nullptr;
+    if (record.window) window = {{"low", record.window->low}, {"high", record.window->high}};
+    Json sensorProfile = nullptr;
+    if (!record.sensorHash.empty()) sensorProfile = {{"sha256", record.sensorHash}};
+    return {{"version", record.version},
+            {"library", {{"sha256", record.libraryHash}}},
+            {"command", CommandOf(record)},
+            {"frame", std::move(frame)},
+            {"profile", std::move(profile)},
+            {"sensorProfile", std::move(sensorProfile)},
+            {"section", record.section},
+            {"export", record.exportName},
+            {"options",
+             {{"mapping", record.applyMapping},
+              {"spotCorrection", record.applySpotCorrection},
+              {"geometry", record.geometry},
+              {"sensor", std::move(sensor)}}},
+            {"window", std::move(window)},
+            {"result", {{"sha256", record.resultHash}}}};
+}
+
+std::string RecordToLine(const RunRecord& record) {
+    RunRecord nameless = record;
+    nameless.framePath.clear();
+    nameless.profilePath.clear();
+    return RecordToJson(nameless).dump(-1, ' ', true, Json::error_handler_t::replace);
+}
+
+RunRecord ReadRecord(const std::string& text, const std::string& where) {
+    try {
+        const Json json = Json::parse(text);
+        return FromJson(json.contains("record") ? json["record"] : json);
+    } catch (const std::exception&) {
+        throw InputError(where, "holds no record of a run",
+                         "name what 'vastrelline run --record' wrote, or a PNG of run or batch");
+    }
+}
+
+}  // namespace vastrelline
