@@ -17,6 +17,7 @@
 #include "commands/RunCommand.h"
 #include "commands/StagesCommand.h"
 #include "commands/SweepCommand.h"
+#include "commands/VerifyCommand.h"
 
 namespace vastrelline {
 namespace {
@@ -37,6 +38,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "compare", "Tell whether frames are equal, or how they differ", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "phantom", "Make the frame of a dental phantom to try with", false, Make<PhantomCommand>},
+    {"", "verify", "Tell whether a build gives the pixels of a manifest", true, Make<VerifyCommand>},
     {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},
     {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
     {"profile", "diff", "Tell in what two profiles or sections differ", true, Make<ProfileDiffCommand>},
