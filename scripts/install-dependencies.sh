@@ -4,7 +4,7 @@
 #     scripts/install-dependencies.sh GROUP...
 #
 #     build   the library and the tool
-#     test    the tests and benchmarks
+#     test    the tests and benchmarks; what drives a browser goes to build/browser
 #     fuzz    the fuzzers, and what measures how far their corpus reaches
 #     ci      format and lint checks, and the Windows build with its tests
 #     aarch64     the build for 64-bit Arm with its tests
@@ -13,12 +13,29 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev"
-    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales"
+    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales chromium fonts-dejavu-core"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
     [aarch64]="g++-aarch64-linux-gnu qemu-user googletest"
     [windows32]="g++-mingw-w64-i686-posix mmdebstrap googletest"
 )
+
+# Node from elsewhere than Debian has npm inside, and does not go with Debian's.
+command -v npm >/dev/null || packages[test]+=" nodejs npm"
+
+# The modules that package-lock.json of the browser tests names, with the hashes that stand there.
+installModules() {
+    local root folder
+    root=$(cd "$(dirname "$0")/.." && pwd)
+    folder=$root/build/browser
+    if cmp -s "$root/tests/browser/package-lock.json" "$folder/installed-lock.json"; then
+        return
+    fi
+    mkdir -p "$folder"
+    cp "$root"/tests/browser/{package.json,package-lock.json,.npmrc} "$folder"
+    (cd "$folder" && npm ci --loglevel=error)
+    cp "$root/tests/browser/package-lock.json" "$folder/installed-lock.json"
+}
 
 missing=()
 for group in "$@"; do
@@ -31,12 +48,17 @@ for group in "$@"; do
         [[ "$status" == installed ]] || missing+=("$package")
     done
 done
-[[ ${#missing[@]} -gt 0 ]] || exit 0
-
-asRoot=()
-if [[ "$(id -u)" -ne 0 ]]; then
-    asRoot=(sudo)
+if [[ ${#missing[@]} -gt 0 ]]; then
+    asRoot=()
+    if [[ "$(id -u)" -ne 0 ]]; then
+        asRoot=(sudo)
+    fi
+    echo "installing: ${missing[*]}"
+    "${asRoot[@]}" apt-get update -qq
+    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
-echo "installing: ${missing[*]}"
-"${asRoot[@]}" apt-get update -qq
-"${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+for group in "$@"; do
+    if [[ "$group" == test ]]; then
+        installModules
+    fi
+done

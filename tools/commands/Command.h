@@ -19,8 +19,9 @@ struct CommandContext {
     std::ostream& report;  // results: standard output
     Messages& messages;    // words for people: standard error
     const ExportCaller& callExport;
-    bool wantsJson = false;  // the report is one JSON object, and nothing else
-    std::string command;     // its whole name: "profile lint"
+    bool wantsJson = false;        // the report is one JSON object, and nothing else
+    std::string command;           // its whole name: "profile lint"
+    std::string commandLine = {};  // what was typed, as a shell takes it again
 };
 
 // One command of the tool. Its name and its line in the overview stand in the command table, from which help,

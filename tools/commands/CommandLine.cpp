@@ -12,6 +12,7 @@
 #include "commands/CommandTree.h"
 #include "commands/JsonObject.h"
 #include "completion/CompletionReply.h"
+#include "completion/ShellQuote.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
 #include "runs/Cancellation.h"
@@ -130,10 +131,18 @@ int ReportError(const ToolError& error, const Streams& streams, Messages& messag
     return static_cast<int>(error.Code());
 }
 
-int Execute(CommandTree& tree, const ExportCaller& callExport, const Streams& streams, Messages& messages) {
+std::string TypedCommand(const std::vector<std::string>& words) {
+    std::string text = "vastrelline";
+    for (const std::string& word : words) text.append(" ").append(QuoteForShell(word));
+    return text;
+}
+
+int Execute(CommandTree& tree, const std::vector<std::string>& words, const ExportCaller& callExport,
+            const Streams& streams, Messages& messages) {
     if (tree.IsQuiet()) messages.BeQuiet();
-    CommandContext context{streams.report, messages, callExport, tree.WantsJson(),
-                           FullName(*tree.Parsed()->entry)};
+    CommandContext context{
+        streams.report,     messages, callExport, tree.WantsJson(), FullName(*tree.Parsed()->entry),
+        TypedCommand(words)};
     const ExitCode code = tree.Parsed()->command->Execute(context);
     if (!streams.report.flush()) {
         if (IsReaderGone()) return static_cast<int>(ExitCode::Output);  // nobody is to be told
@@ -170,7 +179,7 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
             if (!streams.report.flush()) throw OutputError({}, "cannot write the help");
             return code;
         }
-        return Execute(tree, callExport, streams, messages);
+        return Execute(tree, words, callExport, streams, messages);
     } catch (const ToolError& error) {
         // What could not be read or done to its end because of the wish to end is no fault of the input.
         return fail(IsCancelled() ? CancelledError() : error);

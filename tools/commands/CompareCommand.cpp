@@ -2,15 +2,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
+#include <functional>
+#include <iomanip>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <sstream>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "commands/CompareJunit.h"
 #include "commands/CompareOutput.h"
+#include "commands/ComparePage.h"
 #include "commands/FrameNotes.h"
 #include "commands/JsonObject.h"
 #include "comparison/FolderPairs.h"
@@ -39,7 +44,7 @@ bool AreFolders(const CompareOptions& options) {
 }
 
 void TestOutputs(const CompareOptions& options) {
-    for (const std::string& path : {options.difference, options.junit})
+    for (const std::string& path : {options.difference, options.junit, options.report})
         if (!path.empty()) const OutputFile trial(path, options.mayReplace);
 }
 
@@ -95,12 +100,32 @@ std::vector<PairOutcome> CompareFolders(const CompareOptions& options, const Pai
     return outcomes;
 }
 
+std::string TimeNow() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts = {};
+    gmtime_r(&now, &parts);
+    std::ostringstream text;
+    text << std::put_time(&parts, "%Y-%m-%d %H:%M UTC");
+    return text.str();
+}
+
+void WriteReport(const CompareOptions& options, const std::vector<PairOutcome>& outcomes,
+                 const CommandContext& context, std::function<FramePair(const PairOutcome&)> load) {
+    if (options.report.empty()) return;
+    const bool areFolders = !outcomes.front().name.empty();
+    const std::vector<uint8_t> page =
+        MakeComparePage({&options, &outcomes, areFolders, context.commandLine, TimeNow(), std::move(load)});
+    OutputFile file(options.report, options.mayReplace);
+    file.Write(page);
+    file.Publish();
+}
+
 }  // namespace
 
 std::string_view CompareCommand::Examples() const {
     return "  vastrelline compare before_1300x1668.raw after.png\n"
-           "  vastrelline compare before.png after.png --tolerance 2 --difference where.png\n"
-           "  vastrelline compare results-1.0 results-1.1 --junit compared.xml\n";
+           "  vastrelline compare before.png after.png --tolerance 2 --report compared.html\n"
+           "  vastrelline compare results-1.0 results-1.1 --report compared.html --junit compared.xml\n";
 }
 
 std::string_view CompareCommand::Notes() const {
@@ -125,6 +150,10 @@ ExitCode CompareCommand::Execute(CommandContext& context) {
     std::vector<PairOutcome> outcomes;
     if (areFolders) {
         outcomes = CompareFolders(options_, terms, context.messages);
+        WriteReport(options_, outcomes, context, [&terms](const PairOutcome& outcome) {
+            if (IsCancelled()) throw CancelledError();
+            return LoadPair(outcome.first, outcome.second, terms);
+        });
     } else {
         const FramePair frames = LoadPair(options_.first, options_.second, terms);
         ShowFrameNotes(options_.first, frames.first, context.messages);
@@ -132,6 +161,7 @@ ExitCode CompareCommand::Execute(CommandContext& context) {
         outcomes.push_back(ComparePair(options_.first, options_.second, frames, terms));
         for (const std::string& note : outcomes.front().notes) context.messages.Tell("note: " + note);
         WriteDifference(options_, frames, outcomes.front(), context.messages);
+        WriteReport(options_, outcomes, context, [&frames](const PairOutcome&) { return frames; });
     }
     if (!options_.junit.empty())
         WriteText(options_.junit,

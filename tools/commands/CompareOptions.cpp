@@ -36,7 +36,8 @@ void TestDifference(const CompareOptions& options, bool isOfFolders) {
         if (options.gain > 0) throw UsageError("--gain is for the picture of --difference");
         return;
     }
-    if (isOfFolders) throw UsageError("--difference is for two frames, not for folders");
+    if (isOfFolders)
+        throw UsageError("--difference is for two frames", "--report shows the differences of folders");
     const FileKind kind = FileKindOf(options.difference);
     if (kind == FileKind::Other)
         throw UsageError("'" + options.difference + "' should end in .raw, .pgm, .png, .tif or .bmp");
@@ -75,6 +76,11 @@ void AddCompareOptions(CLI::App& command, CompareOptions& options) {
         ->type_name("NUMBER")
         ->check(CLI::PositiveNumber.description(""));
     command
+        .add_option("--report", options.report,
+                    "One HTML file for people, with the pictures in it, that needs no network; it ends in "
+                    ".html")
+        ->type_name("FILE");
+    command
         .add_option("--junit", options.junit, "The outcome as JUnit XML, for build servers; it ends in .xml")
         ->type_name("FILE");
     command.add_flag("--force", options.mayReplace, "Replace files that exist");
@@ -83,6 +89,7 @@ void AddCompareOptions(CLI::App& command, CompareOptions& options) {
 void TestCompareOptions(const CompareOptions& options, bool isOfFolders) {
     if (options.first == kStandardInput && options.second == kStandardInput)
         throw UsageError("standard input can be one frame only");
+    TestEnding(options.report, ".html", "--report");
     TestEnding(options.junit, ".xml", "--junit");
     TestDifference(options, isOfFolders);
 }

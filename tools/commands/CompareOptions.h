@@ -16,6 +16,7 @@ struct CompareOptions {
     int32_t tolerance = 0;
     std::string difference;  // a picture; empty: none is asked for, as with the other files
     double gain = 0.0;       // 0: the largest difference becomes white
+    std::string report;
     std::string junit;
     bool mayReplace = false;
 };

@@ -167,6 +167,18 @@ TEST_F(CompareFoldersTest, WriteJunitOfNamesAsTheyAre) {
     EXPECT_THAT(junit, testing::HasSubstr("tests=\"2\" failures=\"1\" errors=\"0\""));
 }
 
+TEST_F(CompareFoldersTest, HaveAReport) {
+    Put("one/other_2x1.raw", "\x01\x00\x02\x01"s);
+    Put("two/other_2x1.raw", "\x01\x00\x03\x01"s);
+    EXPECT_EQ(Compare("one", "two", {"--report", folder_.Narrow("r.html")}).exitCode, 1);
+    const std::string page = ReadBytes(folder_.Path() / "r.html");
+    EXPECT_THAT(page, testing::StartsWith("<!DOCTYPE html>"));
+    EXPECT_THAT(page, testing::HasSubstr("<p>2 names: 1 equal, 1 different.</p>"));
+    EXPECT_THAT(page, testing::HasSubstr("<td>vastrelline compare "));
+    EXPECT_EQ(Compare("one", "two", {"--report", folder_.Narrow("r.html")}).exitCode, 5);
+    EXPECT_EQ(Compare("one", "two", {"--report", folder_.Narrow("r.html"), "--force"}).exitCode, 1);
+}
+
 TEST_F(CompareFoldersTest, DoNotGoWithAFrame) {
     EXPECT_EQ(Compare("one", "a_2x1.raw").exitCode, 2);
     EXPECT_EQ(Compare("a_2x1.raw", "two").exitCode, 2);

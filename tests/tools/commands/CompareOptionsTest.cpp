@@ -23,7 +23,8 @@ TEST(TestCompareOptions, TakesWhatMakesSense) {
     EXPECT_NO_THROW(TestCompareOptions(Options("d.png", 4), false));
     EXPECT_NO_THROW(TestCompareOptions(Options("d.raw"), false));
     CompareOptions options = Options("");
-    options.junit = "j.XML";
+    options.report = "r.HTML";
+    options.junit = "j.xml";
     EXPECT_NO_THROW(TestCompareOptions(options, true));
 }
 
@@ -37,6 +38,9 @@ TEST(TestCompareOptions, RefusesPicturesThatSayNothing) {
 
 // So that a slip of the hand does not replace a frame.
 TEST(TestCompareOptions, RefusesOtherEndingsOfReports) {
+    CompareOptions report = Options("");
+    report.report = "b.raw";
+    EXPECT_THROW(TestCompareOptions(report, false), UsageError);
     CompareOptions junit = Options("");
     junit.junit = "compared";
     EXPECT_THROW(TestCompareOptions(junit, false), UsageError);
@@ -52,7 +56,7 @@ TEST(AddCompareOptions, BoundsNumbers) {
     CLI::App app;
     CompareOptions options;
     AddCompareOptions(app, options);
-    app.parse("a b --tolerance 3 --difference d.png --gain 2.5 --junit j.xml --force");
+    app.parse("a b --tolerance 3 --difference d.png --gain 2.5 --junit j.xml --report r.html --force");
     EXPECT_EQ(options.tolerance, 3);
     EXPECT_EQ(options.gain, 2.5);
     EXPECT_TRUE(options.mayReplace);
