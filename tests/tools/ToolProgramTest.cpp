@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
@@ -170,6 +171,21 @@ TEST_F(ToolProgram, MakesAResultAgain) {
         Start({"rerun", folder_.Narrow("out.png"), "--frame", frame_, "--profile", folder_.Narrow("p.ini")});
     EXPECT_EQ(picture.exitCode, 0) << picture.errors << picture.report;
     EXPECT_NE(picture.report.find("shows this result"), std::string::npos) << picture.report;
+}
+
+TEST_F(ToolProgram, ComparesBuilds) {
+    const auto against = [&](const std::string& library) {
+        return Start({"run", frame_, "--profile", folder_.Narrow("p.ini"), "--section", "General",
+                      "--against", library});
+    };
+    std::filesystem::copy_file(VASTRELLINE_LIBRARY, folder_.Path() / "old.so");
+    const ToolRun same = against(folder_.Narrow("old.so"));
+    EXPECT_EQ(same.exitCode, 0) << same.errors << same.report;
+    EXPECT_NE(same.report.find("00 Gamma curve"), std::string::npos) << same.report;
+    const ToolRun text = against(folder_.Narrow("p.ini"));
+    EXPECT_EQ(text.exitCode, 3);
+    EXPECT_EQ(std::count(text.errors.begin(), text.errors.end(), '\n'), 1) << text.errors;
+    EXPECT_NE(text.errors.find("p.ini: cannot be loaded as a library"), std::string::npos) << text.errors;
 }
 
 TEST_F(ToolProgram, SweepsAKey) {

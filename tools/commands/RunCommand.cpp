@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "commands/AgainstRun.h"
 #include "commands/JsonObject.h"
 #include "commands/RunPicture.h"
 #include "commands/RunPreparation.h"
@@ -114,8 +115,8 @@ std::string_view RunCommand::Examples() const {
     return "  vastrelline run tooth_1300x1668.raw --profile dental.ini --section General --out tooth.png\n"
            "  vastrelline run tooth.png --profile dental.ini --section LowDose --out tooth.tif \\\n"
            "      --strip strip.png --json\n"
-           "  vastrelline run tooth.raw --size 1300x1668 --profile dental.ini --section General \\\n"
-           "      --out tooth.bmp --geometry 0 0 150 150 1300 1668 0 0 0 0\n";
+           "  vastrelline run tooth.png --profile dental.ini --section General --against "
+           "old/libvastrelline.so\n";
 }
 
 std::string_view RunCommand::Notes() const {
@@ -128,6 +129,7 @@ void RunCommand::AddOptions(CLI::App& command) { AddRunOptions(command, options_
 
 ExitCode RunCommand::Execute(CommandContext& context) {
     TestRunOptions(options_);
+    if (!options_.against.empty()) return RunAgainst(options_, context);
     if (const ExportTraits* const named = FindNamedTraits(options_)) TestRunExport(options_, *named);
     TestTargets(options_);
     const ProfileFile profile = ReadRunProfile(options_);

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cmath>
+#include <utility>
 
 #include "commands/SizeOption.h"
 #include "files/FileKind.h"
@@ -23,8 +24,9 @@ std::vector<std::string> ExportNames() {
 void AddTarget(CLI::App& command, RunOptions& options) {
     command
         .add_option("--out", options.picture,
-                    "Where the picture goes: .png or .bmp (8 bits), .pgm, .tif or .raw (16 bits)")
-        ->required()
+                    "Where the picture goes: .png or .bmp (8 bits), .pgm, .tif or .raw (16 bits); not with "
+                    "--against")
+        ->group("Needed")  // as TestRunOptions tests it
         ->type_name("PICTURE");
 }
 
@@ -41,9 +43,27 @@ void AddOutputs(CLI::App& command, RunOptions& options) {
             "--record", options.record,
             "Keep in this file, as JSON, how the picture was made; 'vastrelline rerun' makes it again")
         ->type_name("FILE");
+    command
+        .add_option("--against", options.against,
+                    "Make no picture: run this build of the library, too, and tell at which stage the pixels "
+                    "begin to differ")
+        ->type_name("LIBRARY");
     command.add_flag("--force", options.mayReplace, "Replace files that exist");
     command.add_flag("--in-place", options.isInPlace,
                      "Use the profile itself, as a host does: the sensor's values and the log go to it");
+}
+
+// A comparison of builds leaves no file.
+void TestAgainst(const RunOptions& options) {
+    const std::pair<const char*, bool> misfits[] = {
+        {"--out", !options.picture.empty()},   {"--strip", !options.strip.empty()},
+        {"--log", !options.log.empty()},       {"--record", !options.record.empty()},
+        {"--window", !options.window.empty()}, {"--png16", options.isPng16},
+        {"--in-place", options.isInPlace}};
+    for (const auto& [name, isThere] : misfits)
+        if (isThere)
+            throw UsageError(std::string(name) + " does not go with --against, which makes no file",
+                             "leave one of them out");
 }
 
 }  // namespace
@@ -137,6 +157,11 @@ void TestCallOptions(const RunOptions& options) {
 
 void TestRunOptions(const RunOptions& options) {
     TestCallOptions(options);
+    if (!options.against.empty()) {
+        TestAgainst(options);
+        return;
+    }
+    if (options.picture.empty()) throw UsageError("--out is required", "see vastrelline run --help");
     const FileKind kind = FileKindOf(options.picture);
     if (!IsPictureKind(kind))
         throw UsageError("'" + options.picture + "' should end in .png, .bmp, .pgm, .tif or .raw");

@@ -24,6 +24,7 @@ struct RunOptions {
     std::string log;
     std::string strip;
     std::string record;
+    std::string against;  // another build of the library
     std::vector<int32_t> geometry;
     std::string sensorFolder;
     int32_t sensorMode = 0;
