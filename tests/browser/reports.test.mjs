@@ -243,7 +243,8 @@ test("shows where frames differ, and loses none when zoomed out", async () => {
     assert.deepEqual(beside, [0, 0, 0], "an equal pixel is black");
     assert.ok(by > 0 ? own[0] > own[2] : own[2] > own[0], `${by} is ${own}`);
     assert.equal(await page.locator(".readout output").textContent(),
-      `(${x}, ${y})  A ${levels[y * width + x]}  B ${changed[y * width + x]}  B \u2212 A ${by}`);
+      `(${x}, ${y}): A ${levels[y * width + x]}, B ${changed[y * width + x]}, ` +
+      `B \u2212 A = ${by < 0 ? "\u2212" : ""}${Math.abs(by)}`);
   }
   await close(page);
 });

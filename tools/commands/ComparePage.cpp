@@ -28,6 +28,7 @@ constexpr size_t kMostLivePixels = size_t{1} << 25;  // of all frames of a page:
 constexpr size_t kMostPictures = 100;                // pairs with small pictures in the overview
 constexpr size_t kMostRows = 2000;
 constexpr int32_t kThumbnail = 96;
+constexpr int kShownDigits = 9;
 constexpr double kPercent = 100.0;
 
 std::string Capitalised(std::string_view text) {
@@ -100,7 +101,7 @@ void AddDifferences(ReportPage& page, const PairFigures& figures, size_t number)
 void AddFigures(ReportPage& page, const PairFigures& figures, int32_t tolerance, size_t number) {
     const PixelDifference& place = figures.largestPlace;
     std::ostringstream meanSquare;
-    meanSquare << figures.meanSquare;
+    meanSquare << std::setprecision(kShownDigits) << figures.meanSquare;
     std::vector<ReportRow> rows{
         {{"Pixels that differ", std::to_string(figures.count) + " of " + std::to_string(figures.pixels) +
                                     " (" + ShareOf(figures.count, figures.pixels) + ")"}},
@@ -257,6 +258,8 @@ std::string LeftOutWords(const std::vector<PairOutcome>& outcomes, size_t live) 
             return IsRead(each) && each.state != PairState::Equal;
         }));
     if (worth <= live) return {};
+    if (live == 0)
+        return "The frames are too large for this page. To look at two of them, compare them with --report.";
     return "The frames of the " + std::to_string(live) + " worst of " + std::to_string(worth) +
            " unequal pairs follow. To look at another one, compare its two files with --report.";
 }

@@ -1,11 +1,11 @@
 #include "provenance/RunRecord.h"
 
-#include <algorithm>
 #include <exception>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
+#include "completion/ShellQuote.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
@@ -26,18 +26,6 @@ std::string HashOf(const Json& json) {
     auto hash = json.at("sha256").get<std::string>();
     if (hash.size() != kHashLetters) throw std::out_of_range("a hash is cut");
     return hash;
-}
-
-// A word of a command line; with anything but plain letters in it in quotation marks.
-std::string Word(const std::string& text) {
-    const bool isPlain = !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-               c == '-' || c == '.';
-    });
-    if (isPlain) return text;
-    std::string quoted = "'";
-    for (const char c : text) quoted.append(c == '\'' ? std::string("'\\''") : std::string(1, c));
-    return quoted.append("'");
 }
 
 RunRecord FromJson(const Json& json) {
@@ -79,14 +67,14 @@ RunRecord FromJson(const Json& json) {
 
 std::string CommandOf(const RunRecord& record) {
     std::ostringstream text;
-    text << "vastrelline run FRAME --profile PROFILE --section " << Word(record.section) << " --export "
-         << record.exportName;
+    text << "vastrelline run FRAME --profile PROFILE --section " << QuoteForShell(record.section)
+         << " --export " << record.exportName;
     if (record.applyMapping) text << " --mapping";
     if (record.applySpotCorrection) text << " --spot-correction";
     for (size_t i = 0; i < record.geometry.size(); ++i)
         text << (i == 0 ? " --geometry " : ",") << record.geometry[i];
     if (record.hasSensor) {
-        if (!record.sensorFolder.empty()) text << " --sensor-folder " << Word(record.sensorFolder);
+        if (!record.sensorFolder.empty()) text << " --sensor-folder " << QuoteForShell(record.sensorFolder);
         text << " --sensor-mode " << record.sensorMode;
     }
     return text.str();

@@ -250,9 +250,10 @@ class Viewer {
   tell(x, y) {
     const levels = this.pictures.map((each) =>
       x >= 0 && y >= 0 && x < each.width && y < each.height ? each.levels[y * each.width + x] : null);
-    let text = `(${x}, ${y})`;
-    levels.forEach((level, i) => { text += `  ${"AB"[i]} ${level === null ? "outside" : level}`; });
-    if (this.isOneSize && levels[0] !== null) text += `  B \u2212 A ${levels[1] - levels[0]}`;
+    const name = (level, i) => `${"AB"[i]} ${level === null ? "outside" : level}`;
+    let text = `(${x}, ${y}): ` + levels.map(name).join(", ");
+    const more = levels[1] - levels[0];
+    if (this.isOneSize && levels[0] !== null) text += `, B \u2212 A = ${more < 0 ? "\u2212" : ""}${Math.abs(more)}`;
     this.find(".readout output").textContent = levels[0] === null && levels[1] === null ? "" : text;
   }
 
