@@ -19,7 +19,7 @@ frames=(--frame tests/data/frames/bitewing_1300x1668.png --frame tests/data/fram
 add() { "$tool" verify "$manifest" --add "$@"; }
 
 add "${frames[@]}" --profile profiles/general.ini --profile profiles/dental.ini
-add --frame phantom:1300x1668:0.12 --profile profiles/dental.ini --section LowDose --section LowDoseFullFrame
+add --frame phantom:650x834:0.12 --profile profiles/dental.ini --section LowDose --section LowDoseFullFrame
 add "${frames[@]}" --profile profiles/fixed.ini --section General
 add "${frames[@]}" --profile profiles/fixed.ini --section Cr --export ImageProcessingCR
 add "${frames[@]}" --profile profiles/extended.ini --export ImageProcessing_NE
@@ -29,5 +29,5 @@ for section in PreContrast Stretch Clahe AdaptiveUnsharp AdaptiveSmoothing Pyram
 done
 add "${frames[@]}" --profile profiles/stages.ini --section Hdr --export ImageProcessing_NE
 # The functions that leave a bitmap.
-add --frame phantom:1300x1668 --profile profiles/dental.ini --section General --export ImageProcessing_N
-add --frame phantom:1300x1668 --profile profiles/dental.ini --section LowDose --export ImageProcessing_NS
+add --frame tests/data/frames/periapical_a_1012x1316.png --profile profiles/dental.ini --section General --export ImageProcessing_N
+add --frame tests/data/frames/periapical_a_1012x1316.png --profile profiles/dental.ini --section LowDose --export ImageProcessing_NS

@@ -3,8 +3,8 @@
 #
 #     scripts/test-aarch64.sh [PROGRAM...]
 #
-# Arguments name test programs, such as operators_tests: then it is these, the digest of whole runs and what looks
-# into the library alone.
+# Arguments name test programs, such as operators_tests: then it is these, the digest of whole runs, the manifest of
+# every stage's pixels and what looks into the library alone.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,7 +14,7 @@ if [[ $# -eq 0 ]]; then
     cmake --build --preset aarch64
     ctest --preset aarch64
 else
-    cmake --build --preset aarch64 --target vastrelline vastrelline_digest "$@"
+    cmake --build --preset aarch64 --target vastrelline vastrelline_digest manifest_check "$@"
     chosen=$(IFS='|'; echo "$*")
-    ctest --preset aarch64 --tests-regex "^(SharedLibrary\..*|Digest\.IsAsExpected|$chosen)\$"
+    ctest --preset aarch64 --tests-regex "^(SharedLibrary\..*|Digest\.IsAsExpected|Proof\..*|$chosen)\$"
 fi
