@@ -199,6 +199,8 @@ std::string Thumbnails(const ComparePageInput& input, const PairOutcome& outcome
         for (const Frame* const frame : {&first, &second})
             markup += "<img alt=\"\" src=\"" + DrawStill(*frame, window, kThumbnail).source + "\">";
         return markup;
+    } catch (const CancelledError&) {
+        throw;
     } catch (const ToolError&) {
         return "changed meanwhile";
     }
@@ -277,6 +279,8 @@ void AddPairs(ReportPage& page, const ComparePageInput& input) {
                           DescribePair(outcome, input.options->tolerance) + ".");
         try {
             AddPair(page, input, outcome, input.load(outcome), i);
+        } catch (const CancelledError&) {
+            throw;
         } catch (const ToolError& error) {
             page.AddParagraph(std::string("The files have changed meanwhile: ") + error.what());
         }

@@ -98,5 +98,14 @@ TEST_F(ComparePageTest, SaysWhatChangedMeanwhile) {
     EXPECT_THAT(page, HasSubstr("The files have changed meanwhile: "));
 }
 
+// A wish to end is no damage of a file: no half report comes of it.
+TEST_F(ComparePageTest, EndsWhenItIsAskedTo) {
+    const std::vector<PairOutcome> outcomes{Compared("a_2x1.raw", kFrame, "\x01\x02\x09\x04")};
+    const CompareOptions options;
+    const ComparePageInput input{
+        &options, &outcomes, true, "", "", [](const PairOutcome&) -> FramePair { throw CancelledError(); }};
+    EXPECT_THROW(MakeComparePage(input), CancelledError);
+}
+
 }  // namespace
 }  // namespace vastrelline
