@@ -1,19 +1,23 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "ToolRun.h"
+#include "ToolWorkers.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
@@ -26,7 +30,7 @@ constexpr const char* kProfile =
     "[General]\nPROCMODE=2\nBITSTORED=12\nINTRAORAL_MASK=0\nINVERSE_INTENSITY=0\nFunctionCount=1\n"
     "00_Function_Number=10\n";
 
-ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
+pid_t BeginTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
     std::vector<std::string> words{VASTRELLINE_TOOL};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
@@ -45,10 +49,19 @@ ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>&
     const int failure = posix_spawn(&child, VASTRELLINE_TOOL, &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (failure != 0) throw std::runtime_error("the tool does not start");
+    return child;
+}
+
+ToolRun AwaitTool(const TemporaryFolder& folder, pid_t child) {
     int status = 0;
     if (waitpid(child, &status, 0) != child || !WIFEXITED(status))
         throw std::runtime_error("the tool crashed");
-    return {WEXITSTATUS(status), ReadBytes(report), ReadBytes(errors)};
+    return {WEXITSTATUS(status), ReadBytes(folder.Path() / "report.txt"),
+            ReadBytes(folder.Path() / "errors.txt")};
+}
+
+ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
+    return AwaitTool(folder, BeginTool(folder, arguments));
 }
 
 class ToolProgram : public testing::Test {
@@ -171,6 +184,52 @@ TEST_F(ToolProgram, MakesAResultAgain) {
         Start({"rerun", folder_.Narrow("out.png"), "--frame", frame_, "--profile", folder_.Narrow("p.ini")});
     EXPECT_EQ(picture.exitCode, 0) << picture.errors << picture.report;
     EXPECT_NE(picture.report.find("shows this result"), std::string::npos) << picture.report;
+}
+
+std::vector<std::string> LeavesOf(const std::filesystem::path& folder) {
+    std::vector<std::string> leaves;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        leaves.push_back(entry.path().filename().string());
+    std::sort(leaves.begin(), leaves.end());
+    return leaves;
+}
+
+TEST_F(ToolProgram, ShowsTheFrameAfterEveryStage) {
+    const std::string out = folder_.Narrow("stages");
+    for (const std::string name : {"ImageProcessing", "ImageProcessingS", "ImageProcessing_N",
+                                   "ImageProcessing_NS", "ImageProcessing_NE"}) {
+        const ToolRun run = Start({"stages", frame_, "--profile", folder_.Narrow("p.ini"), "--section",
+                                   "General", "--out", out, "--export", name, "--force"});
+        ASSERT_EQ(run.exitCode, 0) << run.errors;
+        // The chain caps the phantom's brightest levels, so that it begins with another frame.
+        EXPECT_EQ(LeavesOf(out),
+                  (std::vector<std::string>{"00_frame.png", "01_input.png", "02_gamma_curve.png",
+                                            "02_gamma_curve.svg", "03_result.png", "contact.png",
+                                            "stages.json", "stages.txt"}))
+            << name;
+    }
+    const ToolRun again = Start({"rerun", out + "/stages.json"});
+    EXPECT_EQ(again.exitCode, 0) << again.errors << again.report;
+}
+
+TEST_F(ToolProgram, LeavesNothingOfAFolderThatIsCancelled) {
+    // A median that takes more than a minute.
+    WriteBytes(folder_.Path() / "slow.ini",
+               "[General]\nPROCMODE=2\nINTRAORAL_MASK=0\nFunctionCount=1\n00_Function_Number=7\n"
+               "00_MEDIAN_SIZE=101\n00_MEDIAN_REPEAT=2000000000\n");
+    for (const std::string command : {"stages", "sweep"}) {
+        std::vector<std::string> words{command,     frame_,    "--profile", folder_.Narrow("slow.ini"),
+                                       "--section", "General", "--out",     folder_.Narrow("out")};
+        if (command == "sweep") words.insert(words.end(), {"--set", "00_MEDIAN_SIZE=99,101"});
+        const pid_t tool = BeginTool(folder_, words);
+        while (WorkersOf(tool).empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        kill(tool, SIGINT);
+        const ToolRun run = AwaitTool(folder_, tool);
+        EXPECT_EQ(run.exitCode, 130) << run.errors;
+        EXPECT_EQ(LeavesOf(folder_.Path()), (std::vector<std::string>{"errors.txt", "frame_130x167.raw",
+                                                                      "p.ini", "report.txt", "slow.ini"}))
+            << command;
+    }
 }
 
 TEST_F(ToolProgram, ComparesBuilds) {

@@ -86,7 +86,7 @@ BatchReport::BatchReport(CommandContext& context, size_t total, std::vector<Find
 
 void BatchReport::Wait() {
     const std::lock_guard lock(mutex_);
-    progress_.Update(total_ - Left(), Count(FrameState::Failed));
+    progress_.Update(total_ - Left(), Count(FrameState::Failed), Count(FrameState::Before));
 }
 
 void BatchReport::Take(const FrameOutcome& outcome) {
@@ -94,7 +94,7 @@ void BatchReport::Take(const FrameOutcome& outcome) {
     ++counts_[static_cast<size_t>(outcome.state)];
     Remember(outcome);
     if (context_.wantsJson) PrintLine(context_.report, ToJson(outcome));
-    progress_.Update(total_ - Left(), Count(FrameState::Failed));
+    progress_.Update(total_ - Left(), Count(FrameState::Failed), Count(FrameState::Before));
 }
 
 void BatchReport::Remember(const FrameOutcome& outcome) {
@@ -166,7 +166,8 @@ void BatchReport::PrintSummary(const BatchPlan& plan) const {
     if (Left() > 0) text << ", " << Left() << " left; --resume does them";
     text << '\n'
          << "time     " << std::fixed << std::setprecision(1) << seconds << " s, "
-         << static_cast<double>(total_ - Left()) / std::max(seconds, 1e-3) << " frames a second\n"
+         << static_cast<double>(total_ - Left() - Count(FrameState::Before)) / std::max(seconds, 1e-3)
+         << " frames a second\n"
          << "results  " << plan.options.folder << " (" << kind << ")\n"
          << "manifest " << plan.manifest.Path() << '\n';
     context_.report << text.str();

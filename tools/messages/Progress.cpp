@@ -45,15 +45,17 @@ std::string Progress::Line(Seconds elapsed) const {
         line << Time(elapsed.count());
         return line.str();
     }
-    const double rate = static_cast<double>(done_) / elapsed.count();
+    const size_t worked = done_ - passed_;
+    const double rate = static_cast<double>(worked) / elapsed.count();
     line << done_ << " of " << total_ << ", " << std::fixed << std::setprecision(1) << rate << " a second";
-    if (done_ > 0 && done_ < total_)
+    if (worked > 0 && done_ < total_)
         line << ", " << Time(static_cast<double>(total_ - done_) / rate) << " left";
     if (failed_ > 0) line << ", " << failed_ << " failed";
     return line.str();
 }
 
-void Progress::Update(size_t done, size_t failed) {
+void Progress::Update(size_t done, size_t failed, size_t passed) {
+    passed_ = passed;
     done_ = done;
     failed_ = failed;
     if (style_.isQuiet || isFinished_) return;

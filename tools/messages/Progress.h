@@ -30,7 +30,9 @@ public:
     Progress& operator=(Progress&&) = delete;
 
     // So many parts are done by now, so many of these failed. To be called as often as one likes.
-    void Update(size_t done, size_t failed);
+    //
+    // passed   those of them that took no work: they count for nothing in the rate and in the time left
+    void Update(size_t done, size_t failed, size_t passed = 0);
 
     // Takes the changing line away; later calls say nothing.
     void Finish();
@@ -47,6 +49,7 @@ private:
     std::chrono::steady_clock::time_point lastLine_;
     size_t done_ = 0;
     size_t failed_ = 0;
+    size_t passed_ = 0;
     bool isLineThere_ = false;
     bool isFinished_ = false;
 };

@@ -19,9 +19,9 @@
 #include <thread>
 #include <vector>
 
+#include "ToolWorkers.h"
 #include "batch/BatchManifest.h"
 #include "runs/MemoryLimit.h"
-#include "runs/Worker.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
@@ -170,27 +170,6 @@ TEST_F(BatchResume, RefusesASecondBatchInTheFolderOfARunningOne) {
     for (const char* const how : {"--resume", "--force"}) EXPECT_EQ(Await(Begin(Words("out", {how}))), 5);
     EXPECT_NE(ReadBytes(folder_.Path() / "errors").find("another batch works"), std::string::npos);
     EXPECT_TRUE(Results("out", true).empty());
-}
-
-// The children of a process.
-// Of a process that has ended meanwhile there is nothing to read.
-bool IsWorker(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
-    const std::string words{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return words.find(kWorkerWord) != std::string::npos;
-}
-
-// Of the children only those: the leak checker of a sanitizer build has a child of its own, and waits for it
-// for ever if it is killed.
-std::vector<pid_t> WorkersOf(pid_t process) {
-    std::vector<pid_t> workers;
-    std::error_code error;
-    for (const auto& thread : fs::directory_iterator("/proc/" + std::to_string(process) + "/task", error)) {
-        std::ifstream list(thread.path() / "children");
-        for (pid_t child = 0; list >> child;)
-            if (IsWorker(child)) workers.push_back(child);
-    }
-    return workers;
 }
 
 class SlowBatch : public BatchResume {

@@ -57,6 +57,16 @@ TEST_F(ProgressTest, ChangesOneLineOfATerminal) {
     EXPECT_EQ(Said(), "");
 }
 
+TEST_F(ProgressTest, WhatTookNoWorkIsNoRate) {
+    Progress progress = Make(true, false, 100);
+    now_ += seconds(2);
+    progress.Update(80, 0, 80);
+    EXPECT_EQ(Said(), "\r\033[Kframes: 80 of 100, 0.0 a second");
+    now_ += seconds(2);
+    progress.Update(88, 0, 80);
+    EXPECT_EQ(Said(), "\r\033[Kframes: 88 of 100, 2.0 a second, 6 s left");
+}
+
 TEST_F(ProgressTest, IsAPlainLineEveryTenSecondsElsewhere) {
     Progress progress = Make(false, false, 1000);
     now_ += seconds(9);
