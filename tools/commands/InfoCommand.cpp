@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "commands/FrameInfo.h"
 #include "commands/JsonObject.h"
@@ -62,7 +63,7 @@ Json ToJson(const std::string& path, const ToolError& error) {
 std::string_view InfoCommand::Examples() const {
     return "  vastrelline info tooth_1300x1668.raw\n"
            "  vastrelline info frame.raw --size 1300x1668 --json\n"
-           "  vastrelline info *.png *.tif\n";
+           "  vastrelline info edge.png --measure edge --pitch 0.02\n";
 }
 
 std::string_view InfoCommand::Notes() const {
@@ -70,7 +71,9 @@ std::string_view InfoCommand::Notes() const {
            "cannot.\n"
            "A percentile is the level that so large a share of the pixels does not exceed. A flat corner is "
            "one\n"
-           "of a single level, as the rounded corners of a sensor are.\n";
+           "of a single level, as the rounded corners of a sensor are. 'vastrelline phantom' makes frames "
+           "to\n"
+           "measure.\n";
 }
 
 void InfoCommand::AddOptions(CLI::App& command) {
@@ -78,22 +81,31 @@ void InfoCommand::AddOptions(CLI::App& command) {
         ->required()
         ->type_name("");
     AddSizeOption(command, size_, "Size of the raw frames; without it the sizes in their names");
+    AddMeasureOptions(command, measure_);
 }
 
 ExitCode InfoCommand::Execute(CommandContext& context) {
     if (std::count(frames_.begin(), frames_.end(), kStandardInput) > 1)
         throw UsageError("standard input can be one frame only");
+    TestMeasureOptions(measure_);
     ExitCode code = ExitCode::Well;
     Json frames = Json::array();
     bool isFirst = true;
     for (const std::string& path : frames_) {
         try {
-            const FrameInfo info =
-                DescribeLoadedFrame(path, LoadFrameFile(path, {ParseFrameSize(size_), std::nullopt}));
-            if (context.wantsJson)
+            const LoadedFrame loaded = LoadFrameFile(path, {ParseFrameSize(size_), std::nullopt});
+            const FrameInfo info = DescribeLoadedFrame(path, loaded);
+            std::optional<FrameMeasure> measure;
+            if (!measure_.kind.empty()) measure = MeasureLoadedFrame(path, loaded.frame, measure_);
+            if (context.wantsJson) {
                 frames.push_back(ToJson(info));
-            else
+                if (measure) frames.back()["measure"] = measure->json;
+            } else {
                 context.report << (isFirst ? "" : "\n") << FormatFrameInfo(info);
+                if (measure)
+                    for (const std::string& line : measure->lines)
+                        context.report << "  measured    " << line << '\n';
+            }
             isFirst = false;
         } catch (const ToolError& error) {
             if (frames_.size() == 1) throw;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "commands/Command.h"
+#include "commands/FrameMeasure.h"
 
 namespace vastrelline {
 
@@ -20,6 +21,7 @@ public:
 private:
     std::vector<std::string> frames_;
     std::string size_;  // of raw frames; may be empty
+    MeasureOptions measure_;
 };
 
 }  // namespace vastrelline
