@@ -52,6 +52,23 @@ if(HAS_TOOL)
     if(NOT version MATCHES "^vastrelline [0-9]")
         message(FATAL_ERROR "The tool's version is '${version}'")
     endif()
+    # The self test finds the installation whole, and names what is changed or missing.
+    set(selftest ${SCRATCH}/moved/bin/vastrelline selftest --only-files)
+    run(${selftest} --report ${SCRATCH}/selftest.html)
+    file(APPEND ${SCRATCH}/moved/share/vastrelline/profiles/dental.ini "; changed")
+    file(REMOVE ${SCRATCH}/moved/include/vastrelline.h)
+    execute_process(COMMAND ${selftest} OUTPUT_VARIABLE said RESULT_VARIABLE result)
+    if(NOT result EQUAL 1 OR NOT said MATCHES "profiles/dental.ini is changed" OR
+       NOT said MATCHES "include/vastrelline.h is missing" OR said MATCHES "general.ini")
+        message(FATAL_ERROR "The self test of a changed installation ends with ${result}:\n${said}")
+    endif()
+    file(REMOVE ${SCRATCH}/moved/share/vastrelline/installed-files.txt)
+    execute_process(COMMAND ${selftest} OUTPUT_VARIABLE said RESULT_VARIABLE result)
+    if(NOT result EQUAL 1 OR NOT said MATCHES "there is no list of the installed files")
+        message(FATAL_ERROR "The self test without its list ends with ${result}:\n${said}")
+    endif()
+    # The manifest of the installation finds its frames and profiles.
+    run(${prefix}/bin/vastrelline verify ${prefix}/share/vastrelline/proof/manifest.json)
     run(${SCRATCH}/moved/bin/vastrelline phantom --size 40x50 --out ${SCRATCH}/phantom.png --force)
     if(MANDOC)
         execute_process(COMMAND ${MANDOC} -Tlint ${prefix}/share/man/man1/vastrelline.1

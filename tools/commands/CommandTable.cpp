@@ -15,6 +15,7 @@
 #include "commands/ProfileShowCommand.h"
 #include "commands/RerunCommand.h"
 #include "commands/RunCommand.h"
+#include "commands/SelftestCommand.h"
 #include "commands/StagesCommand.h"
 #include "commands/SweepCommand.h"
 #include "commands/VerifyCommand.h"
@@ -38,6 +39,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "compare", "Tell whether frames are equal, or how they differ", true, Make<CompareCommand>},
     {"", "convert", "Write a frame as another kind of file", true, Make<ConvertCommand>},
     {"", "verify", "Tell whether a build gives the pixels of a manifest", true, Make<VerifyCommand>},
+    {"", "selftest", "Tell whether this installation is whole", true, Make<SelftestCommand>},
     {"", "phantom", "Make a frame to try or to measure with", true, Make<PhantomCommand>},
     {"profile", "lint", "Find what is wrong or odd in profiles", true, Make<ProfileLintCommand>},
     {"profile", "show", "Show every value that a run would use", true, Make<ProfileShowCommand>},
