@@ -5,11 +5,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <nlohmann/json.hpp>
+#include <set>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -34,18 +37,46 @@ std::string WithoutSeparators(std::string path) {
     return path;
 }
 
+// The folder that a symbolic link names in the end, so that the link stays one; any other path as it is.
+std::string FollowLinks(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
+    const fs::path target = fs::weakly_canonical(path, error);
+    return error ? path : target.string();
+}
+
 std::string ReadText(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+// The files that an index names as those of its folder. Other texts in it count for nothing: the frame of the
+// run may have been put into the folder since.
+std::set<std::string> ReadOwnLeaves(const fs::path& index) {
+    constexpr std::string_view kFields[] = {"picture", "contactSheet", "table", "before", "after", "curve"};
+    std::error_code error;
+    if (!fs::is_regular_file(index, error)) return {};
+    std::set<std::string> leaves;
+    bool isLeaf = false;
+    const auto take = [&](int /*depth*/, nlohmann::json::parse_event_t event, const nlohmann::json& parsed) {
+        if (event == nlohmann::json::parse_event_t::key)
+            isLeaf = std::find(std::begin(kFields), std::end(kFields), parsed.get<std::string>()) !=
+                     std::end(kFields);
+        else if (event == nlohmann::json::parse_event_t::value && isLeaf && parsed.is_string())
+            leaves.insert(parsed.get<std::string>());
+        return true;
+    };
+    const bool isWhole = !nlohmann::json::parse(ReadText(index), take, false).is_discarded();
+    return isWhole ? leaves : std::set<std::string>();
+}
+
 // What of a folder its index does not name: somebody else's, who wants to keep it.
 std::string FindStranger(const fs::path& folder, const std::string& index) {
-    const std::string named = ReadText(folder / index);
+    const std::set<std::string> named = ReadOwnLeaves(folder / index);
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
         const std::string leaf = entry.path().filename().string();
-        const bool isOurs = leaf == index || named.find('"' + leaf + '"') != std::string::npos;
+        const bool isOurs = leaf == index || named.contains(leaf);
         if (!isOurs || !entry.is_regular_file(error)) return leaf;
     }
     return {};
@@ -55,6 +86,7 @@ void TestTarget(const std::string& path, const std::string& index, bool mayRepla
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) return;
+    if (status.type() == fs::file_type::none) throw CannotMake(path, error.value());
     if (!fs::is_directory(status)) throw OutputError(path, "is a file, not a folder");
     if (!mayReplace)
         throw OutputError(path, "exists already", "--force replaces a folder that this command made");
@@ -67,7 +99,7 @@ void TestTarget(const std::string& path, const std::string& index, bool mayRepla
 }  // namespace
 
 OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayReplace)
-    : path_(WithoutSeparators(path)), index_(std::move(index)), mayReplace_(mayReplace) {
+    : path_(FollowLinks(WithoutSeparators(path))), index_(std::move(index)), mayReplace_(mayReplace) {
     const fs::path wanted(path_);
     const std::string leaf = wanted.filename().string();
     if (leaf.empty() || leaf == "." || leaf == "..") throw OutputError(path, "names no folder of its own");

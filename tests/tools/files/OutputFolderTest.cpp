@@ -73,6 +73,26 @@ TEST_F(OutputFolderTest, NeverReplacesWhatSomebodyElsePutThere) {
     EXPECT_EQ(ReadBytes(folder_.Path() / "out" / "thesis.doc"), "old");
 }
 
+// The input of a run may lie in the folder of its results by now.
+TEST_F(OutputFolderTest, KeepsFilesThatTheIndexNamesAsInputsOnly) {
+    fs::create_directory(Wanted());
+    WriteBytes(folder_.Path() / "out" / "index.json",
+               R"({"frame": {"file": "tooth.raw"}, "values": ["1.5"], "picture": "a.png"})");
+    for (const char* const leaf : {"tooth.raw", "values", "1.5"}) {
+        WriteBytes(folder_.Path() / "out" / leaf, "mine");
+        EXPECT_THROW(OutputFolder(Wanted(), "index.json", true), OutputError) << leaf;
+        EXPECT_EQ(ReadBytes(folder_.Path() / "out" / leaf), "mine");
+        fs::remove(folder_.Path() / "out" / leaf);
+    }
+    EXPECT_NO_THROW(OutputFolder(Wanted(), "index.json", true));
+}
+
+TEST_F(OutputFolderTest, TakesNothingForItsOwnByABrokenIndex) {
+    MakeOlder("a.png");
+    WriteBytes(folder_.Path() / "out" / "index.json", R"({"picture": "a.png")");
+    EXPECT_THROW(OutputFolder(Wanted(), "index.json", true), OutputError);
+}
+
 TEST_F(OutputFolderTest, NeverReplacesAFolderWithAnotherInside) {
     MakeOlder("a.png");
     fs::create_directory(folder_.Path() / "out" / "sub");
@@ -87,6 +107,17 @@ TEST_F(OutputFolderTest, ReplacesAnEmptyFolder) {
     EXPECT_EQ(ReadBytes(folder_.Path() / "out" / "a.png"), "new");
 }
 
+TEST_F(OutputFolderTest, ReplacesWhatALinkNamesAndNotTheLink) {
+    MakeOlder("a.png");
+    fs::create_directory_symlink("out", folder_.Path() / "link");
+    OutputFolder folder(folder_.Narrow("link"), "index.json", true);
+    folder.Write("b.png", "new");
+    folder.Publish();
+    EXPECT_TRUE(fs::is_symlink(folder_.Path() / "link"));
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out" / "b.png"), "new");
+    EXPECT_FALSE(fs::exists(folder_.Path() / "out" / "a.png"));
+}
+
 TEST_F(OutputFolderTest, IsRefusedIfItsNameIsTakenMeanwhile) {
     OutputFolder folder(Wanted(), "index.json", false);
     fs::create_directory(Wanted());
@@ -98,6 +129,12 @@ TEST_F(OutputFolderTest, IsRefusedWhereItCannotBe) {
     EXPECT_THROW(OutputFolder(folder_.Narrow("file"), "index.json", true), OutputError);
     EXPECT_THROW(OutputFolder(folder_.Narrow("missing/out"), "index.json", false), OutputError);
     EXPECT_THROW(OutputFolder("", "index.json", false), OutputError);
+    try {
+        const OutputFolder folder(folder_.Narrow(std::string(300, 'x')), "index.json", true);
+        FAIL();
+    } catch (const OutputError& error) {
+        EXPECT_EQ(error.What(), "cannot be made: File name too long");
+    }
     EXPECT_THROW(OutputFolder(folder_.Narrow("."), "index.json", true), OutputError);
 }
 
