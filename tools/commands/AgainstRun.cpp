@@ -51,7 +51,8 @@ BuildRun RunBuild(const FolderRun& input, const SectionPlan& plan, ExportRequest
     const std::optional<Frame> result =
         input.traits.takesBitmapPath ? std::nullopt
                                      : std::optional(Frame{frame.width, frame.height, build.run.call.output});
-    std::vector<StageFrame> frames = ReadStageFrames(folder, {frame.width, frame.height}, build.run.stages);
+    std::vector<StageFrame> frames =
+        RequireStageFrames(folder, {frame.width, frame.height}, build.run.stages);
     build.points = ListStagePoints(frame, result, std::move(frames), build.run.stages);
     if (input.traits.takesBitmapPath)
         build.points.push_back(BitmapPoint(build.run.call.bitmapPath, input.traits));

@@ -44,10 +44,7 @@ public:
         // A dump never changes a pixel: pictures of another run than the one that was timed would lie.
         if (run_.call.output != first.call.output)
             throw ProcessingError({}, "two runs on the frame gave different results");
-        frames_ = ReadStageFrames(Folder(), {run_.call.frame.width, run_.call.frame.height}, first.stages);
-        if (frames_.empty())
-            throw OutputError(Folder(), "has no dumps of the run; the library cuts the names of long folders",
-                              "TMPDIR names another place for temporary files");
+        frames_ = RequireStageFrames(Folder(), {run_.call.frame.width, run_.call.frame.height}, first.stages);
     }
 
     std::vector<ShownPoint> ShowPoints(const FolderRun& input, const FrameRun& first) {

@@ -55,10 +55,7 @@ ProofPoint DescribePoint(const StagePoint& point) {
 
 std::vector<ProofPoint> DescribeRun(const FrameRun& run, const Frame& read, const std::string& dumps,
                                     const std::string& bitmap) {
-    std::vector<StageFrame> frames = ReadStageFrames(dumps, {read.width, read.height}, run.stages);
-    if (frames.empty())
-        throw OutputError(dumps, "has no dumps of the run; the library cuts the names of long folders",
-                          "TMPDIR names another place for temporary files");
+    std::vector<StageFrame> frames = RequireStageFrames(dumps, {read.width, read.height}, run.stages);
     std::optional<Frame> result;
     if (bitmap.empty()) result = Frame{read.width, read.height, run.call.output};
     std::vector<ProofPoint> points;

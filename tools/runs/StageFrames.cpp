@@ -6,6 +6,7 @@
 
 #include "files/InputFile.h"
 #include "formats/RawFormat.h"
+#include "messages/ToolError.h"
 #include "runs/CurveFile.h"
 #include "runs/DumpNames.h"
 
@@ -120,6 +121,15 @@ std::vector<StageFrame> ReadStageFrames(const std::string& folder, FrameSize siz
                                         const std::vector<RanStage>& stages) {
     const std::vector<NumberedFile> files = ListNumberedFiles(folder);
     return FrameReader(size, stages, files).Read();
+}
+
+std::vector<StageFrame> RequireStageFrames(const std::string& folder, FrameSize size,
+                                           const std::vector<RanStage>& stages) {
+    std::vector<StageFrame> frames = ReadStageFrames(folder, size, stages);
+    if (frames.empty())
+        throw OutputError(folder, "has no dumps of the run; the library cuts the names of long folders",
+                          "TMPDIR names another place for temporary files");
+    return frames;
 }
 
 }  // namespace vastrelline

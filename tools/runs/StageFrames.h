@@ -36,4 +36,11 @@ struct StageFrame {
 std::vector<StageFrame> ReadStageFrames(const std::string& folder, FrameSize size,
                                         const std::vector<RanStage>& stages);
 
+// The same for whoever tells about every stage: a run whose dumps went nowhere shows none, and says nothing
+// about its stages.
+//
+// Errors   as ReadStageFrames; OutputError if there is no frame at all
+std::vector<StageFrame> RequireStageFrames(const std::string& folder, FrameSize size,
+                                           const std::vector<RanStage>& stages);
+
 }  // namespace vastrelline

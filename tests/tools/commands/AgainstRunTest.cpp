@@ -77,6 +77,17 @@ TEST_F(AgainstRunTest, NamesTheFirstStageThatDiffers) {
     EXPECT_EQ(json["against"]["sha256"], Sha256Of("an older build"s));
 }
 
+// Two builds whose dumps went nowhere are not the same at every stage: nobody has looked.
+TEST_F(AgainstRunTest, RunsWithoutDumpsCompareNothing) {
+    const ToolRun run = Run({}, [](ExportRequest& request) {
+        request.output = {0, 10, 20, 30};
+        return 0;
+    });
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_EQ(run.report, "");
+    EXPECT_THAT(run.errors, HasSubstr("has no dumps of the run"));
+}
+
 TEST_F(AgainstRunTest, CallsBothBuildsAndLeavesNothing) {
     std::vector<std::string> libraries;
     const ToolRun run = Run({}, [&](ExportRequest& request) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/ToolError.h"
 #include "profile/SectionPlan.h"
 #include "runs/StageFrames.h"
 #include "support/TemporaryFolder.h"
@@ -154,6 +155,13 @@ TEST(StageFrames, OfAFolderThatIsEmptyOrMissingAreNone) {
     const TemporaryFolder folder;
     EXPECT_TRUE(Read(folder, "[A]\nPROCMODE=2\n", ExportKind::Plain).empty());
     EXPECT_TRUE(ReadStageFrames(folder.Narrow("missing"), {1, 1}, {}).empty());
+}
+
+TEST(StageFrames, ThatAreRequiredAreAnErrorWhereThereIsNone) {
+    const TemporaryFolder folder;
+    EXPECT_THROW(RequireStageFrames(folder.Path().string(), {1, 1}, {}), OutputError);
+    WriteBytes(folder.Path() / "00_originalimage.raw", Raw(5));
+    EXPECT_EQ(Shown(RequireStageFrames(folder.Path().string(), {1, 1}, {})), "input=5 ");
 }
 
 }  // namespace
