@@ -32,6 +32,7 @@ namespace fs = std::filesystem;
 
 // A result that is to be made again.
 struct MadeResult {
+    std::string path;
     RunRecord record;
     std::optional<Frame> picture;  // of a PNG: what it shows
 };
@@ -42,9 +43,9 @@ MadeResult ReadResult(const std::string& path) {
     constexpr size_t kSignatureBytes = 4;
     const bool isPng = bytes.size() >= kSignatureBytes &&
                        std::string(bytes.begin(), bytes.begin() + kSignatureBytes) == "\x89PNG";
-    if (!isPng) return {ReadRecord({bytes.begin(), bytes.end()}, path), std::nullopt};
+    if (!isPng) return {path, ReadRecord({bytes.begin(), bytes.end()}, path), std::nullopt};
     const std::optional<std::string> text = FindPngText(bytes, kRecordKeyword);
-    MadeResult result{ReadRecord(text.value_or(""), path), std::nullopt};
+    MadeResult result{path, ReadRecord(text.value_or(""), path), std::nullopt};
     try {
         result.picture = DecodePng(bytes);
     } catch (const std::runtime_error& error) {
@@ -53,14 +54,24 @@ MadeResult ReadResult(const std::string& path) {
     return result;
 }
 
-// The named file, or the one of the record, which lies relative to that.
-std::string FindFile(const std::string& named, const std::string& told, const std::string& recordPath,
-                     const std::string& option) {
+// Before the work: what neither the record nor an option names.
+void TestNames(const MadeResult& made, bool hasFrame, bool hasProfile) {
+    if (hasFrame && hasProfile) return;
+    const std::string remedy = hasProfile ? "give the frame by --frame"
+                               : hasFrame ? "give the profile by --profile"
+                                          : "give the frame by --frame and the profile by --profile";
+    throw ToolError(ExitCode::WrongUse, made.path,
+                    made.picture ? "a PNG names no files, so that it may be passed on"
+                                 : "the record does not name all files",
+                    remedy);
+}
+
+// The named file, or the one of the record, which lies relative to that. Nothing is taken out of the path:
+// where a folder in it is a symbolic link, ".." leads elsewhere than the letters say.
+std::string FindFile(const std::string& named, const std::string& told, const std::string& recordPath) {
     if (!named.empty()) return named;
-    if (told.empty()) throw UsageError("'" + recordPath + "' names no such file", "give it by " + option);
-    const fs::path path = told;
-    return path.is_absolute() ? told
-                              : (fs::path(recordPath).parent_path() / path).lexically_normal().string();
+    std::string path = (fs::path(recordPath).parent_path() / told).string();
+    return path == kStandardInput ? "./" + path : path;
 }
 
 void TestHash(const std::string& path, const std::string& hash, const std::string& then, const char* what) {
@@ -92,14 +103,15 @@ Rerun MakeAgain(const RunOptions& options, const MadeResult& made, CommandContex
     const RunRecord& record = made.record;
     const ExportTraits* const traits = FindExport(record.exportName);
     if (traits == nullptr)
-        throw InputError({}, "the record names the export '" + record.exportName + "', which there is not");
+        throw InputError(made.path, "was made by the export '" + record.exportName + "', which there is not",
+                         "see vastrelline run --help for those that there are");
     const Frame frame = ReadFrameFile(options.frame, record.frameSize);
     TestHash(options.frame, Sha256Of(EncodeRaw(frame)), record.frameHash, "frame");
     const ProfileFile profile = ReadRunProfile(options);
     TestHash(profile.Path(), Sha256Of(std::string(profile.Text().Bytes())), record.profileHash, "profile");
     const SectionPlan plan = MakeSectionPlan(profile, options.section, traits->kind);
     if (SensorHashOf(plan, options.sensorFolder) != record.sensorHash)
-        throw InputError({}, "the sensor's own profile is not the one that the result was made with",
+        throw InputError(made.path, "was made with another profile of the sensor's own",
                          "put the older one back, or make the result anew");
     ExportRequest call = MakeCall(options, *traits, frame);
     Progress progress = context.messages.Follow("running", 0);
@@ -160,8 +172,9 @@ ExitCode RerunCommand::Execute(CommandContext& context) {
     const MadeResult made = ReadResult(result_);
     const RunRecord& record = made.record;
     RunOptions options = OptionsOf(record);
-    options.frame = FindFile(frame_, record.framePath, result_, "--frame");
-    options.profile = FindFile(profile_, record.profilePath, result_, "--profile");
+    TestNames(made, !(frame_ + record.framePath).empty(), !(profile_ + record.profilePath).empty());
+    options.frame = FindFile(frame_, record.framePath, result_);
+    options.profile = FindFile(profile_, record.profilePath, result_);
     const Rerun again = MakeAgain(options, made, context);
     const bool isSameResult = again.resultHash == record.resultHash;
     const bool isSamePicture = again.pictureDifferences.value_or(0) == 0;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "completion/ShellQuote.h"
 #include "messages/ToolError.h"
@@ -25,7 +26,18 @@ Json FileJson(const std::string& path) {
 std::string HashOf(const Json& json) {
     auto hash = json.at("sha256").get<std::string>();
     if (hash.size() != kHashLetters) throw std::out_of_range("a hash is cut");
+    if (hash.find_first_not_of("0123456789abcdef") != std::string::npos)
+        throw std::out_of_range("a hash has other letters");
     return hash;
+}
+
+// What does not fit would be read as another number, and the record would tell of another run.
+int32_t IntegerOf(const Json& json) {
+    const bool fits = json.is_number_unsigned()  ? std::in_range<int32_t>(json.get<uint64_t>())
+                      : json.is_number_integer() ? std::in_range<int32_t>(json.get<int64_t>())
+                                                 : false;
+    if (!fits) throw std::out_of_range("a number is none of 32 bits");
+    return json.get<int32_t>();
 }
 
 RunRecord FromJson(const Json& json) {
@@ -34,7 +46,7 @@ RunRecord FromJson(const Json& json) {
     record.libraryHash = HashOf(json.at("library"));
     const Json& frame = json.at("frame");
     record.framePath = frame.value("file", std::string());
-    record.frameSize = {frame.at("width"), frame.at("height")};
+    record.frameSize = {IntegerOf(frame.at("width")), IntegerOf(frame.at("height"))};
     record.frameHash = HashOf(frame);
     const Json& profile = json.at("profile");
     record.profilePath = profile.value("file", std::string());
@@ -45,17 +57,18 @@ RunRecord FromJson(const Json& json) {
     const Json& options = json.at("options");
     record.applyMapping = options.at("mapping");
     record.applySpotCorrection = options.at("spotCorrection");
-    record.geometry = options.at("geometry").get<std::vector<int32_t>>();
+    for (const Json& number : options.at("geometry")) record.geometry.push_back(IntegerOf(number));
     if (!record.geometry.empty() && record.geometry.size() != kGeometryNumbers)
         throw std::out_of_range("the geometry has ten numbers");
     const Json& sensor = options.at("sensor");
     record.hasSensor = !sensor.is_null();
     if (record.hasSensor) {
         record.sensorFolder = sensor.at("folder");
-        record.sensorMode = sensor.at("mode");
+        record.sensorMode = IntegerOf(sensor.at("mode"));
     }
     const Json& window = json.at("window");
-    if (!window.is_null()) record.window = GreyWindow{window.at("low"), window.at("high")};
+    if (!window.is_null())
+        record.window = GreyWindow{IntegerOf(window.at("low")), IntegerOf(window.at("high"))};
     record.resultHash = HashOf(json.at("result"));
     if (!IsUsableSize(record.frameSize)) throw std::out_of_range("the frame has no usable size");
     if (record.window && record.window->low >= record.window->high)

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -34,9 +35,10 @@ protected:
     ToolRun Make(const std::vector<std::string>& more, const ExportCaller& callExport) const {
         std::vector<std::string> words{"run",       folder_.Narrow("Doe_Jane_2x2.raw"),
                                        "--profile", folder_.Narrow("p.ini"),
-                                       "--section", "A",
-                                       "--record",  Out("t.json")};
+                                       "--section", "A"};
         words.insert(words.end(), more.begin(), more.end());
+        if (std::find(more.begin(), more.end(), "--record") == more.end())
+            words.insert(words.end(), {"--record", Out("t.json")});
         return RunTool(words, callExport);
     }
 
@@ -89,13 +91,43 @@ TEST_F(RerunCommandTest, RecordsNameFilesFromTheirFolder) {
     EXPECT_EQ(json["record"]["profile"]["file"], "../p.ini");
 }
 
+TEST_F(RerunCommandTest, FindsFilesFromARecordInALinkedFolder) {
+    fs::create_directories(folder_.Path() / "deep" / "er");
+    fs::create_directory_symlink(folder_.Path() / "deep" / "er", folder_.Path() / "out" / "link");
+    ASSERT_EQ(Make({"--out", Out("link/t.png"), "--record", Out("link/r.json")}, TimesTen).exitCode, 0);
+    const ToolRun run = Rerun("link/r.json", {}, TimesTen);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+}
+
+TEST_F(RerunCommandTest, SaysAtTheResultWhatItDoesNotKnow) {
+    ASSERT_EQ(Make({"--out", Out("t.tif")}, TimesTen).exitCode, 0);
+    nlohmann::json json = nlohmann::json::parse(ReadBytes(folder_.Path() / "out" / "t.json"));
+    json["record"]["export"] = "ImageProcessing_X";
+    WriteBytes(folder_.Path() / "out" / "x.json", json.dump());
+    const ToolRun unknown = Rerun("x.json", {}, MustNotBeCalled);
+    EXPECT_EQ(unknown.exitCode, 3);
+    EXPECT_THAT(unknown.errors, HasSubstr("x.json: was made by the export 'ImageProcessing_X', which"));
+    json["record"]["export"] = "ImageProcessing";
+    json["record"]["frame"].erase("file");
+    WriteBytes(folder_.Path() / "out" / "y.json", json.dump());
+    const ToolRun nameless = Rerun("y.json", {}, MustNotBeCalled);
+    EXPECT_EQ(nameless.exitCode, 2);
+    EXPECT_THAT(nameless.errors,
+                HasSubstr("y.json: the record does not name all files; give the frame by --frame\n"));
+}
+
 TEST_F(RerunCommandTest, APngHasItsRecordInside) {
     ASSERT_EQ(Make({"--out", Out("t.png")}, TimesTen).exitCode, 0);
     const std::string png = ReadBytes(folder_.Path() / "out" / "t.png");
     EXPECT_THAT(png, Not(HasSubstr("Doe")));
     const ToolRun unnamed = Rerun("t.png", {}, MustNotBeCalled);
     EXPECT_EQ(unnamed.exitCode, 2);
-    EXPECT_THAT(unnamed.errors, HasSubstr("--frame"));
+    EXPECT_THAT(unnamed.errors,
+                HasSubstr("t.png: a PNG names no files, so that it may be passed on; give the "
+                          "frame by --frame and the profile by --profile\n"));
+    const ToolRun half = Rerun("t.png", {"--frame", folder_.Narrow("Doe_Jane_2x2.raw")}, MustNotBeCalled);
+    EXPECT_EQ(half.exitCode, 2);
+    EXPECT_THAT(half.errors, HasSubstr("passed on; give the profile by --profile\n"));
     const ToolRun same = Rerun("t.png", NamedInputs(), TimesTen);
     EXPECT_EQ(same.exitCode, 0) << same.errors;
     EXPECT_THAT(same.report, HasSubstr("shows this result"));

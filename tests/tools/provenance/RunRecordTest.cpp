@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "messages/ToolError.h"
 #include "provenance/RunRecord.h"
@@ -95,9 +97,29 @@ TEST(RunRecord, ThatIsNoneIsAnError) {
     noWindow["window"]["high"] = 0;
     nlohmann::ordered_json fewNumbers = RecordToJson(MakeRecord());
     fewNumbers["options"]["geometry"] = {1, 2};
-    for (const std::string& text : {std::string(), std::string("{}"), std::string("[1]"), std::string("12"),
-                                    cutHash.dump(), noSize.dump(), noWindow.dump(), fewNumbers.dump()})
+    nlohmann::ordered_json noHash = RecordToJson(MakeRecord());
+    noHash["result"]["sha256"] = "\x1B[31m" + std::string(59, '5');
+    for (const std::string& text :
+         {std::string(), std::string("{}"), std::string("[1]"), std::string("12"), cutHash.dump(),
+          noSize.dump(), noWindow.dump(), fewNumbers.dump(), noHash.dump(), std::string(1 << 20, '[')})
         EXPECT_THROW(ReadRecord(text, "r.json"), InputError) << text;
+}
+
+// 2^32 + 3 is no width of 3, and 2.5 no mode of 2.
+TEST(RunRecord, TakesNoNumberForAnotherOne) {
+    const std::vector<std::pair<const char*, nlohmann::ordered_json>> changes = {
+        {"/frame/width", 4294967299},
+        {"/frame/height", 18446744073709551615U},
+        {"/options/geometry/4", 1e300},
+        {"/options/sensor/mode", 2.5},
+        {"/options/sensor/mode", -2147483649},
+        {"/window/high", 4294967296 + 4095},
+        {"/window/low", false}};
+    for (const auto& [place, number] : changes) {
+        nlohmann::ordered_json record = RecordToJson(MakeRecord());
+        record[nlohmann::ordered_json::json_pointer(place)] = number;
+        EXPECT_THROW(ReadRecord(record.dump(), "r.json"), InputError) << place << ' ' << number;
+    }
 }
 
 }  // namespace
