@@ -44,6 +44,10 @@ void TestNames(const BatchOptions& options, const std::vector<ListedFrame>& fram
         std::error_code error;
         if (fs::equivalent(path, options.run.profile, error) && !error)
             throw UsageError("the result of " + frame.path + " would replace the profile");
+        // By way of a link in the folder of the results.
+        if (fs::equivalent(path, frame.path, error) && !error)
+            throw UsageError("the result of " + frame.path + " would replace a frame: " + path,
+                             "name another folder in --out");
         if (!options.run.mayReplace && !manifest.IsOwn(frame.result) && fs::exists(path, error))
             throw OutputError(path, "exists already", "--force replaces it");
     }

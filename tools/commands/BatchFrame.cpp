@@ -64,8 +64,8 @@ std::vector<uint8_t> Process(const BatchPlan& plan, const Frame& frame, FrameOut
     call.onWait = onWait;
     std::optional<PrivateFolder> bitmaps;
     if (plan.traits.takesBitmapPath) call.bitmapPath = bitmaps.emplace().Inside("picture.bmp");
-    FrameRun run =
-        RunFrame(plan.profile, plan.plan, ProfileUse::PrivateCopy, {}, std::move(call), plan.callExport);
+    FrameRun run = RunFrame(plan.profile, plan.plan, ProfileUse::PrivateCopy, WithoutDumps(), std::move(call),
+                            plan.callExport);
     TestCode(run, plan.traits);
     outcome.elapsedMs = run.call.record.elapsedMs;
     Append(outcome.findings, std::move(run.findings));

@@ -118,7 +118,8 @@ Rerun MakeAgain(const RunOptions& options, const MadeResult& made, CommandContex
     call.onWait = [&progress] { progress.Update(0, 0); };
     const PrivateFolder bitmaps;
     if (traits->takesBitmapPath) call.bitmapPath = bitmaps.Inside("picture.bmp");
-    FrameRun run = RunFrame(profile, plan, ProfileUse::PrivateCopy, {}, std::move(call), context.callExport);
+    FrameRun run =
+        RunFrame(profile, plan, ProfileUse::PrivateCopy, WithoutDumps(), std::move(call), context.callExport);
     TestCode(run, *traits);
     const Frame result = traits->takesBitmapPath
                              ? Frame(DecodeBmp(ReadBitmap(run.call.bitmapPath, *traits)))

@@ -128,8 +128,8 @@ ExitCode StagesCommand::Execute(CommandContext& context) {
     const PrivateFolder bitmaps;
     ExportRequest timed = call;
     if (input.traits.takesBitmapPath) timed.bitmapPath = bitmaps.Inside("picture.bmp");
-    const FrameRun run =
-        RunFrame(input.profile, plan, ProfileUse::PrivateCopy, {}, std::move(timed), context.callExport);
+    const FrameRun run = RunFrame(input.profile, plan, ProfileUse::PrivateCopy, WithoutDumps(),
+                                  std::move(timed), context.callExport);
     TestCode(run, input.traits);
     DumpedRun dumped(input, plan, run, std::move(call), context.callExport);
     const std::vector<ShownPoint> points = dumped.ShowPoints(input, run);

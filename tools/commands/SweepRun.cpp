@@ -104,7 +104,8 @@ void Do(const SweepPlan& plan, const Frame* unchanged, OutputFolder& folder,
     call.onWait = onWait;
     std::optional<PrivateFolder> bitmaps;
     if (traits.takesBitmapPath) call.bitmapPath = bitmaps.emplace().Inside("picture.bmp");
-    FrameRun run = RunFrame(file, section, ProfileUse::PrivateCopy, {}, std::move(call), plan.callExport);
+    FrameRun run =
+        RunFrame(file, section, ProfileUse::PrivateCopy, WithoutDumps(), std::move(call), plan.callExport);
     TestCode(run, traits);
     picture.elapsedMs = run.call.record.elapsedMs;
     std::move(run.findings.begin(), run.findings.end(), std::back_inserter(picture.findings));

@@ -61,6 +61,8 @@ std::vector<KeyEdit> DumpInto(const std::string& folder) {
     return {{"SAVE_IMAGE", "1"}, {"WRITE_PATH", folder + "/"}, {"SAVE_BACKUP", "0"}};
 }
 
+std::vector<KeyEdit> WithoutDumps() { return {{"SAVE_IMAGE", "0"}, {"SAVE_BACKUP", "0"}}; }
+
 FrameRun RunFrame(const ProfileFile& file, const SectionPlan& plan, ProfileUse use,
                   const std::vector<KeyEdit>& edits, ExportRequest call, const ExportCaller& callExport) {
     FrameRun run;

@@ -44,4 +44,8 @@ FrameRun RunFrame(const ProfileFile& file, const SectionPlan& plan, ProfileUse u
 // among the user's backups: such a run is one more beside the one that was asked for.
 std::vector<KeyEdit> DumpInto(const std::string& folder);
 
+// Edits that make a private copy's run leave no dumps and backups, whatever the profile says: those of many
+// runs would write over each other, and writing them takes time that is not the run's.
+std::vector<KeyEdit> WithoutDumps();
+
 }  // namespace vastrelline

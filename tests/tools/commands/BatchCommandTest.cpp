@@ -217,6 +217,31 @@ TEST_F(BatchCommandTest, GivesWorkersTheirLimits) {
     EXPECT_EQ(timeout, 0);
 }
 
+// Those of several workers would write over each other.
+TEST_F(BatchCommandTest, LeavesNoDumpsWhateverTheProfileSays) {
+    WriteBytes(folder_.Path() / "p.ini", "[General]\nPROCMODE=2\nSAVE_IMAGE=1\nSAVE_BACKUP=1\n");
+    std::atomic<size_t> without{0};
+    const ToolRun run = Run({}, [&](ExportRequest& request) {
+        const std::string copy = ReadBytes(request.profile);
+        const bool isWithout =
+            copy.find("SAVE_IMAGE=0") != std::string::npos && copy.find("SAVE_BACKUP=0") != std::string::npos;
+        without += isWithout ? 1U : 0U;
+        return Reverse(request);
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(without, 3U);
+}
+
+// Not even by --force, nor by way of a link.
+TEST_F(BatchCommandTest, NeverWritesThroughALinkToAFrame) {
+    fs::create_directory(folder_.Path() / "out");
+    fs::create_symlink(folder_.Path() / "in/y_2x1.raw", folder_.Path() / "out/y_2x1.raw");
+    const ToolRun run = Run({"--force"}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_NE(run.errors.find("y_2x1.raw would replace a frame"), std::string::npos) << run.errors;
+    EXPECT_EQ(ReadBytes(folder_.Path() / "in/y_2x1.raw"), "\x05\x00\x06\x00"s);
+}
+
 TEST_F(BatchCommandTest, SaysOnceWhatManyFramesHaveInCommon) {
     const ToolRun run = Run({}, [](ExportRequest&) { return 0; });  // all black
     EXPECT_EQ(run.exitCode, 0);

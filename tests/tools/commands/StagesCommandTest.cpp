@@ -125,6 +125,24 @@ TEST_F(StagesCommandTest, TimesARunWithoutDumps) {
     EXPECT_EQ(dumped, (std::vector<bool>{false, true}));
 }
 
+// A profile that asks for dumps would have them in the run that is timed, and in its user's folder.
+TEST_F(StagesCommandTest, LeavesNoDumpsWhereTheProfileWantsThem) {
+    WriteBytes(folder_.Path() / "p.ini",
+               "[A]\nPROCMODE=2\nSAVE_IMAGE=1\nWRITE_PATH=" + folder_.Narrow("") + "/\nSAVE_BACKUP=1\n");
+    std::vector<std::wstring> switches;
+    const ToolRun run = Run({}, [&](ExportRequest& request) {
+        const ProfileFile copy = ProfileFile::Read(request.profile);
+        for (const char* const key : {"SAVE_IMAGE", "SAVE_BACKUP"})
+            switches.push_back(copy.ValueOf(*copy.FindEntry("A", key)).value_or(L""));
+        if (switches.size() > 2) return TimesTen(request);
+        request.output = {0, 10, 20, 30};
+        return 0;
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(switches, (std::vector<std::wstring>{L"0", L"0", L"1", L"0"}));
+    EXPECT_FALSE(fs::exists(folder_.Path() / "00_originalimage.raw"));
+}
+
 TEST_F(StagesCommandTest, AnExportThatGivesABitmapShowsItsLastDump) {
     const ToolRun run = Run({"--export", "N", "--json"}, [](ExportRequest& request) {
         EXPECT_FALSE(request.bitmapPath.empty());

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <iterator>
+#include <mutex>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -116,6 +117,20 @@ TEST_F(SweepCommandTest, TellsProgramsEverything) {
     EXPECT_EQ(last["frame"]["window"]["high"], 255);
     EXPECT_EQ(last["frame"]["changedShare"], 1.0);
     EXPECT_EQ(last["frame"]["sha256"], Sha256Of("\6\0\7\0\x08\0\x09\0"s));
+}
+
+TEST_F(SweepCommandTest, LeavesNoDumpsWhateverTheProfileSays) {
+    const std::string profile = ReadBytes(folder_.Path() / "p.ini");
+    WriteBytes(folder_.Path() / "p.ini", profile + "SAVE_IMAGE=1\nSAVE_BACKUP=1\n");
+    std::mutex mutex;
+    std::vector<std::string> switches;
+    const ToolRun run = Run({"--set", kSet}, [&](ExportRequest& request) {
+        const std::lock_guard lock(mutex);
+        switches.push_back(ValueOf(request, "SAVE_IMAGE") + ValueOf(request, "SAVE_BACKUP"));
+        return AddBrightness(request);
+    });
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(switches, (std::vector<std::string>(4, "00")));
 }
 
 TEST_F(SweepCommandTest, TwoKeysMakeAGrid) {

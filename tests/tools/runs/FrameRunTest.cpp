@@ -78,5 +78,12 @@ TEST(DumpInto, EndsTheFolderWithASeparator) {
     EXPECT_EQ(edits[2].key + "=" + edits[2].value, "SAVE_BACKUP=0");
 }
 
+TEST(WithoutDumps, SwitchesDumpsAndBackupsOff) {
+    const std::vector<KeyEdit> edits = WithoutDumps();
+    ASSERT_EQ(edits.size(), 2U);
+    EXPECT_EQ(edits[0].key + "=" + edits[0].value, "SAVE_IMAGE=0");
+    EXPECT_EQ(edits[1].key + "=" + edits[1].value, "SAVE_BACKUP=0");
+}
+
 }  // namespace
 }  // namespace vastrelline
