@@ -9,6 +9,7 @@
 
 #include "commands/JsonObject.h"
 #include "commands/RunPicture.h"
+#include "messages/ErrorJson.h"
 #include "messages/FindingJson.h"
 
 namespace vastrelline {
@@ -41,11 +42,6 @@ std::string_view CodeName(ExitCode code) {
         default:
             return "processing";
     }
-}
-
-Json ErrorJson(const std::optional<ToolError>& error) {
-    if (!error) return nullptr;
-    return {{"where", error->Where()}, {"what", error->What()}, {"remedy", error->Remedy()}};
 }
 
 Json ToJson(const FrameOutcome& outcome) {

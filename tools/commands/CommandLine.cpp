@@ -13,6 +13,7 @@
 #include "commands/JsonObject.h"
 #include "completion/CompletionReply.h"
 #include "completion/ShellQuote.h"
+#include "messages/ErrorJson.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
 #include "runs/Cancellation.h"
@@ -125,9 +126,7 @@ struct Asked {
 int ReportError(const ToolError& error, const Streams& streams, Messages& messages, const Asked& asked) {
     messages.Fail(error.Where().empty() ? std::string("vastrelline: ") + error.what() : error.what());
     if (asked.wantsJson)
-        PrintObject(
-            streams.report, asked.command, error.Code(),
-            {{"error", {{"where", error.Where()}, {"what", error.What()}, {"remedy", error.Remedy()}}}});
+        PrintObject(streams.report, asked.command, error.Code(), {{"error", ErrorJson(error)}});
     return static_cast<int>(error.Code());
 }
 

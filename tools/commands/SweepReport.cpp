@@ -8,6 +8,7 @@
 
 #include "commands/RunHead.h"
 #include "commands/StagePictures.h"
+#include "messages/ErrorJson.h"
 #include "messages/FindingJson.h"
 #include "messages/Messages.h"
 #include "pictures/ContactSheet.h"
@@ -93,11 +94,6 @@ std::vector<std::string> RowOf(const SweptPicture& picture, size_t keys) {
     row.push_back(picture.changed ? DescribeShare(*picture.changed) : "-");
     row.push_back(picture.leaf);
     return row;
-}
-
-Json ErrorJson(const std::optional<ToolError>& error) {
-    if (!error) return nullptr;
-    return {{"where", error->Where()}, {"what", error->What()}, {"remedy", error->Remedy()}};
 }
 
 Json FrameJson(const SweptPicture& picture) {

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "files/FollowLinks.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
@@ -37,14 +38,6 @@ void TestTarget(const std::string& path, bool mayReplace) {
     // A device that is replaced by a rename is gone for everyone.
     if (!fs::is_regular_file(status)) throw OutputError(path, "is not a regular file");
     if (!mayReplace) throw AlreadyThere(path);
-}
-
-// The file that a symbolic link names in the end; any other path as it is.
-std::string FollowLinks(const std::string& path) {
-    std::error_code error;
-    if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
-    const fs::path target = fs::weakly_canonical(path, error);
-    return error ? path : target.string();
 }
 
 class Descriptor {

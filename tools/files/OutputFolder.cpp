@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/FollowLinks.h"
 #include "files/OutputFile.h"
 #include "messages/ToolError.h"
 
@@ -35,14 +36,6 @@ OutputError CannotMake(const std::string& path, int reason) {
 std::string WithoutSeparators(std::string path) {
     while (path.size() > 1 && path.back() == '/') path.pop_back();
     return path;
-}
-
-// The folder that a symbolic link names in the end, so that the link stays one; any other path as it is.
-std::string FollowLinks(const std::string& path) {
-    std::error_code error;
-    if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
-    const fs::path target = fs::weakly_canonical(path, error);
-    return error ? path : target.string();
 }
 
 std::string ReadText(const fs::path& path) {

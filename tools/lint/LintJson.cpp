@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "messages/ErrorJson.h"
 #include "messages/FindingJson.h"
 
 namespace vastrelline {
@@ -17,9 +18,7 @@ Json MakeFinding(const LintFinding& each) {
 
 Json MakeFile(const LintedFile& file) {
     Json json = {{"file", file.path}};
-    if (file.error)
-        json["error"] = {
-            {"where", file.error->Where()}, {"what", file.error->What()}, {"remedy", file.error->Remedy()}};
+    if (file.error) json["error"] = ErrorJson(file.error);
     if (file.fixCount > 0) json["fixes"] = file.fixCount;
     json["findings"] = Json::array();
     for (const LintFinding& each : file.findings) json["findings"].push_back(MakeFinding(each));
