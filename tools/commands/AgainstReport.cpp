@@ -28,12 +28,21 @@ std::string DescribeDifference(const PointDifference& point) {
     return point.count == 0 ? "the same" : "";
 }
 
+// Of several curves in a row only the last leaves a frame: nobody has looked behind the others.
+std::string SameWords(const std::vector<PointDifference>& points) {
+    const auto count = std::count_if(points.begin(), points.end(),
+                                     [](const PointDifference& point) { return !point.isShown; });
+    if (count == 0) return "the same pixels everywhere";
+    return "the same pixels wherever there is a frame; " + std::to_string(count) +
+           (count == 1 ? " stage shows none" : " stages show none");
+}
+
 std::string Verdict(const AgainstReport& report) {
     if (report.own.code != report.other.code)
         return "different codes: " + std::to_string(report.own.code) + ", and " +
                std::to_string(report.other.code) + " of the other build";
     const PointDifference* const first = FindFirstDifference(report.points);
-    if (first == nullptr) return "the same pixels everywhere";
+    if (first == nullptr) return SameWords(report.points);
     if (!first->isInBoth) return "different: only one build comes by '" + TitleOf(*first) + "'";
     return "different from '" + TitleOf(*first) + "' on: " + std::to_string(first->count) +
            (first->count == 1 ? " pixel" : " pixels") + ", by up to " + std::to_string(first->largest) +

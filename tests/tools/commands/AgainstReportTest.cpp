@@ -32,6 +32,10 @@ TEST(AgainstReport, TellsEachPointAndTheVerdict) {
     EXPECT_THAT(FormatAgainst(report), HasSubstr("only one build comes by '05 Median'"));
     report.points.pop_back();
     EXPECT_TRUE(report.IsSame());
+    EXPECT_THAT(FormatAgainst(report),
+                HasSubstr("\nthe same pixels wherever there is a frame; 1 stage shows none\n"));
+    report.points.pop_back();
+    EXPECT_THAT(FormatAgainst(report), HasSubstr("\nthe same pixels everywhere\n"));
     json = AgainstToJson(report);
     EXPECT_EQ(json["same"], true);
     EXPECT_TRUE(json["firstDifference"].is_null());
