@@ -88,8 +88,10 @@ FrameMeasure TellEdge(const EdgeMeasure& measure, double pitch) {
     told.lines = {"edge at " + Fixed(measure.angleDegrees, 2) + " degrees from the " +
                       (measure.isLying ? "row" : "column") + ", levels " + Fixed(measure.darkLevel, 1) +
                       " and " + Fixed(measure.brightLevel, 1) + ", noise " + Fixed(measure.noise, 2),
-                  "rises from 10 to 90 % within " + Fixed(measure.risePixels, 2) +
-                      " pixels, goes beyond by " + Fixed(kPercent * measure.overshoot, 1) + " %",
+                  (std::isfinite(measure.risePixels)
+                       ? "rises from 10 to 90 % within " + Fixed(measure.risePixels, 2) + " pixels"
+                       : std::string("rises too unevenly for a width from 10 to 90 %")) +
+                      ", goes beyond by " + Fixed(kPercent * measure.overshoot, 1) + " %",
                   measure.mtf50 ? "half of the contrast is left at " + FrequencyWords(*measure.mtf50, pitch)
                                 : "more than half of the contrast is left up to 1 cycle per pixel"};
     if (measure.clippedShare > kMuchClipping)
