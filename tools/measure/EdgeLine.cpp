@@ -91,6 +91,7 @@ EdgeLine FitLine(const std::vector<RowEdge>& edges, bool isBrightRight) {
 // A rank-invariant method of linear and polynomial regression analysis, 1950).
 EdgeLine FirstLine(const std::vector<RowEdge>& edges, bool isBrightRight) {
     std::vector<double> slopes;
+    slopes.reserve(edges.size());
     const size_t apart = edges.size() / 2;
     for (size_t i = 0; i + apart < edges.size(); ++i)
         slopes.push_back((edges[i + apart].place - edges[i].place) / (edges[i + apart].row - edges[i].row));
@@ -99,6 +100,7 @@ EdgeLine FirstLine(const std::vector<RowEdge>& edges, bool isBrightRight) {
     EdgeLine line;
     line.slope = slopes[slopes.size() / 2];
     std::vector<double> places;
+    places.reserve(edges.size());
     for (const RowEdge& edge : edges) places.push_back(edge.place - line.slope * edge.row);
     std::nth_element(places.begin(), places.begin() + static_cast<std::ptrdiff_t>(places.size() / 2),
                      places.end());

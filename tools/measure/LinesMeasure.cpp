@@ -45,6 +45,7 @@ std::vector<double> MeanRow(const Frame& frame, int32_t top, int32_t height) {
 // Runs of rows whose variance is more than that of the plainest rows. Of rows that are all alike one run.
 std::vector<MeasuredGroup> FindGroups(const Frame& frame) {
     std::vector<double> variances;
+    variances.reserve(static_cast<size_t>(frame.height));
     for (int32_t y = 0; y < frame.height; ++y) variances.push_back(VarianceOf(MeanRow(frame, y, 1)));
     double least = *std::max_element(variances.begin(), variances.end());
     const double greatest = least;
@@ -113,7 +114,9 @@ bool FindWave(const Frame& frame, MeasuredGroup& group) {
     double best = 0.0;
     double sum = 0.0;
     double count = 0.0;
-    for (double frequency = kLeastCycles / frame.width; frequency < 0.5; frequency += step) {
+    for (int32_t i = 0;; ++i) {
+        const double frequency = kLeastCycles / frame.width + i * step;
+        if (frequency >= 0.5) break;
         const double amplitude = windowed.AmplitudeAt(frequency);
         sum += amplitude;
         count += 1.0;

@@ -14,7 +14,7 @@ constexpr const char* kRemedy = "docs/tool-json.md tells what a manifest holds";
 bool IsHashDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); }
 
 // "[json.exception.parse_error.101] parse error at line 1, column 2: ..." without the library's own number.
-std::string WithoutNumber(std::string text) {
+std::string WithoutNumber(const std::string& text) {
     const size_t end = text.find("] ");
     return text.starts_with('[') && end != std::string::npos ? text.substr(end + 2) : text;
 }
