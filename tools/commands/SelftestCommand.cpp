@@ -77,7 +77,7 @@ public:
                 check.faults.push_back(file.path + " is " + FileStateName(file.state));
         check.result = std::to_string(files.size()) + " files, " +
                        (check.faults.empty() ? std::string("all as installed")
-                                             : std::to_string(check.faults.size()) + " are not as installed");
+                                             : std::to_string(check.faults.size()) + " not as installed");
         if (!IsOfInstallation(installation_, files, library))
             check.faults.push_back("the library that is loaded, " + library +
                                    ", is not the one of this installation");
@@ -144,8 +144,8 @@ private:
         if (results.empty()) check.faults.emplace_back("the manifest has no such entries");
         for (const EntryResult& result : results)
             if (result.verdict.state != ProofState::Equal)
-                check.faults.push_back((set.empty() ? "" : set + ": ") + NameProofEntry(*result.entry) + " " +
-                                       result.verdict.text);
+                check.faults.push_back((set.empty() ? "" : set + ": ") + NameProofEntry(*result.entry) +
+                                       ": " + result.verdict.text);
         if (!check.faults.empty()) check.state = CheckState::Failed;
     }
 
