@@ -23,9 +23,8 @@ struct LinesMeasure {
 
 // Frequency and modulation of groups of parallel lines, along rows or columns, with plain rows between groups
 // or one group alone. The rows of a group are averaged; the strongest wave under a Hann window counts, so of
-// bars the fundamental, which is 4 / pi times as strong as the bars themselves (J. W. Coltman: The
-// specification of imaging properties by response to a sine wave input. Journal of the Optical Society of
-// America 44, 1954).
+// bars the fundamental, which is 4 / pi times as strong as the bars themselves (J. W. Coltman, Journal of the
+// Optical Society of America 44, 1954).
 //
 // Errors   CannotMeasure: too small an area, or no lines
 LinesMeasure MeasureLines(const Frame& frame);
