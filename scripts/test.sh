@@ -8,7 +8,8 @@ preset=${1:-release}
 scripts/install-dependencies.sh build test
 options=()
 if [[ "$preset" == release ]]; then
-    options=(-DVASTRELLINE_BROWSER_TESTS=ON)  # what they need was just installed: they are not left out
+    # What they need was just installed: they are not left out.
+    options=(-DVASTRELLINE_BROWSER_TESTS=ON -DVASTRELLINE_PYTHON_TESTS=ON)
 fi
 cmake --preset "$preset" "${options[@]}"
 cmake --build --preset "$preset"
