@@ -10,6 +10,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -103,7 +104,9 @@ ExitCode VerifyCommand::Execute(CommandContext& context) {
     if (!options_.junit.empty()) junit.emplace(options_.junit, options_.mayReplace);
 
     ProofManifest manifest;
-    if (options_.isAdded && !fs::exists(options_.manifest))
+    std::error_code error;
+    const bool isMissing = !fs::exists(options_.manifest, error) && !error;
+    if (options_.isAdded && isMissing)
         manifest.path = options_.manifest;
     else
         manifest = ReadProofManifest(options_.manifest);

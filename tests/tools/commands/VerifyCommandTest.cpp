@@ -188,6 +188,15 @@ TEST_F(VerifyCommandTest, TellsBuildServers) {
     EXPECT_THAT(ReadBytes(folder_.Path() / "r.xml"), Not(HasSubstr("failure message")));
 }
 
+TEST_F(VerifyCommandTest, TellsWhereANameIsTooLong) {
+    const std::string name(5000, 'm');
+    const ToolRun run = RunTool({"verify", name, "--add", "--frame", folder_.Narrow("in_2x2.raw"),
+                                 "--profile", folder_.Narrow("p.ini")},
+                                MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.errors, testing::StartsWith(name + ": cannot be read: "));
+}
+
 TEST_F(VerifyCommandTest, RefusesOptionsThatDoNotGoTogether) {
     for (const std::vector<std::string>& options : {std::vector<std::string>{"--add"},
                                                     {"--add", "--frame", "a"},
