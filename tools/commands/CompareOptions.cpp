@@ -1,12 +1,11 @@
 #include "commands/CompareOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <array>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
 
+#include "commands/OutputEnding.h"
 #include "commands/SizeOption.h"
 #include "files/FileKind.h"
 #include "formats/FrameFile.h"
@@ -20,15 +19,6 @@ constexpr int32_t kTopLevel = 65535;
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
     return std::filesystem::equivalent(a, b, error) && !error;
-}
-
-void TestEnding(const std::string& path, std::string_view ending, const std::string& option) {
-    std::string own = std::filesystem::path(path).extension().string();
-    std::transform(own.begin(), own.end(), own.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    if (!path.empty() && own != ending)
-        throw UsageError(option + " writes a file that ends in " + std::string(ending) + ", not '" + path +
-                         "'");
 }
 
 void TestDifference(const CompareOptions& options, bool isOfFolders) {

@@ -16,6 +16,7 @@
 
 #include "commands/JobsOption.h"
 #include "commands/JsonObject.h"
+#include "commands/OutputEnding.h"
 #include "commands/SelftestReport.h"
 #include "commands/VerifyReport.h"
 #include "files/OutputFile.h"
@@ -187,6 +188,7 @@ void SelftestCommand::AddOptions(CLI::App& command) {
 ExitCode SelftestCommand::Execute(CommandContext& context) {
     TestJobs(jobs_);
     std::optional<OutputFile> file;
+    TestEnding(report_, ".html", "--report");
     if (!report_.empty()) file.emplace(report_, mayReplace_);
     const Installation installation = FindInstallation(OwnProgram());
     SelftestReport report{Now(), DescribeMachine(), OwnProgram(), LibraryFile(), "", {}};

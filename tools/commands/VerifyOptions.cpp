@@ -4,6 +4,7 @@
 #include <string>
 
 #include "commands/JobsOption.h"
+#include "commands/OutputEnding.h"
 #include "messages/ToolError.h"
 
 namespace vastrelline {
@@ -61,6 +62,7 @@ void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
 }
 
 void TestVerifyOptions(const VerifyOptions& options) {
+    TestEnding(options.junit, ".xml", "--junit");
     const ProofWishes& wishes = options.wishes;
     const bool hasWishes = !wishes.frames.empty() || !wishes.profiles.empty() || !wishes.sections.empty() ||
                            !wishes.exportName.empty();

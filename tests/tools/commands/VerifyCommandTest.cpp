@@ -205,6 +205,7 @@ TEST_F(VerifyCommandTest, RefusesOptionsThatDoNotGoTogether) {
                                                     {"--add", "--update", "--reason", "x"},
                                                     {"--jobs", "0"},
                                                     {"--timeout", "0"},
+                                                    {"--junit", "p.ini", "--force"},
                                                     {"--section", "A"}})
         EXPECT_EQ(Verify(options, MustNotBeCalled).exitCode, 2) << options.front();
 }

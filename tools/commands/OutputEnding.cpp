@@ -1,0 +1,19 @@
+#include "commands/OutputEnding.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "messages/ToolError.h"
+
+namespace vastrelline {
+
+void TestEnding(const std::string& path, std::string_view ending, const std::string& option) {
+    std::string own = std::filesystem::path(path).extension().string();
+    std::transform(own.begin(), own.end(), own.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    if (!path.empty() && own != ending)
+        throw UsageError(option + " writes a file that ends in " + std::string(ending) + ", not '" + path +
+                         "'");
+}
+
+}  // namespace vastrelline
