@@ -44,7 +44,9 @@ ReportVerdict VerdictOf(ExitCode code) {
 }
 
 std::string LeafOf(const std::string& path) {
-    return path == kStandardInput ? "standard input" : std::filesystem::path(path).filename().string();
+    if (path == kStandardInput) return "standard input";
+    const std::filesystem::path whole = std::filesystem::path(path).lexically_normal();
+    return (whole.has_filename() ? whole : whole.parent_path()).filename().string();
 }
 
 bool IsRead(const PairOutcome& outcome) {

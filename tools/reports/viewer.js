@@ -304,7 +304,7 @@ class Viewer {
     const canvas = pane.querySelector("canvas");
     const context = canvas.getContext("2d");
     context.setTransform(1, 0, 0, 1, 0, 0);
-    context.fillStyle = "#23282d";  // not black: edges of dark frames are seen
+    context.fillStyle = getComputedStyle(this.stage).backgroundColor;  // not black: edges of dark frames are seen
     context.fillRect(0, 0, canvas.width, canvas.height);
     for (const [picture, factor, left, right] of parts) {
       context.save();
