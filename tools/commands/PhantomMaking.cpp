@@ -17,8 +17,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // Above this the largest arrays of the making come near a gigabyte.
-constexpr int64_t kMaxPixels = int64_t{1} << 25;
-constexpr double kMaxDose = 100.0;
 constexpr int32_t kLeastBits = 8;
 constexpr int32_t kMostBits = 16;
 constexpr int32_t kSensorBits = 12;
@@ -103,7 +101,8 @@ Json PerMm(double perPixel, double pitch) { return pitch > 0.0 ? Json(perPixel /
 
 MadePhantom MakeTeeth(const PhantomOptions& options, FrameSize size) {
     const double dose = options.dose.value_or(1.0);
-    if (!(dose > 0.0 && dose <= kMaxDose)) throw UsageError("--dose should be above 0 and at most 100");
+    if (!(dose > 0.0 && dose <= kMostPhantomDose))
+        throw UsageError("--dose should be above 0 and at most 100");
     return {MakePhantomFrame(size, dose, options.seed),
             kPhantomTopLevel,
             "dose " + Short(dose),
@@ -211,7 +210,7 @@ MadePhantom MakeLines(const PhantomOptions& options, FrameSize size) {
 
 MadePhantom MakePhantom(const PhantomOptions& options) {
     const FrameSize size = ParseFrameSize(options.size).value_or(FrameSize{});
-    if (int64_t{size.width} * size.height > kMaxPixels)
+    if (PixelCount(size.width, size.height) > kMostPhantomPixels)
         throw UsageError("a phantom of " + FormatFrameSize(size) + " is too large");
     MadePhantom made = options.kind == "wedge"   ? MakeWedge(options, size)
                        : options.kind == "edge"  ? MakeEdge(options, size)

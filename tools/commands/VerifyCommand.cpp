@@ -51,8 +51,16 @@ void Sign(ProofManifest& manifest, const std::string& libraryHash) {
     manifest.libraryHash = libraryHash;
 }
 
-void Write(const ProofManifest& manifest) {
-    OutputFile file(manifest.path, true);
+// Hash of the manifest's file; none: there is no file.
+std::optional<std::string> StateOf(const std::string& path, bool isMissing) {
+    return isMissing ? std::nullopt : std::optional(Sha256OfFile(path));
+}
+
+// Replaces the file only as it was read: another addition meanwhile would be lost.
+void Write(const ProofManifest& manifest, const std::optional<std::string>& read) {
+    OutputFile file(manifest.path, read.has_value());
+    if (read && Sha256OfFile(manifest.path) != *read)
+        throw OutputError(manifest.path, "has changed meanwhile", "do the same again");
     file.Write(BytesOf(FormatProofManifest(manifest)));
     file.Publish();
 }
@@ -106,6 +114,7 @@ ExitCode VerifyCommand::Execute(CommandContext& context) {
     ProofManifest manifest;
     std::error_code error;
     const bool isMissing = !fs::exists(options_.manifest, error) && !error;
+    const std::optional<std::string> read = StateOf(options_.manifest, options_.isAdded && isMissing);
     if (options_.isAdded && isMissing)
         manifest.path = options_.manifest;
     else
@@ -142,7 +151,7 @@ ExitCode VerifyCommand::Execute(CommandContext& context) {
     if (!isOnlyCompared && CountState(results, ProofState::Failed) == 0) {
         if (TakeResults(manifest, first, results, options_.reason)) {
             Sign(manifest, report.libraryHash);
-            Write(manifest);
+            Write(manifest, read);
             report.isWritten = true;
         }
         code = ExitCode::Well;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "frames/Frame.h"
@@ -8,6 +9,10 @@
 namespace vastrelline {
 
 constexpr int32_t kPhantomTopLevel = 4095;
+
+// What the tool makes at most, of any kind.
+constexpr size_t kMostPhantomPixels = size_t{1} << 25;
+constexpr double kMostPhantomDose = 100.0;
 
 // The raw frame of a dental phantom: lower teeth in their jaw on a sensor of 26 mm x 33.36 mm, of which a
 // frame of another shape sees the middle. Large values mean much radiation: the cheek alone is bright, enamel

@@ -7,9 +7,11 @@
 #include <system_error>
 
 #include "files/InputFile.h"
+#include "frames/Frame.h"
 #include "keys/KeyTable.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
+#include "phantom/PhantomFrame.h"
 #include "profile/ProfileFile.h"
 #include "runs/LookAtProfile.h"
 
@@ -19,7 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kPhantomWord = "phantom";
-constexpr double kMaxDose = 100.0;
 
 // All of the text as a number.
 template <typename Number>
@@ -107,12 +108,12 @@ PhantomRecipe ReadPhantomRecipe(std::string_view text) {
     if (parts.front() != kPhantomWord || parts.size() > kMostParts) refuse();
     if (parts.size() > 1) {
         const std::optional<FrameSize> size = ParseFrameSize(parts[1]);
-        if (!size) refuse();
+        if (!size || PixelCount(size->width, size->height) > kMostPhantomPixels) refuse();
         phantom.size = size.value_or(phantom.size);
     }
     if (parts.size() > 2) {
         const std::optional<double> dose = ReadNumber<double>(parts[2]);
-        if (!dose || !(*dose > 0.0 && *dose <= kMaxDose)) refuse();
+        if (!dose || !(*dose > 0.0 && *dose <= kMostPhantomDose)) refuse();
         phantom.dose = dose.value_or(phantom.dose);
     }
     if (parts.size() > 3) {

@@ -10,6 +10,7 @@
 #include "files/InputFile.h"
 #include "frames/Frame.h"
 #include "messages/ToolError.h"
+#include "phantom/PhantomFrame.h"
 #include "proof/ManifestFields.h"
 
 namespace vastrelline {
@@ -32,12 +33,10 @@ FrameSize ReadSize(const ManifestFields& fields) {
 PhantomRecipe ReadPhantom(const ManifestFields& fields) {
     if (fields.Text("kind") != "teeth") fields.Field("kind").Refuse("is no kind of phantom but 'teeth'");
     PhantomRecipe phantom{ReadSize(fields), 1.0, 1};
-    constexpr size_t kMaxPixels = size_t{1} << 25;
-    if (PixelCount(phantom.size.width, phantom.size.height) > kMaxPixels)
+    if (PixelCount(phantom.size.width, phantom.size.height) > kMostPhantomPixels)
         fields.Field("size").Refuse("is too large for a phantom");
     if (fields.Has("dose")) phantom.dose = fields.Number("dose");
-    constexpr double kMaxDose = 100.0;
-    if (!(phantom.dose > 0.0 && phantom.dose <= kMaxDose))
+    if (!(phantom.dose > 0.0 && phantom.dose <= kMostPhantomDose))
         fields.Field("dose").Refuse("should be above 0 and at most 100");
     if (fields.Has("seed")) {
         const int64_t seed = fields.Whole("seed");

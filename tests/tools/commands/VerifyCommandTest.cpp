@@ -188,6 +188,26 @@ TEST_F(VerifyCommandTest, TellsBuildServers) {
     EXPECT_THAT(ReadBytes(folder_.Path() / "r.xml"), Not(HasSubstr("failure message")));
 }
 
+// Two additions at once: the later one must not undo the other.
+TEST_F(VerifyCommandTest, WritesNoManifestThatHasChangedMeanwhile) {
+    const std::string other = ReadBytes(folder_.Path() / "m.json") + "\n";
+    const ExportCaller give = Giving(kOtherLevels, kLevels);
+    const ToolRun run = Verify({"--update", "--reason", "x"}, [&](ExportRequest& request) {
+        WriteBytes(folder_.Path() / "m.json", other);
+        return give(request);
+    });
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_THAT(run.errors, HasSubstr("m.json: has changed meanwhile"));
+    EXPECT_EQ(ReadBytes(folder_.Path() / "m.json"), other);
+}
+
+TEST_F(VerifyCommandTest, RefusesAPhantomThatNoManifestMayName) {
+    const ToolRun run = Verify(
+        {"--add", "--frame", "phantom:20000x20000", "--profile", folder_.Narrow("p.ini")}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.errors, HasSubstr("'phantom:20000x20000' is no phantom"));
+}
+
 TEST_F(VerifyCommandTest, TellsWhereANameIsTooLong) {
     const std::string name(5000, 'm');
     const ToolRun run = RunTool({"verify", name, "--add", "--frame", folder_.Narrow("in_2x2.raw"),
