@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Settings of every target of ours. Pixels must not depend on the compiler's liberties with arithmetic: a
 # fused multiply-add rounds once in place of twice, so contraction is off, and fast-math is never on.
 add_library(vastrelline_settings INTERFACE)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # The install tree: header, shared library, CMake package (target vastrelline::vastrelline), pkg-config file.
 include(CMakePackageConfigHelpers)
 

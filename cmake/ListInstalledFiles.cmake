@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Run at the end of an installation: writes a list of all files that were installed, with their SHA-256, for
 # `vastrelline selftest`; `sha256sum --check` in the prefix reads it, too.
 #

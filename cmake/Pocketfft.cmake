@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # pocketfft, one header of Fourier transforms, for tests and benchmarks only: the library does without. The
 # header is the same for every platform; a copy of its own keeps the folder that it lies in, which may be that
 # of all the system's headers, out of the way of a cross compiler.

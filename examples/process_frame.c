@@ -1,3 +1,5 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+
 /* A host program in plain C: reads one raw frame, has it enhanced, and writes the result beside it.
  *
  *     process_frame FRAME WIDTHxHEIGHT PROFILE SECTION OUTPUT

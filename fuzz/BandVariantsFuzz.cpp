@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops over a band of the pyramid with values from anywhere: every form of each against the definition.
 // The input's head are a level and the one drawn large from below it, its tail picks the rest, so that a
 // change of that leaves the values where they are.

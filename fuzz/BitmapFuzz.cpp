@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The 8-bit rendering of pixels of any type through any window, and the bitmap file of a small frame. The
 // input's head are the pixels, its tail picks the rest, so that a change of that leaves the pixels where they
 // are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The box mean on a small frame with a radius from anywhere, into another frame and in place: every form
 // against the definition. The input's head is the frame, its tail picks size and radius, so that a change of
 // these leaves the pixels where they are.

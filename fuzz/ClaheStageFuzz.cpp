@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The core of the CLAHE stage on a small frame with keys from anywhere: every form against the reference, and
 // what holds for each result. The input's head is the frame, its tail picks size and keys, so that a change
 // of the keys leaves the pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The equalisation by tiles on a small frame with tiles, border, range and bins from anywhere: every form
 // against the definition. The input's head is the frame, its tail picks the rest, so that a change of that
 // leaves the pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The mask of the rounded corners on a small frame with a geometry from anywhere, and what fills and restores
 // the pixels under it. The input's head is the frame, its tail picks size and geometry, so that a change of
 // the geometry leaves the pixels where they are.

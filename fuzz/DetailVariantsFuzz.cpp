@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops of sharpening and of preProcessing over three rows, with limits, tables and gains from anywhere:
 // every form of each against the definition. The input's head are the pixels, its tail picks the rest, so
 // that a change of that leaves the pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The local deviation of a small frame and the blend by it with weights from anywhere: every form of both
 // against the definition. The input's head is the frame, its tail picks size and weights, so that a change of
 // these leaves the pixels where they are.

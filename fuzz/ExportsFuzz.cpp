@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Any profile text, a small frame and any export: no crash, no hang, a code that the header lists, and the
 // same result under every instruction set. The input's last bytes pick the options, what stands before them
 // is the profile, and the sensor's profile too. Files exist in memory only, so that the profile may send them

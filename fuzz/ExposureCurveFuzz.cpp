@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The exposure curve on a small frame with knees and a geometry from anywhere, against the same written down
 // a second time. The input's head is the frame, its tail picks the rest, so that a change of that leaves the
 // pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The separable filters on a small frame with a kernel from anywhere: every form of each list against its
 // definition. The input's head is the frame, its tail picks size, kernel and edges, so that a change of these
 // leaves the pixels where they are.

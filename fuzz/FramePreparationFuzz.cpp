@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The small steps that prepare a frame (bits of a pixel, saturation, cutting out, decision about the
 // exposure) with arguments from anywhere, each against the same written down plainly. The input's head is the
 // frame, its tail picks size and arguments.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The row kernels of the layer fusion with rows and weights from anywhere: every form of each against the
 // definition. The input's head are the pixels, its tail picks the rest, so that a change of that leaves the
 // pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The passes of the Gaussian stage on a small frame with keys from anywhere: under every instruction set, and
 // what holds for each result. The input's head is the frame, its tail picks size and keys, so that a change
 // of the keys leaves the pixels where they are.

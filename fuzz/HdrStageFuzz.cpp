@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The core of the HDR stage on a small frame with parameters from anywhere. The input's head is the frame,
 // its tail picks size and options, so that a change of the options leaves the pixels where they are.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The passes of the median stage on a small frame with keys from anywhere. The input's head is the frame, its
 // tail picks size and keys, so that a change of the keys leaves the pixels where they are.
 

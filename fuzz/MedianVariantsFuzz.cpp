@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The median on a small frame with a window and rows from anywhere: every form against the plain one. The
 // input's head is the frame, its tail picks size, window and rows, so that a change of these leaves the
 // pixels where they are.

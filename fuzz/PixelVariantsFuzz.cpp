@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The kernels that take a row of pixels or go over a frame from the first pixel to the last (range,
 // clipped ramp, saturation cap, masked corners, dark area, pre-contrast, power of the spots, row of Sobel
 // magnitudes) with arguments from anywhere: every form of each list against its definition. The input's head

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The files of the operating system beside a plain picture of them: a short run of saves, reads, replacements
 // and appends on a few names of a folder of its own, some of which are folders, links or nothing. The input's
 // tail picks the steps, its head is what is written.

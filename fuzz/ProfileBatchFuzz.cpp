@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Several keys of any profile set at once: the same bytes as one edit after the other. The input's head is
 // the profile, its tail picks section, keys and values, so that a text at the start stays a text.
 

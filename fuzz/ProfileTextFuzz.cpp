@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Any bytes as a profile: reading is safe at every buffer size, and an edit changes its line and nothing
 // else.
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The core of the pyramid stage on a small frame with settings from anywhere, and its fast forms against the
 // plain one. The input's head is the frame, its tail picks size and settings, so that a change of the
 // settings leaves the pixels where they are.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The resampling of a small frame at a scale from anywhere: every form against the definition. The input's
 // head is the frame, its tail picks size and scale, so that a change of these leaves the pixels where they
 // are.

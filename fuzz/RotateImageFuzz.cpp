@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // RotateImage on small frames with any codes: it never leaves the frame, loses no pixel, and turns that
 // belong together restore the frame; and every form of the quarter turn against its definition. The input's
 // head is the frame, its tail picks size and codes.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The correction of spots on a small frame with a window from anywhere: under every instruction set, and the
 // means against the same written down plainly. The input's head is the frame, its tail picks size and window.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The target range on a small frame with settings from anywhere: under every instruction set, and what holds
 // for each result. The input's head is the frame, its tail picks size and settings.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Numbers in text both ways, beside those of the C library. The input's head is the text that is read, its
 // tail picks what is written.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The methods of the adaptive unsharp stage on a small frame with parameters from anywhere. The input's head
 // is the frame, its tail picks size, method and parameters, so that a change of these leaves the pixels where
 // they are.

@@ -1,3 +1,5 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+
 /* Vastrelline: turns the raw frame of an intra-oral X-ray sensor into a diagnostic image.
  *
  * Eight plain C functions. A host hands over one calibrated frame, the path of a profile file and the name

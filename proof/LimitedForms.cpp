@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the library with this file inside has beside its eight functions: it can be told to use no more than a set
 // of instructions, so that a machine proves every form of the kernels that it can run.
 #include <cstdint>

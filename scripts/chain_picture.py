@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Draws docs/pictures/chains.svg: the five chains beside each other, their steps from the top."""
 
 COLUMNS = [  # title, what selects it

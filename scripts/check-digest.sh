@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Builds the library with every compiler and level, runs the digest of whole runs (tests/digest) in every way in which
 # a host may run it, and prints a line for each: same, DIFFERENT, or why it was not run. Exits with 1 if one differs or
 # fails.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Fails if a source file is not formatted as .clang-format says; with --fix it formats them all.
 set -euo pipefail
 cd "$(dirname "$0")/.."

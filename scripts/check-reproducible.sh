@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Builds the library once more, elsewhere, and holds it against the one in build/: the same bytes, whatever the
 # folder, the hour, the time zone, the language and the rights of new files, with the compiler's cache or without.
 # What is not in build/ yet is built there first. Names the sections that differ and fails if any does.

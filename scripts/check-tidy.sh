@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Runs clang-tidy on the library's sources; every finding is an error. Arguments name files to check in place of all.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # How much of src/ the fuzz corpus reaches, and nothing but it: builds the replays with clang's counters, runs each
 # on its folder of fuzz/corpus, and fails below 95 % of the lines or 85 % of the branches. Left out is what belongs
 # to the other system. With --files it tells of each file, and build/coverage/report shows each line.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Finds links and pictures of the pages that lead nowhere."""
 
 import re

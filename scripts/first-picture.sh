@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # From a fresh clone to a picture: builds the library and the tool, and processes a real radiograph and a dental
 # phantom with section General of profiles/dental.ini. Leaves out/picture.png and out/phantom.png, each with the frame
 # before, after, and after every stage, and out/report.txt, which tells what ran and how long it took.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Installs what is missing of the Debian packages that a job needs, as root or with sudo.
 #
 #     scripts/install-dependencies.sh GROUP...

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Writes the rows of tools/keys/ from docs/keys.toml, for scripts/make-docs.py."""
 
 import json
@@ -5,7 +6,9 @@ import math
 import re
 import textwrap
 
-HEAD = """// Written by scripts/make-docs.py from docs/keys.toml: edit there.
+HEAD = """// SPDX-License-Identifier: Apache-2.0
+
+// Written by scripts/make-docs.py from docs/keys.toml: edit there.
 // clang-format off
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Writes docs/README.md, docs/stages/, docs/settings/, docs/pictures/chains.svg and the rows of tools/keys/ from
 docs/keys.toml.
 

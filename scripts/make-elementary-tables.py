@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Makes the tables of src/elementary anew: powers, logarithms and sines as pairs of doubles.
 
     scripts/make-elementary-tables.py
@@ -11,6 +12,7 @@ import pathlib
 
 BITS = 400
 ONE = 1 << BITS
+LICENCE = "// SPDX-" "License-Identifier: Apache-2.0"  # in two, lest it be read as this line's own
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "src" / "elementary"
 
 
@@ -91,7 +93,8 @@ def pair(value):
 
 
 def write(name, comment, declaration, rows):
-    lines = [f'#include "elementary/{name}.h"', "", "namespace vastrelline {", "", f"// {comment}", f"{declaration} = {{{{"]
+    lines = [LICENCE, f'#include "elementary/{name}.h"', ""]
+    lines += ["namespace vastrelline {", "", f"// {comment}", f"{declaration} = {{{{"]
     lines += ["    {" + ", ".join(row) + "}," for row in rows]
     lines += ["}};", "", "}  // namespace vastrelline", ""]
     (FOLDER / f"{name}.cpp").write_text("\n".join(lines))

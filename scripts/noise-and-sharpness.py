@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Measures what every section of the sample profiles does to noise and sharpness, and writes the page about it.
 
     scripts/noise-and-sharpness.py [--check] TOOL

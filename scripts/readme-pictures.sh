@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Makes the picture that README.md shows: a real radiograph before and after section General of profiles/dental.ini, and
 # after every stage of it. The times in it are those of this machine.
 set -euo pipefail

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Makes the manifest that every build is held to, for a tree that has none: the phantom and both real frames
 # through every section of the sample profiles, and weak frames through those that decide about the exposure.
 #

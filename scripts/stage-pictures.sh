@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Makes the picture of each stage in docs/pictures/stages/: a piece of a real frame of tests/data/frames, inverted, on
 # the left before the stage and on the right after it, with the stage's section of profiles/stages.ini.
 #

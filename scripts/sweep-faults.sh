@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Saves a profile 1,000 times in each of four ways beside a host that calls, and kills 500 hosts. Runs whole
 # calls while every allocation, every call on a file and the start of threads fail, one after the
 # other and all from one on: some thousand faults for each chain, of which the ordinary tests try a few. What

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Builds the library for 64-bit Arm with Debian's cross compiler and runs the test programs under qemu-user.
 #
 #     scripts/test-aarch64.sh [PROGRAM...]

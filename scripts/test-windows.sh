@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Builds Vastrelline.dll with mingw-w64 and runs the test programs under Wine, without a screen.
 #
 #     scripts/test-windows.sh [32]

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Installs what is missing, builds everything and runs all tests. An argument names another preset than
 # release: debug, scalar, asan or tsan.
 set -euo pipefail

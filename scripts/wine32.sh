@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
 # Runs a Windows program of 32 bits under Wine. A machine's own 32-bit Wine is taken where it is installed; else
 # one that lies in a folder, build/wine32, with all that it needs: nothing of another architecture is installed,
 # which on many a machine would take half of its packages along.

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Tests that do not run on Windows, each with its reason. Tests of the POSIX parts are no matter of this
 # list: they lie in folders named posix and are not built there.
 set(VASTRELLINE_SKIPS

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Times whole calls of one or more builds of the library, side by side:
 //
 //     vastrelline_calls LIBRARY [LIBRARY] [--case TEXT] [--rounds N] [--calls N] [--small]

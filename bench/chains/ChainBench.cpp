@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Whole calls: what a host waits for, the reading of the profile included, without log and without dumps.
 // Each runs on a made frame and on a radiograph.
 

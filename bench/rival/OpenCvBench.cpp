@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What another library needs for the same filters of the same frame on one thread: a yardstick. Its results
 // have other bits than ours.
 #include <benchmark/benchmark.h>

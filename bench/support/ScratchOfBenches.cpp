@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The frames of a benchmark come from the arena, as those of a call do.
 
 #include "pixels/ScratchArena.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Puts the built library, which VASTRELLINE_LIBRARY names, into the wheel. Without one the wheel is for any system, and
 finds the library as the module's first lines tell."""
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Stands in for the fuzzer: runs the target once on every file of the folders it is called with.
 
 #include <cstddef>

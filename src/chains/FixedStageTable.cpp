@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "chains/FixedStageTable.h"
 
 #include "stages/adaptive_smoothing/AdaptiveSmoothingStage.h"

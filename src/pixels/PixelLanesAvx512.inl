@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The lanes of PixelLanesBaseline.inl for AVX-512, eight at a time.
 
 using Ints = __m256i;

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Pixels as vectors of doubles and of 32-bit integers, two at a time, for every x86-64: the loops that follow
 // the double arithmetic of a definition lane by lane include it in an unnamed namespace, after they define
 // TARGET and include <immintrin.h>. The forms for AVX2 and AVX-512 have the same names. Doubles take the

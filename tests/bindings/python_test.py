@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The Python package against the tool: the same library, the same frames, the same pixels.
 
 VASTRELLINE_LIBRARY and VASTRELLINE_TOOL name the built files.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The reports of the built tool in a browser: what a reader does with the mouse, with the keyboard and on paper.
 // Levels that are expected come from the files that were compared, read here.
 import assert from "node:assert/strict";

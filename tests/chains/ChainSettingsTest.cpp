@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The whole chain on a made frame, one test per setting of the chain: the result is that of a plain model,
 // and its hash pins both.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The log and the dumps that a run of the configured chain leaves.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The steps of the configured chain around its stages, and their order.
 
 #include <gmock/gmock.h>

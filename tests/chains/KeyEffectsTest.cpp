@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Every key of a profile, changed alone: whether the picture must change.
 
 #include <gtest/gtest.h>

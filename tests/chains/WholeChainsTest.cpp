@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Whole chains with every stage they can hold, on a made frame: pinned by the hash of their result, and the
 // same with every instruction set and any number of threads. The hashes came from these very chains, so they
 // prove no result right, which is what the tests of the single stages do; they tell that one has changed.

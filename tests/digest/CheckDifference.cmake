@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # The digest's program finds the one group whose expected hash was changed, and only that.
 file(READ ${EXPECTED} text)
 string(REGEX REPLACE "(RotateImage +)[0-9a-f]" "\\1x" changed "${text}")

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The one file of the digest that sees the library's inside, in the program that is linked with it.
 #include <optional>
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Looks into compiled code: of the C library's mathematics it calls only what is exact, and so the same everywhere.
 # All else comes from the elementary functions of this library, which round to the nearest on every machine.
 #

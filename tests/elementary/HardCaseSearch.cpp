@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Looks for arguments whose results lie all but halfway between two neighbours, where rounding is hard, and
 // prints the hardest as rows of the table of HardCases.cpp. Not a test: how the table was found.
 //

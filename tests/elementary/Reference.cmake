@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # The elementary functions beside MPFR, which has them to any precision. Builds for other machines do without: the
 # sums and the hard cases in the tree carry what MPFR says.
 set(reference ON)

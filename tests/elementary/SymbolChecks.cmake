@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # No compiled code of the library calls the C library's mathematics.
 set(library "")
 set(mathLibrary "")

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The bitmap of the exports without an output, and the backup set that a
 // profile asks for.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the processing exports do to their input, and how they take the sensor's geometry.
 
 #include <gmock/gmock.h>

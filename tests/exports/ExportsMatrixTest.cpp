@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Every processing export with every mode, against all that may be missing or in the way: the code, and what
 // a call leaves behind in memory and on the disk.
 

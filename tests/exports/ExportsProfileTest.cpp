@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Profiles that are not as they should be, through the exports.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Whole chains on made frames, pinned by the hash of their result, and on real frames.
 
 #include <gmock/gmock.h>

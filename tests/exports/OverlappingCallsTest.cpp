@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Calls that overlap: from several threads, and from within a message box.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Real frames come out the right way round, what took up much radiation being bright, and each stage makes a
 // picture of them.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The sections of the sample profile for viewing are tuned apart: each makes another picture of a radiograph,
 // and the endodontic one, which lifts fine structures, lifts no grain.
 

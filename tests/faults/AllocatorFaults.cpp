@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Stands before the allocator. Not for a program under a sanitizer, which brings an allocator of its own.
 
 #include <cerrno>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Looks into the shared library LIBRARY: each function of the C library that it calls is one that the fault
 # injectors stand before, or one that does not fail. So no new call escapes the sweep.
 #

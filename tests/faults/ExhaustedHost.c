@@ -1,3 +1,5 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+
 /* A host in plain C, without a C++ runtime of its own, that loads the library and then has no memory any
  * more, for good. Every export has to come back with a code, in the thread that loaded the library as in
  * another one that was there before.

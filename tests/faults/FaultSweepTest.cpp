@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Whole calls on a system that fails: each allocation, each call on a file in turn, and all from one on. A
 // call gives an error's code or the very result of a system that works; the profile and the bitmap are wholly
 // the old or wholly the new ones; and nothing is left beside them.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Processes that call in a loop beside people who save the profile, and processes that are killed: whatever
 // happens, the profile is one that somebody saved, with the sensor's values or without them.
 //

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the tool says that a run would read is what the library's own readers read, bit for bit.
 #include <gtest/gtest.h>
 

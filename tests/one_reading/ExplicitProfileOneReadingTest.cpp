@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A profile with all its values written out is read as the one that it was made from.
 #include <gtest/gtest.h>
 

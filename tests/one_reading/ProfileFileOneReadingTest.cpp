@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Sections, keys and values of a profile are the same to the tool and to the library, whatever its bytes are.
 #include <gtest/gtest.h>
 

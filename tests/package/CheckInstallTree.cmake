@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Installs the library into a fresh folder and builds and runs the C example against that tree, once by
 # find_package and, but on Windows, once by pkg-config.
 #

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Looks into the shared library LIBRARY: its exports are the eight functions and nothing else; on Windows it
 # needs DLLs of the system only, elsewhere its name for the loader is the one that hosts are linked with.
 #

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Looks through the instructions of the shared library LIBRARY: each multiplication rounds before its product is
 # added to something, so there is no fused one. A compiler that fuses changes bits, and does so by itself on
 # processors that always have the instruction, unless it is told not to.

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Looks into the libraries of a build with plain forms only: no function is named after a vector form, and no
 # instruction takes a register that only AVX has. Those of the baseline the compiler uses by itself.
 #

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Replays what the profile functions of Windows answered, as tests/data/profile records it. The record was
 // made with code page 1252, so the engine gets that one here.
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+#
 # Makes a manifest with the tool's own library, then verifies PLANTED against it: without a change, and with one
 # pixel changed in a stage in the middle of the configured chain, in one of the fixed chain, and in the result.
 file(REMOVE_RECURSE ${SCRATCH})

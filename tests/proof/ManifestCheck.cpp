@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Holds a build to the manifest where the tool itself is not built: on Windows and on an emulated processor.
 // One entry a process, as the library counts its dumps for the life of one.
 //

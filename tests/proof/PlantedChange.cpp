@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The library once more, in which one pixel of one stage can be changed: whoever proves builds must find it.
 // The linker leads the calls of a function to its namesake here (--wrap); VASTRELLINE_PLANT says which of
 // them changes something.

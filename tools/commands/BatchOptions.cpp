@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands/BatchOptions.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands/CommandTable.h"
 
 #include "commands/BatchCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands/CompareOutput.h"
 
 #include <iomanip>

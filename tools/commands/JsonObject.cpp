@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands/JsonObject.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Written by scripts/make-docs.py from docs/keys.toml: edit there.
 // clang-format off
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "runs/Cancellation.h"
 
 #include <signal.h>  // sigaction is no part of <csignal>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The inner loops of the box mean, once for each instruction set: the including file defines TARGET and what
 // is done with vectors of sums, WideLanes of 32 bits and NarrowLanes of 16. A running sum is a prefix sum of
 // what enters less what leaves; numbers wrap on the way, and the sums themselves fit their lanes.

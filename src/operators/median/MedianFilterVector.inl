@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The sorting networks of the median on vectors of neighbouring pixels, once for each instruction set: the
 // including file defines TARGET, Vector, kLanes, Load, Store, LoadPixels, StorePixels, Minimum and Maximum.
 // Between LoadPixels and StorePixels a lane may hold a pixel in any form that keeps the order.

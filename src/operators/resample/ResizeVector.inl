@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops of the resampling, once for each instruction set: the including file defines TARGET, BlendRow and
 // BlendInRow, and the compiler makes the vectors. Scale 0.5 reads every other pixel. At scale 2 the weights
 // are 1, 1/2 and 1/4, so that whole numbers give the same bits as the sums of doubles. All other scales take

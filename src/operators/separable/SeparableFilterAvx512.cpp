@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "operators/separable/FilterSchedule.h"
 
 #if VASTRELLINE_VECTOR_FORMS

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The fast form of FilterFrame, once for each instruction set. The file that includes it defines the macro
 // TARGET and, in an unnamed namespace, Vector, kLanes, kColumnVectors, Zero, Load, Store, Broadcast,
 // MultiplyAdd, Shifted, LoadPixels, LoadPairs and StorePixels.

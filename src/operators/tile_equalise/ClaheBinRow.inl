@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The bins of a row of levels, once for each instruction set: the including file defines TARGET, and the
 // compiler makes the vectors.
 

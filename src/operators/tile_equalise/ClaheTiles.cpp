@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "operators/tile_equalise/ClaheTiles.h"
 
 #include "operators/tile_equalise/ClaheEqualize.h"

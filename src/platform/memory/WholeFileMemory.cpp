@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/WholeFile.h"
 #include "platform/memory/MemoryFiles.h"
 

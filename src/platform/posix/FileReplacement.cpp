@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How no save of another program is lost, although files know no "write if nobody else has": the new file and
 // the old one change places in one step, which keeps the old one in reach. Whatever the step took away by
 // then, be it a file that was renamed into the place or one that is just being written, is seen afterwards,

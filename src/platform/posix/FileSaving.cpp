@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A file is made beside the old one and takes its place, so that no moment leaves less than one whole
 // version. Where that cannot be, but the file itself may be written, it is written where it stands: a
 // viewer's bitmap in a folder that takes no new file is worth more than the promise.

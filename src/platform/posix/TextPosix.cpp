@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/Text.h"
 #include "profile_text/Utf8.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The kernels of the fast local deviation and the blending, once for each instruction set: the including file
 // defines TARGET and the lanes of pixels. What is left beside whole vectors takes the same steps one by one.
 // Of loops over whole numbers the compiler makes the vectors.

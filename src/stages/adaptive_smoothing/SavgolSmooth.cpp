@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "stages/adaptive_smoothing/SavgolSmooth.h"
 
 #include <algorithm>

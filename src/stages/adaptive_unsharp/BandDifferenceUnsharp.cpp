@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "stages/adaptive_unsharp/BandDifferenceUnsharp.h"
 
 #include "pixels/ClampPixel.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops of sharpening, once for each instruction set: the including file defines TARGET and the lanes of
 // pixels. Loops over doubles are lanes of the definition, and what is left at the end runs the definition
 // itself; of loops over whole numbers the compiler makes the vectors.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "stages/adaptive_unsharp/EdgeWeightedUnsharp.h"
 
 #include <cstddef>

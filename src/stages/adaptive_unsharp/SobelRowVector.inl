@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Forms of the row of Sobel magnitudes, once for each instruction set: the including file defines TARGET and
 // the vectors. Pixels below 2^14 go through lanes of 16 bits, others through doubles.
 

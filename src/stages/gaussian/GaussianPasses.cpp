@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "stages/gaussian/GaussianPasses.h"
 
 #include "operators/repeat/RepeatedPasses.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The fast form of the fusion's kernels, once for each instruction set. The file that includes it defines the
 // macro TARGET and, in an unnamed namespace, Vector, kLanes, Load, Store, Broadcast, Add, Subtract, Multiply,
 // Lowest, Highest, LoadPixels, and for doubles Wide, kWideLanes, LoadWide, StoreWide, BroadcastWide, AddWide,

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops of preProcessing, once for each instruction set: the including file defines TARGET and the lanes
 // of pixels. Of loops over whole numbers the compiler makes the vectors.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The loops over a band, once for each instruction set: the including file defines TARGET, and the compiler
 // makes the vectors. Sums and differences of 16-bit values are whole numbers, so every form gives the same
 // bits.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The sensor's values in a processing profile, byte for byte. Windows rewrites profiles in its own way.
 
 #include <gtest/gtest.h>

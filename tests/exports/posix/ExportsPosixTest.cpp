@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Files as only a POSIX system has them: names of any bytes, pipes, links, the full device.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A host that runs for days: what a thousand frames leave behind in the process.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Two programs that process frames with one profile at the same time.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Profiles that are there and cannot be read: never another chain's picture with code 0.
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The form that the fast fusion is compared with must itself be right.
 #include <gtest/gtest.h>
 

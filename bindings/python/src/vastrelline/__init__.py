@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Turns the raw frame of an intra-oral X-ray sensor into a diagnostic image.
 
     import numpy, vastrelline
