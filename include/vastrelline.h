@@ -9,6 +9,13 @@
  * Frames    width * height unsigned 16-bit pixels, row after row, top row first, no gap between rows.
  *           The expected range is 0 .. (1 << BITSTORED) - 1, 0..4095 at the default of 12 bits; larger
  *           values are safe. A frame's width * height must be below 2^29 pixels.
+ * Calls     plain C functions of eight undecorated names, cdecl on 32-bit Windows; elsewhere there is one
+ *           convention only. Sizes and codes are of 32 bits, switches of 8. SensorGeometry is ten 32-bit
+ *           numbers, 40 bytes without gaps.
+ * Changes   all processing functions but ImageProcessingCR change their input, also where they fail: hand
+ *           over a copy where the raw frame is to be kept. The configured family writes the sensor's ten
+ *           values into the profile, and logs appear beside it: hand over a profile of the host's own, in a
+ *           folder that it may write to.
  * Text      terminated narrow text. On Windows in the code page of the calling thread
  *           (ImageProcessing_NS: UTF-8); elsewhere UTF-8, where bytes that are no valid UTF-8 reach the
  *           file system as they are. On POSIX systems '/' and '\' both separate folders. A null pointer
@@ -25,6 +32,20 @@
  *           child that the host has forked while a call was running must not call. A call returns when all
  *           its work is done; a square median of the configured chain shares its rows between two threads of
  *           its own, all else runs on the caller's.
+ * Messages  two of the library's own: on Windows modal message boxes, which hold the call until somebody
+ *           dismisses them, elsewhere lines on standard error. A host that runs without a person sees to
+ *           it that neither comes:
+ *           "Wrong parameters of round-corner mask" comes where Rotation and Flip of the sensor's
+ *           geometry are known and its corner sizes do not fit the full frame: RCCutOff above half of the
+ *           smaller side (rounded down), or RCCutOffR above that side; so any size above 0 as long as
+ *           FrameWidth or FrameHeight is 0. Without a profile of the sensor's own that is every call of
+ *           the configured family but the first on a profile. The call goes on: the exposure curve counts
+ *           dark corners as if they were object, later steps look for them in the frame. Give the full values
+ *           in the sensor's own profile (such as profiles/sensor/Brindmap.ini) or as the caller's geometry;
+ *           where nobody knows them, a Rotation of -10.
+ *           The figures of the exposure decision come with a PROCMODE of 3 where the section has an
+ *           MSGBOX_ENABLE other than 0.
+ *           (A third, "No Image to Save !", comes where memory runs out while a bitmap is made.)
  * Failures  no call throws or ends the process; every processing call returns one of the codes below. Logs,
  *           dumps and curve files that cannot be written change neither code nor pixels.
  *
@@ -41,6 +62,18 @@
 #define VASTRELLINE_H
 
 #include <stdint.h>
+
+/* The version of this header. A built library has its own inside: `vastrelline --version --library FILE`. */
+#define VASTRELLINE_VERSION_MAJOR 1
+#define VASTRELLINE_VERSION_MINOR 0
+#define VASTRELLINE_VERSION_PATCH 0
+#define VASTRELLINE_VERSION_STRING "1.0.0-dev"
+
+#if defined(_WIN32)
+#define VASTRELLINE_CALL __cdecl
+#else
+#define VASTRELLINE_CALL
+#endif
 
 #if defined(_WIN32)
 #if defined(VASTRELLINE_BUILDING)
@@ -115,9 +148,10 @@ struct SensorGeometry {
  * (SAVE_LOG), raw dumps in WRITE_PATH (SAVE_IMAGE), a backup of input and result in SAVE_BACKUPPATH
  * (SAVE_BACKUP).
  */
-VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
-                                        const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                        uint8_t applySpotCorrection);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing(uint16_t* input, uint16_t* output, int32_t width,
+                                                         int32_t height, const char* iniPath,
+                                                         const char* sectionName, uint8_t applyMapping,
+                                                         uint8_t applySpotCorrection);
 
 /* As ImageProcessing, with the sensor's geometry of the caller, and a chain more: a PROCMODE of 3 decides
  * from the frame whether the exposure was too low, leaves the figures for Getdose_ImageInfo, and runs a low
@@ -128,9 +162,11 @@ VASTRELLINE_API int32_t ImageProcessing(uint16_t* input, uint16_t* output, int32
  *
  * Returns 0, 1, 2, 3, 4 or 6.
  */
-VASTRELLINE_API int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
-                                         const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                         uint8_t applySpotCorrection, const struct SensorGeometry* geometry);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessingS(uint16_t* input, uint16_t* output, int32_t width,
+                                                          int32_t height, const char* iniPath,
+                                                          const char* sectionName, uint8_t applyMapping,
+                                                          uint8_t applySpotCorrection,
+                                                          const struct SensorGeometry* geometry);
 
 /* As ImageProcessing, but the enhanced frame leaves the library only as an 8-bit bitmap file.
  *
@@ -139,9 +175,10 @@ VASTRELLINE_API int32_t ImageProcessingS(uint16_t* input, uint16_t* output, int3
  * Returns 0, 1, 2, 4, 5 or 6. The bitmap shows levels 0..4095 in 256 greys; it appears under its name only
  * when it is whole, and replaces a file that was there.
  */
-VASTRELLINE_API int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_t height, const char* iniPath,
-                                          const char* sectionName, uint8_t applyMapping,
-                                          uint8_t applySpotCorrection, const char* bitmapPath);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing_N(uint16_t* input, int32_t width, int32_t height,
+                                                           const char* iniPath, const char* sectionName,
+                                                           uint8_t applyMapping, uint8_t applySpotCorrection,
+                                                           const char* bitmapPath);
 
 /* As ImageProcessing_N, with the sensor's geometry of the caller and the chain that decides about the
  * exposure, as in ImageProcessingS, and with all three texts in UTF-8, of at most 260 UTF-16 units each: a
@@ -149,10 +186,11 @@ VASTRELLINE_API int32_t ImageProcessing_N(uint16_t* input, int32_t width, int32_
  *
  * Returns 0, 1, 2, 4, 5 or 6.
  */
-VASTRELLINE_API int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32_t height,
-                                           const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                           uint8_t applySpotCorrection, const char* bitmapPath,
-                                           const struct SensorGeometry* geometry);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing_NS(uint16_t* input, int32_t width, int32_t height,
+                                                            const char* iniPath, const char* sectionName,
+                                                            uint8_t applyMapping, uint8_t applySpotCorrection,
+                                                            const char* bitmapPath,
+                                                            const struct SensorGeometry* geometry);
 
 /* As ImageProcessing_N, for a caller that names the sensor itself. Both arguments are for a PROCMODE of 2;
  * any other runs the fixed chain, which drops them.
@@ -163,10 +201,11 @@ VASTRELLINE_API int32_t ImageProcessing_NS(uint16_t* input, int32_t width, int32
  *
  * Returns 0, 1, 2, 4, 5 or 6.
  */
-VASTRELLINE_API int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32_t height,
-                                           const char* iniPath, const char* sectionName, uint8_t applyMapping,
-                                           uint8_t applySpotCorrection, const char* bitmapPath,
-                                           const char* sensorFolder, int32_t sensorMode);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing_NE(uint16_t* input, int32_t width, int32_t height,
+                                                            const char* iniPath, const char* sectionName,
+                                                            uint8_t applyMapping, uint8_t applySpotCorrection,
+                                                            const char* bitmapPath, const char* sensorFolder,
+                                                            int32_t sensorMode);
 
 /* Processes a frame that arrives complete, without the sensor's rounded corners, through the fixed chain
  * without its pyramid, whatever the section's PROCMODE. input is only read. A backup set holds the profile
@@ -174,8 +213,9 @@ VASTRELLINE_API int32_t ImageProcessing_NE(uint16_t* input, int32_t width, int32
  *
  * Returns 0, 1, 2, 3 or 6.
  */
-VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width, int32_t height,
-                                          const char* iniPath, const char* sectionName);
+VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessingCR(uint16_t* input, uint16_t* output, int32_t width,
+                                                           int32_t height, const char* iniPath,
+                                                           const char* sectionName);
 
 /* The figures of the last exposure decision of the process; all zero before the first one. Each pointer may
  * be null, which leaves that figure out. Only ImageProcessingS and ImageProcessing_NS with a PROCMODE of 3
@@ -188,8 +228,9 @@ VASTRELLINE_API int32_t ImageProcessingCR(uint16_t* input, uint16_t* output, int
  * lowRatio       lowSignal / objectTotal; not a number when there was no object
  * lowExposure    1 if lowRatio was above the threshold, else 0
  */
-VASTRELLINE_API void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal, int32_t* lowSignal,
-                                       double* lowRatio, int32_t* lowExposure);
+VASTRELLINE_API void VASTRELLINE_CALL Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTotal,
+                                                        int32_t* lowSignal, double* lowRatio,
+                                                        int32_t* lowExposure);
 
 /* Turns, then mirrors a frame in place. After a quarter turn the frame is height pixels wide and width high;
  * the mirror then still takes the width given, so that on a frame that is not square whoever wants both makes
@@ -202,8 +243,8 @@ VASTRELLINE_API void Getdose_ImageInfo(int32_t* objectMedian, int32_t* objectTot
  * Returns 1; 0 for a null frame, one of 2^29 pixels or more, or if memory ran out, and the frame is as it
  * was.
  */
-VASTRELLINE_API int32_t RotateImage(uint16_t* frame, int32_t width, int32_t height, int32_t rotation,
-                                    int32_t flip);
+VASTRELLINE_API int32_t VASTRELLINE_CALL RotateImage(uint16_t* frame, int32_t width, int32_t height,
+                                                     int32_t rotation, int32_t flip);
 
 #ifdef __cplusplus
 }

@@ -213,7 +213,8 @@ class BindingTest(unittest.TestCase):
 
     def test_package_and_library_have_one_version(self):
         package = re.search(r'^version = "(.*)"$', (ROOT / "bindings/python/pyproject.toml").read_text(), re.M)[1]
-        library = re.search(r'^set\(VASTRELLINE_VERSION "(.*)"\)$', (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
+        header = (ROOT / "include" / "vastrelline.h").read_text()
+        library = re.search(r'^#define VASTRELLINE_VERSION_STRING "(.*)"$', header, re.M)[1]
         self.assertEqual(package, library.replace("-dev", ".dev0"))
 
 
