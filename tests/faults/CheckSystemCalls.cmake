@@ -18,11 +18,13 @@ set(harmless
     clock_gettime geteuid getpid gettid localtime_r nanosleep time
     # Signals of this thread.
     pthread_sigmask sigaddset sigemptyset sigismember sigpending sigtimedwait
+    # Ends a process whose stack is spoilt.
+    __stack_chk_fail
     # What the processor can do, which the compiler's runtime asks on 64-bit Arm.
     __getauxval
     # Arithmetic and memory.
     sqrt
-    memchr memcmp memcpy memmove memset strcmp strlen wcslen wmemchr wmemcmp wmemcpy wmemmove wmemset)
+    memchr memcmp memcpy memmove memset strcmp strlen wcslen wmemchr wmemcmp wmemcpy wmemmove wmemset __wmemcpy_chk)
 
 execute_process(COMMAND ${NM} -D --undefined-only --format=just-symbols ${LIBRARY}
     OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)

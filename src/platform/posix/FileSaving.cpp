@@ -92,13 +92,13 @@ SaveResult WriteInPlace(const FilePlace& place, const std::string& bytes, WaitBu
     const std::optional<FileVersion> old = VersionOf(file);
     if (!old) return SaveResult::Failed;
     if (!ReserveRoom(file, bytes.size())) {
-        static_cast<void>(ftruncate(file.Get(), old->size));  // gives back what was reserved
+        [[maybe_unused]] const int cut = ftruncate(file.Get(), old->size);  // gives back what was reserved
         return SaveResult::Failed;
     }
     if (WriteAll(file.Get(), bytes.data(), bytes.size()) &&
         ftruncate(file.Get(), static_cast<off_t>(bytes.size())) == 0 && fsync(file.Get()) == 0)
         return SaveResult::Saved;
-    static_cast<void>(ftruncate(file.Get(), 0));  // no half file that looks like a whole one
+    [[maybe_unused]] const int cut = ftruncate(file.Get(), 0);  // no half file that looks like a whole one
     return SaveResult::Failed;
 }
 

@@ -1,0 +1,70 @@
+# SPDX-License-Identifier: Apache-2.0
+#
+# Looks into a built FILE for what cmake/Hardening.cmake asks of compiler and linker.
+#
+# KIND        library or program
+# PROCESSOR   the one that it is for, as CMake names it
+# IS_WINDOWS  whether it is for Windows
+# READELF, OBJDUMP, NM   of the compiler that made it
+cmake_minimum_required(VERSION 3.25)
+
+function(run_tool output)
+    execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+    set(${output} "${text}" PARENT_SCOPE)
+endfunction()
+function(expect text pattern what)
+    if(NOT text MATCHES "${pattern}")
+        message(SEND_ERROR "${FILE}: ${what}")
+    endif()
+endfunction()
+function(expect_none text pattern what)
+    if(text MATCHES "${pattern}")
+        message(SEND_ERROR "${FILE}: ${what}")
+    endif()
+endfunction()
+
+if(IS_WINDOWS)
+    run_tool(head ${OBJDUMP} -p ${FILE})
+    expect("${head}" "DYNAMIC_BASE" "does not let the system choose its place")
+    expect("${head}" "NX_COMPAT" "lets data run as code")
+    if(PROCESSOR MATCHES "64")
+        expect("${head}" "HIGH_ENTROPY_VA" "takes no place above 4 GiB")
+    endif()
+    run_tool(sections ${OBJDUMP} -h ${FILE})
+    expect("${sections}" "\\.reloc" "cannot be moved: it has no relocations")
+    run_tool(names ${NM} ${FILE})
+    expect("${names}" "__stack_chk_fail" "has no canary before a return address")
+    expect("${names}" "__[a-z]+_chk\n" "copies into no buffer by the checked forms")
+    return()
+endif()
+
+run_tool(segments ${READELF} -lW ${FILE})
+expect("${segments}" "GNU_RELRO" "leaves the table of functions writable")
+expect("${segments}" "GNU_STACK[^\n]* RW +0x" "lets the stack run as code")
+expect_none("${segments}" " RWE " "has memory that is writable and runs as code")
+run_tool(dynamic ${READELF} -dW ${FILE})
+expect("${dynamic}" "BIND_NOW" "looks functions up when they are called")
+expect_none("${dynamic}" "TEXTREL" "changes its code when it is loaded")
+if(KIND STREQUAL "library")
+    expect_none("${dynamic}" "RPATH|RUNPATH" "looks for libraries in folders of its own")
+else()
+    expect("${dynamic}" "FLAGS_1[^\n]* PIE" "has a fixed place")
+endif()
+run_tool(names ${NM} -D --undefined-only ${FILE})
+expect("${names}" " __stack_chk_fail" "has no canary before a return address")
+expect("${names}" " __[a-z]+_chk[@\n]" "copies into no buffer by the checked forms")
+
+if(PROCESSOR STREQUAL "x86_64")
+    set(landing "endbr64")
+    run_tool(notes ${READELF} -nW ${FILE})
+    expect("${notes}" "SHSTK" "does not claim that its returns go where calls came from")
+elseif(PROCESSOR STREQUAL "aarch64")
+    set(landing "paciasp|bti")
+endif()
+if(landing AND KIND STREQUAL "library")
+    foreach(name ImageProcessing ImageProcessingS ImageProcessing_N ImageProcessing_NS ImageProcessing_NE
+            ImageProcessingCR Getdose_ImageInfo RotateImage)
+        run_tool(code ${OBJDUMP} -d --no-show-raw-insn --disassemble=${name} ${FILE})
+        expect("${code}" "<${name}[@A-Z_0-9.]*>:\n[^\n]*(${landing})" "${name} has no mark where jumps land")
+    endforeach()
+endif()
