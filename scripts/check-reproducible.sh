@@ -44,14 +44,15 @@ tellDifference() {
 
 # As another person would build it: the library alone, without what developers switch on.
 buildElsewhere() {
-    local preset=$1
+    local preset=$1 commit
+    commit=$(cat "build/$preset/src/build_note/commit.txt")  # the copy has no repository to ask
     (
         umask 077
         unset CMAKE_C_COMPILER_LAUNCHER CMAKE_CXX_COMPILER_LAUNCHER SOURCE_DATE_EPOCH
         export CCACHE_DISABLE=1 TZ=Pacific/Chatham LANG=C LC_ALL=C
         cd "$copy"
         cmake --preset "$preset" -DVASTRELLINE_DEVELOP=OFF -DVASTRELLINE_TESTS=OFF -DVASTRELLINE_TOOLS=OFF \
-            -DVASTRELLINE_BENCHES=OFF >/dev/null
+            -DVASTRELLINE_BENCHES=OFF -DVASTRELLINE_COMMIT="$commit" >/dev/null
         cmake --build --preset "$preset" --target vastrelline
     )
 }

@@ -104,10 +104,18 @@ std::optional<UsageError> FindUnknownOption(const CommandTree::Branch& branch,
     return std::nullopt;
 }
 
-void Parse(CommandTree& tree, int argc, const char* const* argv, const std::vector<std::string>& words) {
+// "--version" with more words behind it is a command; alone it is a wish for one line.
+std::vector<std::string> TakeWords(int argc, const char* const* argv) {
+    std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    if (words.size() > 1 && words[0] == "--version") words[0] = "version";
+    return words;
+}
+
+void Parse(CommandTree& tree, const std::vector<std::string>& words) {
     TestCommandName(words);
     try {
-        tree.Root().parse(argc, argv);
+        tree.Root().parse(
+            std::vector<std::string>(words.rbegin(), words.rend()));  // it takes the last one first
     } catch (const CLI::Success&) {
         throw;
     } catch (const CLI::ParseError& error) {
@@ -159,7 +167,7 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
     Asked asked;
     const auto fail = [&](const ToolError& error) { return ReportError(error, streams, messages, asked); };
     try {
-        const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+        const std::vector<std::string> words = TakeWords(argc, argv);
         CommandTree tree;
         if (!words.empty() && words[0] == kCompletionWord) {  // a shell asks; its user is told nothing
             streams.report << AnswerShell(tree.Root(), {words.begin() + 1, words.end()}) << std::flush;
@@ -173,7 +181,7 @@ int RunCommandLine(int argc, const char* const* argv, const ExportCaller& callEx
         if (const CommandTree::Branch* const branch = FindBranch(tree, words))
             asked.command = FullName(*branch->entry);
         try {
-            Parse(tree, argc, argv, words);
+            Parse(tree, words);
         } catch (const CLI::Success& wish) {  // --help and --version
             const int code = tree.Root().exit(wish, streams.report, streams.errors);
             if (!streams.report.flush()) throw OutputError({}, "cannot write the help");

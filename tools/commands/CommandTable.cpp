@@ -20,6 +20,7 @@
 #include "commands/StagesCommand.h"
 #include "commands/SweepCommand.h"
 #include "commands/VerifyCommand.h"
+#include "commands/VersionCommand.h"
 
 namespace vastrelline {
 namespace {
@@ -50,6 +51,7 @@ constexpr CommandEntry kCommands[] = {
     {"profile", "new", "Begin a profile from a commented sample", false, Make<ProfileNewCommand>},
     {"", "completion", "Print a shell's completion script", false, Make<CompletionCommand>},
     {"", "man", "Print the manual page", false, Make<ManCommand>},
+    {"", "version", "Tell the version and the build of a library", true, Make<VersionCommand>},
 };
 
 constexpr CommandGroup kGroups[] = {
