@@ -1,0 +1,58 @@
+# SPDX-License-Identifier: Apache-2.0
+#
+# A bill of materials, vastrelline.spdx.json, made by each build of the library that ran to its end: what is inside
+# library and tool, from whom, in which version and under which licence. docs/licences.md says the same in words.
+
+# The value of macros that a header of the C library defines, as a version.
+function(read_macro_version output header)
+    execute_process(COMMAND ${CMAKE_C_COMPILER} -E -dM -include ${header} -x c /dev/null
+        OUTPUT_VARIABLE macros ERROR_QUIET)
+    set(numbers "")
+    foreach(macro ${ARGN})
+        if(macros MATCHES "#define ${macro} ([0-9]+)")
+            list(APPEND numbers ${CMAKE_MATCH_1})
+        endif()
+    endforeach()
+    list(JOIN numbers "." version)
+    set(${output} "${version}" PARENT_SCOPE)
+endfunction()
+
+set(runtimeLicence "GPL-3.0-or-later WITH GCC-exception-3.1")
+if(WIN32)
+    set(link STATIC_LINK)
+    read_macro_version(mingwVersion _mingw.h
+        __MINGW64_VERSION_MAJOR __MINGW64_VERSION_MINOR __MINGW64_VERSION_BUGFIX)
+    set(parts "both|mingw-w64|${mingwVersion}|ZPL-2.1|STATIC_LINK"
+        "both|winpthreads|${mingwVersion}|MIT AND BSD-3-Clause|STATIC_LINK")
+else()
+    set(link DYNAMIC_LINK)
+    read_macro_version(libcVersion features.h __GLIBC__ __GLIBC_MINOR__)
+    set(parts "both|glibc|${libcVersion}|LGPL-2.1-or-later|DYNAMIC_LINK")
+endif()
+list(APPEND parts "both|libstdc++|${CMAKE_CXX_COMPILER_VERSION}|${runtimeLicence}|${link}"
+    "both|libgcc|${CMAKE_CXX_COMPILER_VERSION}|${runtimeLicence}|${link}")
+if(TARGET vastrelline_tool)
+    get_directory_property(toolCli11 DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION CLI11_VERSION)
+    get_directory_property(toolJson DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION nlohmann_json_VERSION)
+    get_directory_property(toolPng DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION PNG_VERSION_STRING)
+    get_directory_property(toolTiff DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION TIFF_VERSION_STRING)
+    list(APPEND parts "tool|CLI11|${toolCli11}|BSD-3-Clause|STATIC_LINK"
+        "tool|nlohmann-json|${toolJson}|MIT|STATIC_LINK")
+    if(toolPng)
+        list(APPEND parts "tool|libpng|${toolPng}|libpng-2.0|DYNAMIC_LINK")
+    endif()
+    if(toolTiff)
+        list(APPEND parts "tool|libtiff|${toolTiff}|libtiff|DYNAMIC_LINK")
+    endif()
+endif()
+
+set(sbom ${PROJECT_BINARY_DIR}/vastrelline.spdx.json)
+add_custom_command(OUTPUT ${sbom}
+    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${sbom} -DVERSION=${VASTRELLINE_VERSION} -DSOURCE=${PROJECT_SOURCE_DIR}
+            -DCOMMIT_FILE=${PROJECT_BINARY_DIR}/src/build_note/commit.txt -DHAS_TOOL=$<TARGET_EXISTS:vastrelline_tool>
+            "-DFILES=$<TARGET_FILE:vastrelline>;${PROJECT_SOURCE_DIR}/include/vastrelline.h" "-DPARTS=${parts}"
+            -P ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
+    DEPENDS vastrelline ${PROJECT_SOURCE_DIR}/include/vastrelline.h ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
+    VERBATIM)
+add_custom_target(vastrelline_sbom ALL DEPENDS ${sbom})
+install(FILES ${sbom} DESTINATION ${CMAKE_INSTALL_DOCDIR})

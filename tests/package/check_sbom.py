@@ -1,0 +1,86 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Holds the bill of materials of a build against what was built.
+
+    check_sbom.py SBOM READELF LIBRARY HEADER [TOOL]
+
+The document is whole by the rules of SPDX 2.3 that a reader relies on, its files are these very files, and what it
+says is loaded by the library and the tool is what their files say.
+"""
+
+import hashlib
+import json
+import pathlib
+import re
+import subprocess
+import sys
+
+# Names in the files by which the loader finds what the document calls by its project's name.
+LOADED = {
+    "glibc": r"lib(c|m|dl|pthread)\.so|ld-linux",
+    "libstdc++": r"libstdc\+\+\.so",
+    "libgcc": r"libgcc_s\.so",
+    "libpng": r"libpng16\.so",
+    "libtiff": r"libtiff\.so",
+    "vastrelline": r"libvastrelline\.so",
+}
+
+
+def needed(readelf, file):
+    dynamic = subprocess.run([readelf, "-dW", file], check=True, capture_output=True, text=True).stdout
+    return re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic)
+
+
+def main(sbom, readelf, library, header, tool=None):
+    document = json.loads(pathlib.Path(sbom).read_text(encoding="utf-8"))
+    faults = []
+
+    def expect(truth, text):
+        if not truth:
+            faults.append(text)
+
+    expect(document["spdxVersion"] == "SPDX-2.3" and document["dataLicense"] == "CC0-1.0", "no SPDX 2.3")
+    expect(re.fullmatch(r"\d{4}(-\d\d){2}T\d\d(:\d\d){2}Z", document["creationInfo"]["created"]), "no time")
+    expect(re.fullmatch(r"https://[^#\s]+", document["documentNamespace"]), "no namespace")
+    elements = document["packages"] + document["files"]
+    names = [element["SPDXID"] for element in elements] + [document["SPDXID"]]
+    expect(len(set(names)) == len(names), "two elements have one name")
+    expect(all(re.fullmatch(r"SPDXRef-[A-Za-z0-9.-]+", name) for name in names), "a name of other letters")
+    for package in document["packages"]:
+        for field in ("name", "versionInfo", "downloadLocation", "licenseConcluded", "licenseDeclared"):
+            expect(package.get(field), f"{package['SPDXID']} has no {field}")
+    for relation in document["relationships"]:
+        for end in ("spdxElementId", "relatedSpdxElement"):
+            expect(relation[end] in names, f"{relation[end]} is nowhere")
+
+    sums = []
+    built = {pathlib.Path(file).resolve().name: pathlib.Path(file).read_bytes() for file in (library, header)}
+    for file in document["files"]:
+        content = built.pop(file["fileName"].removeprefix("./"), b"")
+        told = {each["algorithm"]: each["checksumValue"] for each in file["checksums"]}
+        sums.append(hashlib.sha1(content).hexdigest())
+        expect(told == {"SHA1": sums[-1], "SHA256": hashlib.sha256(content).hexdigest()}, f"{file['fileName']} differs")
+    expect(not built, f"not listed: {', '.join(built)}")
+    code = hashlib.sha1("".join(sorted(sums)).encode()).hexdigest()
+    expect(document["packages"][0]["packageVerificationCode"]["packageVerificationCodeValue"] == code, "wrong code")
+
+    ids = {package["SPDXID"]: package["name"] for package in document["packages"]}
+    for name, file in (("vastrelline", library), ("vastrelline-tools", tool)):
+        if file is None:
+            continue
+        told = {ids[relation["relatedSpdxElement"]] for relation in document["relationships"]
+                if ids.get(relation["spdxElementId"]) == name and relation["relationshipType"] == "DYNAMIC_LINK"}
+        loaded = needed(readelf, file)
+        expect(loaded, f"{file} loads nothing, so {readelf} was not understood")
+        for each in loaded:
+            expect(any(re.match(LOADED.get(part, "-"), each) for part in told), f"{name} loads {each}, which is not told")
+        for part in told:
+            # libgcc is loaded by the standard library where no object asks for it.
+            expect(part == "libgcc" or any(re.match(LOADED.get(part, "-"), each) for each in loaded), f"{name} loads no {part}")
+    for fault in faults:
+        print(f"{sbom}: {fault}", file=sys.stderr)
+    return len(faults) > 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
