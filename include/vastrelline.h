@@ -76,7 +76,7 @@
 #endif
 
 #if defined(_WIN32)
-#if defined(VASTRELLINE_BUILDING)
+#if defined(VASTRELLINE_BUILDING) || defined(VASTRELLINE_STATIC)
 #define VASTRELLINE_API
 #else
 #define VASTRELLINE_API __declspec(dllimport)

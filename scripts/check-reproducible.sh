@@ -53,7 +53,7 @@ buildElsewhere() {
         cd "$copy"
         cmake --preset "$preset" -DVASTRELLINE_DEVELOP=OFF -DVASTRELLINE_TESTS=OFF -DVASTRELLINE_TOOLS=OFF \
             -DVASTRELLINE_BENCHES=OFF -DVASTRELLINE_COMMIT="$commit" >/dev/null
-        cmake --build --preset "$preset" --target vastrelline
+        cmake --build --preset "$preset" --target vastrelline vastrelline_archive
     )
 }
 
@@ -61,14 +61,14 @@ failed=0
 for preset in "${presets[@]}"; do
     case $preset in
         windows*) files=(bin/Vastrelline.dll src/libVastrelline.dll.a) ;;
-        *) files=(src/libvastrelline.so.1) ;;
+        *) files=(src/libvastrelline.so.1 src/libvastrelline.a) ;;
     esac
     case $preset in
         windows) scripts/install-dependencies.sh ci ;;
         aarch64 | windows32) scripts/install-dependencies.sh "$preset" ;;
     esac
     [[ -e build/$preset/CMakeCache.txt ]] || cmake --preset "$preset" >/dev/null
-    cmake --build --preset "$preset" --target vastrelline >/dev/null
+    cmake --build --preset "$preset" --target vastrelline vastrelline_archive >/dev/null
     buildElsewhere "$preset" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
     for file in "${files[@]}"; do
         (cd "build/$preset" && sha256sum "$file")

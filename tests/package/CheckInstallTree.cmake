@@ -10,6 +10,7 @@
 # LIBDIR                where libraries lie in the install tree
 # IS_WINDOWS            it is a DLL
 # HAS_TOOL              the tool was built
+# HAS_STATIC            the static library was built
 # MANDOC                the program mandoc, if there is one
 set(ENV{DESTDIR} "")
 file(REMOVE_RECURSE ${SCRATCH})
@@ -104,6 +105,18 @@ if(IS_WINDOWS)
     return()
 endif()
 check_program(${SCRATCH}/by_package/process_frame)
+if(HAS_STATIC)
+    set(ENV{LD_LIBRARY_PATH} "")
+    run(${CMAKE_COMMAND} -S ${SOURCE}/examples -B ${SCRATCH}/by_static_package -G Ninja ${toolchain}
+        -DCMAKE_BUILD_TYPE=${CONFIG} -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_C_FLAGS=${C_FLAGS}
+        -Dvastrelline_DIR=${prefix}/${LIBDIR}/cmake/vastrelline -DVASTRELLINE_EXAMPLE_STATIC=ON)
+    run(${CMAKE_COMMAND} --build ${SCRATCH}/by_static_package)
+    check_program(${SCRATCH}/by_static_package/process_frame)
+    file(STRINGS ${SCRATCH}/by_static_package/process_frame loaded REGEX "libvastrelline\\.so")
+    if(loaded)
+        message(FATAL_ERROR "The host with the static library loads the shared one, too")
+    endif()
+endif()
 
 # 2. pkg-config
 find_program(pkgConfig NAMES pkg-config pkgconf REQUIRED)
@@ -115,3 +128,13 @@ separate_arguments(C_FLAGS UNIX_COMMAND "${C_FLAGS}")
 run(${C_COMPILER} -std=c99 ${C_FLAGS} ${SOURCE}/examples/process_frame.c -o ${SCRATCH}/by_pkg_config ${flags})
 set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
 check_program(${SCRATCH}/by_pkg_config)
+if(HAS_STATIC)
+    set(ENV{LD_LIBRARY_PATH} "")
+    execute_process(COMMAND ${pkgConfig} --static --cflags --libs vastrelline
+        OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    # Both libraries lie in one folder, and a linker that may choose takes the shared one.
+    string(REPLACE "-lvastrelline" "-l:libvastrelline.a" flags "${flags}")
+    separate_arguments(flags UNIX_COMMAND "${flags}")
+    run(${C_COMPILER} -std=c99 ${C_FLAGS} ${SOURCE}/examples/process_frame.c -o ${SCRATCH}/by_static ${flags})
+    check_program(${SCRATCH}/by_static)
+endif()
