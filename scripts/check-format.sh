@@ -10,5 +10,5 @@ action=(--dry-run --Werror)
 if [[ "${1:-}" == --fix ]]; then
     action=(-i)
 fi
-find include src tools tests bench fuzz examples -name '*.h' -print0 -o -name '*.c' -print0 -o -name '*.cpp' -print0 -o -name '*.inl' -print0 |
+find include src tools tests bench fuzz examples bindings -name '*.h' -print0 -o -name '*.hpp' -print0 -o -name '*.c' -print0 -o -name '*.cpp' -print0 -o -name '*.inl' -print0 |
     xargs -0 clang-format-14 "${action[@]}"

@@ -6,7 +6,7 @@
 #     scripts/install-dependencies.sh GROUP...
 #
 #     build   the library and the tool
-#     test    the tests and benchmarks; what drives a browser goes to build/browser
+#     test    the tests and benchmarks; modules of Node go to build/browser and build/node
 #     fuzz    the fuzzers, and what measures how far their corpus reaches
 #     ci      format and lint checks, and the Windows build with its tests
 #     aarch64     the build for 64-bit Arm with its tests
@@ -15,7 +15,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev"
-    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales chromium fonts-dejavu-core python3-numpy python3-build python3-setuptools python3-wheel"
+    [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils netpbm zsh fish mandoc locales chromium fonts-dejavu-core python3-numpy python3-build python3-setuptools python3-wheel mono-mcs mono-runtime libmono-system-core4.0-cil fp-compiler fp-units-rtl fp-units-fcl"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 reuse clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
     [aarch64]="g++-aarch64-linux-gnu qemu-user googletest"
@@ -25,18 +25,19 @@ declare -A packages=(
 # Node from elsewhere than Debian has npm inside, and does not go with Debian's.
 command -v npm >/dev/null || packages[test]+=" nodejs npm"
 
-# The modules that package-lock.json of the browser tests names, with the hashes that stand there.
+# The modules that package-lock.json of a folder of ours names, with the hashes that stand there.
 installModules() {
-    local root folder
+    local root source folder
     root=$(cd "$(dirname "$0")/.." && pwd)
-    folder=$root/build/browser
-    if cmp -s "$root/tests/browser/package-lock.json" "$folder/installed-lock.json"; then
+    source=$root/$1
+    folder=$root/build/$2
+    if cmp -s "$source/package-lock.json" "$folder/installed-lock.json"; then
         return
     fi
     mkdir -p "$folder"
-    cp "$root"/tests/browser/{package.json,package-lock.json,.npmrc} "$folder"
+    cp "$source"/{package.json,package-lock.json,.npmrc} "$folder"
     (cd "$folder" && npm ci --loglevel=error)
-    cp "$root/tests/browser/package-lock.json" "$folder/installed-lock.json"
+    cp "$source/package-lock.json" "$folder/installed-lock.json"
 }
 
 missing=()
@@ -61,6 +62,7 @@ if [[ ${#missing[@]} -gt 0 ]]; then
 fi
 for group in "$@"; do
     if [[ "$group" == test ]]; then
-        installModules
+        installModules tests/browser browser
+        installModules bindings/node node
     fi
 done
