@@ -55,4 +55,4 @@ add_custom_command(OUTPUT ${sbom}
     DEPENDS vastrelline ${PROJECT_SOURCE_DIR}/include/vastrelline.h ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
     VERBATIM)
 add_custom_target(vastrelline_sbom ALL DEPENDS ${sbom})
-install(FILES ${sbom} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${sbom} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)

@@ -11,7 +11,7 @@
 # IS_WINDOWS            it is a DLL
 # HAS_TOOL              the tool was built
 # HAS_STATIC            the static library was built
-# MANDOC                the program mandoc, if there is one
+# MANDOC, PYTHON        the programs mandoc and python3, if there are such
 set(ENV{DESTDIR} "")
 file(REMOVE_RECURSE ${SCRATCH})
 set(prefix "${SCRATCH}/a place with blanks")
@@ -40,6 +40,17 @@ function(check_program program)
     endif()
 endfunction()
 
+# The documents: their pages lead to one another, to profiles and to the header.
+foreach(file README.md docs/README.md docs/pictures/strip.png examples/CMakeLists.txt bindings/pascal/vastrelline.pas
+             LICENSE NOTICE LICENSES/MIT.txt vastrelline.spdx.json)
+    if(NOT EXISTS ${prefix}/share/doc/vastrelline/${file})
+        message(FATAL_ERROR "The document ${file} was not installed")
+    endif()
+endforeach()
+if(PYTHON AND HAS_TOOL)
+    run(${PYTHON} -B ${SOURCE}/tests/package/check_pages.py ${prefix}/share/doc/vastrelline ${prefix})
+endif()
+
 # The tool and what it says of itself
 if(HAS_TOOL)
     foreach(file bin/vastrelline share/man/man1/vastrelline.1 share/bash-completion/completions/vastrelline
@@ -64,6 +75,20 @@ if(HAS_TOOL)
     if(NOT result EQUAL 1 OR NOT said MATCHES "profiles/dental.ini is changed" OR
        NOT said MATCHES "include/vastrelline.h is missing" OR said MATCHES "general.ini")
         message(FATAL_ERROR "The self test of a changed installation ends with ${result}:\n${said}")
+    endif()
+    # Part by part: the list of the tool holds the library, and nothing of a part that may be missing.
+    foreach(component runtime tools)
+        run(${CMAKE_COMMAND} --install ${BUILD} --config ${CONFIG} --prefix ${SCRATCH}/parts --component ${component})
+    endforeach()
+    if(EXISTS ${SCRATCH}/parts/include OR EXISTS ${SCRATCH}/parts/share/doc)
+        message(FATAL_ERROR "Library and tool alone bring headers or documents along")
+    endif()
+    run(${SCRATCH}/parts/bin/vastrelline selftest --only-files)
+    run(${CMAKE_COMMAND} --install ${BUILD} --config ${CONFIG} --prefix ${SCRATCH}/parts --component development)
+    run(${SCRATCH}/parts/bin/vastrelline selftest --only-files)
+    file(READ ${SCRATCH}/parts/share/vastrelline/installed-files.txt list)
+    if(NOT list MATCHES "/libvastrelline\\.so\\.[0-9.]+\n" OR list MATCHES "vastrelline\\.h")
+        message(FATAL_ERROR "The list of library and tool is\n${list}")
     endif()
     file(REMOVE ${SCRATCH}/moved/share/vastrelline/installed-files.txt)
     execute_process(COMMAND ${selftest} OUTPUT_VARIABLE said RESULT_VARIABLE result)
