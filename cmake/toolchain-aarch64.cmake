@@ -6,7 +6,9 @@ set(CMAKE_SYSTEM_PROCESSOR aarch64)
 
 set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
+set(CMAKE_OBJCOPY aarch64-linux-gnu-objcopy)
 set(CMAKE_OBJDUMP aarch64-linux-gnu-objdump)
+set(CMAKE_READELF aarch64-linux-gnu-readelf)
 
 # The folder of the other processor's C library: nothing that the compiling machine has is linked by mistake.
 set(CMAKE_FIND_ROOT_PATH /usr/aarch64-linux-gnu)
