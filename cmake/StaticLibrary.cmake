@@ -20,7 +20,7 @@ else()
     file(CONFIGURE OUTPUT ${folder}/names.txt CONTENT "${names}\n")
     add_custom_command(OUTPUT ${folder}/vastrelline.o
         COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -Wl,--force-group-allocation -o ${folder}/all.o ${objects}
-        COMMAND ${CMAKE_OBJCOPY} --keep-global-symbols=${folder}/names.txt ${folder}/all.o ${folder}/vastrelline.o
+        COMMAND ${CMAKE_OBJCOPY} --strip-debug --keep-global-symbols=${folder}/names.txt ${folder}/all.o ${folder}/vastrelline.o
         DEPENDS ${objects} ${folder}/names.txt COMMAND_EXPAND_LISTS VERBATIM)
     add_library(vastrelline_archive STATIC ${folder}/vastrelline.o)
     set_target_properties(vastrelline_archive PROPERTIES LINKER_LANGUAGE CXX)
