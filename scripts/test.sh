@@ -11,7 +11,8 @@ scripts/install-dependencies.sh build test
 options=()
 if [[ "$preset" == release ]]; then
     # What they need was just installed: they are not left out.
-    options=(-DVASTRELLINE_BROWSER_TESTS=ON -DVASTRELLINE_PYTHON_TESTS=ON -DVASTRELLINE_LANGUAGE_TESTS=ON)
+    options=(-DVASTRELLINE_BROWSER_TESTS=ON -DVASTRELLINE_PYTHON_TESTS=ON -DVASTRELLINE_LANGUAGE_TESTS=ON
+        -DVASTRELLINE_ARCHIVE_TESTS=ON)
 fi
 cmake --preset "$preset" "${options[@]}"
 cmake --build --preset "$preset"

@@ -205,7 +205,7 @@ class BindingTest(unittest.TestCase):
         wheel, = (project / "dist").glob("*.whl")
         self.assertRegex(wheel.name, r"^vastrelline-[0-9a-z.]+-py3-none-linux_")
         zipfile.ZipFile(wheel).extractall(self.folder / "installed")
-        done = self.python("import vastrelline; print(vastrelline.library_path(), vastrelline.exposure().is_low)",
+        done = self.python("import vastrelline.archive; print(vastrelline.library_path(), vastrelline.exposure().is_low)",
                            VASTRELLINE_LIBRARY="", PYTHONPATH=str(self.folder / "installed"))
         inside = self.folder / "installed" / "vastrelline" / "libvastrelline.so.1"
         self.assertEqual(done.stdout, f"{inside} False\n", done.stderr)
