@@ -60,6 +60,7 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOC
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/bindings DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT examples
     PATTERN README.md EXCLUDE
     PATTERN .npmrc EXCLUDE
+    PATTERN py.typed EXCLUDE
     # What trying them leaves behind.
     PATTERN node_modules EXCLUDE
     PATTERN __pycache__ EXCLUDE
