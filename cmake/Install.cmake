@@ -2,7 +2,7 @@
 #
 # The install tree: header, shared library, CMake package (target vastrelline::vastrelline), pkg-config file. Its parts
 # can be installed alone by `cmake --install --component`: runtime (the library), development, tools, docs, examples,
-# licences, and python where VASTRELLINE_PYTHON asks for it.
+# licences, and python where VASTRELLINE_PYTHON_MODULE asks for it.
 include(CMakePackageConfigHelpers)
 
 install(FILES ${PROJECT_SOURCE_DIR}/include/vastrelline.h ${PROJECT_SOURCE_DIR}/bindings/cpp/vastrelline.hpp
