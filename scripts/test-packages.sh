@@ -23,8 +23,10 @@ suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 base=build/clean-root.tar
 if [[ ! -e "$base" || "$(cat "$base.holds" 2>/dev/null)" != "$suite $included $fetched" ]]; then
     # The main archive alone: where another one is being renewed, its lists fit no package.
+    # shellcheck disable=SC2016 # apt-get expands it
     archive=$(apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
         'Created-By: Packages' 'Component: main' 'Label: Debian' "Codename: $suite" | head -n 1)
+    # shellcheck disable=SC2016 # mmdebstrap runs it
     "${asRoot[@]}" mmdebstrap --quiet --mode=root --variant=minbase --dpkgopt=force-unsafe-io \
         --include="$included" --skip=cleanup/apt --customize-hook='chroot "$1" apt-get clean' \
         --customize-hook='chroot "$1" apt-get install -qq --yes --no-install-recommends --download-only \
@@ -37,7 +39,7 @@ root=$(mktemp -d)
 trap '"${asRoot[@]}" rm -rf "$root"' EXIT
 "${asRoot[@]}" tar --extract --file="$base" --directory="$root"
 "${asRoot[@]}" mkdir -p "$root/packages"
-"${asRoot[@]}" cp --parents tests/package/{in_clean_root.sh,check_pages.py} scripts/doc_links.py "$root/packages"
+"${asRoot[@]}" cp --parents tests/package/{in_clean_root.sh,check_pages.py,check_sbom.py} scripts/doc_links.py "$root/packages"
 "${asRoot[@]}" cp out/packages/*.deb "$root/packages"
 [[ ! -e /etc/resolv.conf ]] || "${asRoot[@]}" cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 # shellcheck disable=SC2016

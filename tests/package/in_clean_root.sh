@@ -49,6 +49,8 @@ expectSame() {
     echo "$1: $(hashOf "$1.raw" | cut -d ' ' -f 1)"
 }
 
+python3 -B /packages/tests/package/check_sbom.py /usr/share/doc/vastrelline/vastrelline.spdx.json readelf \
+    /usr/lib/*/libvastrelline.so.1 /usr/include/vastrelline.h /usr/bin/vastrelline
 python3 -B /packages/tests/package/check_pages.py /usr/share/doc/vastrelline /usr
 examples=/usr/share/doc/vastrelline/examples
 cmake -S $examples -B by_package -DCMAKE_BUILD_TYPE=Release >/dev/null
@@ -83,12 +85,13 @@ bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader v
 echo "taken away"
 cd /
 rm -r /tmp/work
-packages=(libvastrelline1 libvastrelline-dev vastrelline-tools python3-vastrelline)
+mapfile -t packages < <(dpkg-query -W -f '${Package}\n' '*vastrelline*')
+[[ ${#packages[@]} -ge 4 ]] || fail "only ${packages[*]} were installed"
 strangers=$(dpkg -L "${packages[@]}" | while read -r path; do [[ -d "$path" ]] || echo "$path"; done |
-    grep -v vastrelline || true)
+    grep -v -e vastrelline -e ^/usr/lib/debug/ || true)
 [[ -z "$strangers" ]] || fail "the packages hold files that none would look for: $strangers"
 apt-get purge -qq --yes "${packages[@]}" >/dev/null
 # The reader of manual pages keeps what it has shown.
-left=$(find / -xdev -path /packages -prune -o -path /var/cache/man -prune -o -path /proc -prune -o -path /sys -prune -o -path '*vastrelline*' -print)
+left=$(find / -xdev -path /packages -prune -o -path /var/cache/man -prune -o -path /proc -prune -o -path /sys -prune -o \( -path '*vastrelline*' -o -path /usr/lib/debug/\*.debug \) -print)
 [[ -z "$left" ]] || fail "left behind: $left"
 ! ldconfig -p | grep vastrelline || fail "the loader's table still has the library"
