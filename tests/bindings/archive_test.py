@@ -538,6 +538,21 @@ class ArchiveTest(unittest.TestCase):
         (self.mark / "open").touch()
         self.assertEqual((code, summary["exit"], words), (130, 130, "cancelled\n"))
         self.assertGreater(summary["left"], 0)
+        # The worker goes on with the frame that it has. Nobody waits for it, and it leaves nothing.
+        waitFor("the end of the tool", lambda: not pathlib.Path(f"/proc/{self.waiting().split()[1]}").exists())
+        waitFor("a tidy folder", lambda: not list(self.target.glob(".*")))
+        self.assertFalse((self.target / "gate_96x128.raw").exists())
+
+    def test_the_interrupt_of_a_terminal_gives_one_word(self):
+        self.take(2, "gate_96x128.raw")
+        started = self.start("--jobs", "1", "--tool", self.wrapper, scheduler=False)
+        waitFor("a frame", self.waiting)
+        os.killpg(started.process.pid, signal.SIGINT)  # to all that it started, too
+        started.process.wait(LIMIT_SECONDS)
+        (self.mark / "open").touch()
+        code, _, summary, words = self.finish(started)
+        self.assertEqual((code, summary["exit"], words), (130, 130, "cancelled\n"))
+        self.assertEqual(summary["left"], 2 - summary["done"])
 
     def test_wrong_use_is_one_line(self):
         done = subprocess.run([sys.executable, "-m", "vastrelline.archive", "scans"], capture_output=True, text=True,

@@ -82,7 +82,8 @@ def main() -> int:
 def make_parser() -> Parser:
     parser = Parser(prog="python3 -m vastrelline.archive", epilog=EXIT_CODES, allow_abbrev=False,
                     formatter_class=argparse.RawDescriptionHelpFormatter,
-                    description="Process a folder of frames with one section of a profile, over a Dask cluster.")
+                    description="Process a folder of frames with one section of a profile, over a Dask cluster.",
+                    usage="%(prog)s SOURCE TARGET --profile PROFILE --section SECTION [OPTIONS]")
     parser.add_argument("source", metavar="SOURCE", help="folder of frames, also in folders below it")
     parser.add_argument("target", metavar="TARGET", help="folder of the results; it is made if it is missing")
     parser.add_argument("--profile", required=True, metavar="PROFILE", help="the profile file; it stays as it is")

@@ -3,8 +3,11 @@
 
 from __future__ import annotations
 
+import contextlib
 import os
 import shutil
+import signal
+import threading
 import time
 from dataclasses import dataclass, field
 from typing import Callable
@@ -16,7 +19,8 @@ from ._words import INPUT, OUTPUT, PROCESSING, WELL, WRONG_USE, ArchiveError, re
 
 FORMATS = ("png", "bmp", "pgm", "tif", "raw")
 RUN_MARK = b".archive-"
-LOOK_SECONDS = 1.0  # how often the workers are counted while nothing comes in
+LOOK_SECONDS = 1.0  # how often the workers are counted
+FETCH_SECONDS = 30.0  # for the few words of a worker about a frame
 
 
 @dataclass
@@ -110,7 +114,7 @@ def run(wishes: Wishes, summary: Summary) -> Summary:
                     summary.seconds = time.monotonic() - start
                     work.end()
         finally:
-            # A late attempt of a worker that was given up finds no folder, and publishes nothing any more.
+            # By this a worker that is late knows that nobody waits for it, and publishes nothing any more.
             shutil.rmtree(folder, ignore_errors=True)
             if summary.workers > 0:
                 _write_hashes(manifest, summary)
@@ -136,6 +140,7 @@ class _Work:
                      "probeSize": wishes.size or (96, 128)}
         self._flying: dict = {}  # futures, with the frame's number, how often it may still fail, and the job
         self._seen = time.monotonic()  # when there last was a worker
+        self._asked, self._threads = float("-inf"), 1
 
     def identify(self) -> None:
         """All workers make the same results, or nothing begins."""
@@ -181,7 +186,11 @@ class _Work:
             pass
 
     def _width(self) -> int:
-        return 2 * max(1, sum(worker["nthreads"] for worker in self._workers().values()))
+        # The answer of a large cluster is long.
+        if time.monotonic() - self._asked >= LOOK_SECONDS:
+            self._threads = sum(worker["nthreads"] for worker in self._workers().values())
+            self._asked = time.monotonic()
+        return 2 * max(1, self._threads)
 
     def _workers(self) -> dict:
         return self._client.scheduler_info().get("workers", {})  # without a scheduler there is no such field
@@ -239,7 +248,9 @@ class _Work:
 
     def _take(self, future, function, job: dict, frame: ListedFrame, retries: int) -> None:
         told = self._result(future, job)
-        if told is None:
+        if told is None:  # not yet, or never
+            if not self._summary.error:
+                self._flying[future] = (function, job, frame, retries)
             return
         if function is _worker.check:
             if not told.get("same"):
@@ -262,11 +273,13 @@ class _Work:
     def _result(self, future, job: dict) -> dict | None:
         """What the worker says; where none could, what Dask says."""
         try:
-            return future.result(timeout=self._wishes.wait_seconds)
+            return future.result(timeout=FETCH_SECONDS)
         except self._distributed.scheduler.KilledWorker as error:
             what, remedy = f"{error.args[1] if len(error.args) > 1 else 'a worker'} and others died while they had it", ""
             attempts = sum(leaf.startswith(b"%d-" % job["number"]) for leaf in os.listdir(job["run"]))
-        except (self._distributed.CancelledError, self._distributed.TimeoutError, OSError):
+        except self._distributed.TimeoutError:
+            return None  # the worker that held it has died: another one makes it again
+        except (self._distributed.CancelledError, OSError):
             self._give_up(ArchiveError(PROCESSING, self._summary.scheduler, "the scheduler is gone",
                                        "start it again and go on with --resume"))
             return None
@@ -360,6 +373,18 @@ def _make_folder(wishes: Wishes, profile: bytes) -> bytes:
     return folder
 
 
+@contextlib.contextmanager
+def _interrupts_for_us_alone():
+    """What is started inside does not hear the terminal's interrupt: the coordinator ends it in its turn."""
+    is_main = threading.current_thread() is threading.main_thread()  # Python lets no other one set signals
+    before = signal.signal(signal.SIGINT, signal.SIG_IGN) if is_main else None
+    try:
+        yield
+    finally:
+        if is_main:
+            signal.signal(signal.SIGINT, before)
+
+
 class _connect:
     """A client of the named scheduler, or of one with workers on this machine for as long as the work takes."""
 
@@ -370,12 +395,15 @@ class _connect:
     def __enter__(self):
         address = self._wishes.scheduler
         if not address:
-            self._cluster = self._distributed.LocalCluster(
-                n_workers=self._wishes.jobs or os.cpu_count(), threads_per_worker=1, processes=True, host="127.0.0.1",
-                dashboard_address="127.0.0.1:0", silence_logs=50)
+            with _interrupts_for_us_alone():
+                self._cluster = self._distributed.LocalCluster(
+                    n_workers=self._wishes.jobs or os.cpu_count(), threads_per_worker=1, processes=True,
+                    host="127.0.0.1", dashboard_address="127.0.0.1:0", silence_logs=50)
         try:
             self._client = self._distributed.Client(self._cluster or address, timeout=10, set_as_default=False)
         except (OSError, ValueError, self._distributed.TimeoutError) as error:
+            if self._cluster is not None:
+                self._cluster.close(timeout=10)
             raise ArchiveError(PROCESSING, address or "", "no scheduler answers there",
                                "start one by dask-scheduler, or leave --scheduler out for this machine alone") from error
         return self._client

@@ -51,6 +51,10 @@ class Manifest:
         except BlockingIOError as error:
             os.close(self._file)
             raise ArchiveError(OUTPUT, shown(folder), "another batch works in this folder", "wait for its end") from error
+        except OSError as error:
+            os.close(self._file)
+            raise ArchiveError(OUTPUT, shown(self.path), f"cannot be locked or read: {reason(error)}",
+                               "results go to a file system with locks") from error
         except BaseException:
             os.close(self._file)
             raise

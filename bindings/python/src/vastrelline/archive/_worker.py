@@ -103,11 +103,21 @@ def _process(job: dict, outcome: dict) -> None:
         draft, = (os.path.join(folder, leaf) for leaf in os.listdir(folder) if not leaf.endswith(b".jsonl"))
         outcome["result"] = _hash(draft)
         outcome.update({name: told[name] for name in ("width", "height", "elapsedMs", "findings")})
+        if not _is_wanted(job):
+            raise Fault(PROCESSING, _shown(job["frame"]), "came too late: the archive has ended", "")
         _publish(job, draft, outcome["result"])
     finally:
-        # The empty folder stays until the coordinator has heard of it: it counts the attempt.
-        for leaf in os.listdir(folder):
-            os.unlink(os.path.join(folder, leaf))
+        if _is_wanted(job):
+            # The empty folder stays until the coordinator has heard of it: it counts the attempt.
+            for leaf in os.listdir(folder):
+                os.unlink(os.path.join(folder, leaf))
+        else:
+            shutil.rmtree(job["run"], ignore_errors=True)  # the tool makes folders that are missing
+
+
+def _is_wanted(job: dict) -> bool:
+    """Whether the coordinator is still there: at its end it takes the folder of its run away."""
+    return os.path.isfile(_profile(job))
 
 
 def _begin_attempt(job: dict, outcome: dict) -> bytes:
