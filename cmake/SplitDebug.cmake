@@ -12,7 +12,9 @@ endif()
 # Has the objects say where their code comes from. Neither code nor data change.
 function(add_debug_lines objects)
     if(VASTRELLINE_HAS_DEBUG_FILE)
-        target_compile_options(${objects} PRIVATE -g1)
+        # GCC notes the places of some calls otherwise where these warnings are off, and the library's check sum of the file
+        # would be another one for users than for developers.
+        target_compile_options(${objects} PRIVATE -g1 -Wall)
     endif()
 endfunction()
 
