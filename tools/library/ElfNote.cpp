@@ -25,11 +25,17 @@ constexpr uint64_t kNoteSegment = 4;
 
 uint64_t RoundUp(uint64_t size, uint64_t step) { return (size + step - 1) / step * step; }
 
+// A library has a handful of notes; segments without number over the same bytes would take hours.
+constexpr int kMostNotes = 10000;
+
 // Walks the notes of one segment.
-std::optional<std::string> FindInSegment(const ByteView& notes, uint64_t step, std::string_view owner) {
+//
+// left   how many may still be looked at
+std::optional<std::string> FindInSegment(const ByteView& notes, uint64_t step, std::string_view owner,
+                                         int& left) {
     constexpr uint64_t kHeadBytes = 12;
     uint64_t at = 0;
-    while (at < notes.Size()) {
+    while (at < notes.Size() && left-- > 0) {
         const std::optional<uint64_t> ownerBytes = notes.Number(at, 4);
         const std::optional<uint64_t> textBytes = notes.Number(at + 4, 4);
         if (!ownerBytes || !textBytes) return std::nullopt;
@@ -38,7 +44,7 @@ std::optional<std::string> FindInSegment(const ByteView& notes, uint64_t step, s
         const std::optional<ByteView> name = notes.Piece(ownerAt, *ownerBytes);
         const std::optional<ByteView> text = notes.Piece(textAt, *textBytes);
         if (!name || !text) return std::nullopt;
-        if (name->Text() == std::string(owner) + '\0') {
+        if (name->Size() == owner.size() + 1 && name->Text() == std::string(owner) + '\0') {
             std::string found = text->Text();
             found.resize(std::min(found.find('\0'), found.size()));
             return found;
@@ -65,7 +71,8 @@ std::optional<std::string> FindElfNote(std::span<const uint8_t> file, std::strin
     const std::optional<uint64_t> rowSize = view.Number(layout.rowSizePlace, 2);
     const std::optional<uint64_t> rows = view.Number(layout.rowSizePlace + 2, 2);
     if (!table || !rowSize || !rows) return std::nullopt;
-    for (uint64_t row = 0; row < *rows; ++row) {
+    int left = kMostNotes;
+    for (uint64_t row = 0; row < *rows && left > 0; ++row) {
         if (*table > file.size()) return std::nullopt;
         const std::optional<ByteView> segment = view.Piece(*table + row * *rowSize, *rowSize);
         if (!segment) return std::nullopt;
@@ -76,7 +83,8 @@ std::optional<std::string> FindElfNote(std::span<const uint8_t> file, std::strin
         if (!offset || !size) continue;
         const std::optional<ByteView> notes = view.Piece(*offset, *size);
         if (!notes) continue;
-        if (std::optional<std::string> text = FindInSegment(*notes, align == 8U ? 8 : 4, owner)) return text;
+        if (std::optional<std::string> text = FindInSegment(*notes, align == 8U ? 8 : 4, owner, left))
+            return text;
     }
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "library/ElfNote.h"
@@ -49,6 +50,29 @@ TEST(ElfNote, OfABentFileIsTheOneOrNone) {
     }
     EXPECT_GT(found, 0);
     EXPECT_LT(found, 20000);
+}
+
+TEST(ElfNote, IsNotLookedForWithoutEnd) {
+    constexpr size_t kMany = 60000;
+    constexpr size_t kHead = 64;
+    constexpr size_t kRow = 56;
+    constexpr size_t kNote = 16;
+    MadeBytes file;
+    file.AppendText(std::string("\x7F") + "ELF\x02\x01");
+    file.Put(32, kHead, 8);
+    file.Put(54, kRow, 2);
+    file.Put(56, kMany, 2);
+    const size_t notes = kHead + kMany * kRow;
+    for (size_t row = 0; row < kMany; ++row) {  // each holds all notes
+        file.Put(kHead + row * kRow, 4, 4);
+        file.Put(kHead + row * kRow + 8, notes, 8);
+        file.Put(kHead + row * kRow + 32, kMany * kNote, 8);
+    }
+    for (size_t note = 0; note < kMany; ++note) {
+        file.Put(notes + note * kNote, 1, 4);
+        file.Put(notes + note * kNote + kNote - 1, 0, 1);
+    }
+    EXPECT_FALSE(FindElfNote(file.Bytes(), "owner"));
 }
 
 }  // namespace
