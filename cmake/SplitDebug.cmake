@@ -29,9 +29,10 @@ function(split_debug_lines library)
     if(WIN32)
         set(strip --strip-debug)
     endif()
+    # The time in a DLL stays what the linker wrote, none: objcopy would write the hour.
     add_custom_command(TARGET ${library} POST_BUILD VERBATIM
-        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${file} ${file}.debug
-        COMMAND ${CMAKE_OBJCOPY} ${strip} --add-gnu-debuglink=${file}.debug ${file})
+        COMMAND ${CMAKE_OBJCOPY} --preserve-dates --only-keep-debug ${file} ${file}.debug
+        COMMAND ${CMAKE_OBJCOPY} --preserve-dates ${strip} --add-gnu-debuglink=${file}.debug ${file})
     set(folder ${CMAKE_INSTALL_LIBDIR})
     if(WIN32)
         set(folder ${CMAKE_INSTALL_BINDIR})
