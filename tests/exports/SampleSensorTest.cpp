@@ -12,6 +12,7 @@
 
 #include "config/SensorSettings.h"
 #include "support/Frames.h"
+#include "support/KeptDoseRecord.h"
 #include "support/MaskFrames.h"
 #include "support/ProfileFolder.h"
 #include "support/ShownMessages.h"
@@ -73,6 +74,7 @@ protected:
 
 private:
     Frame input_{0, 0};
+    KeptDoseRecord record_;
     ProfileFolder folder_;
 };
 
