@@ -17,7 +17,7 @@ fi
 # clang reads the sources without flags it does not know, and those of Windows with the headers of the cross compiler.
 for preset in release windows; do
     mkdir -p build/tidy-$preset
-    sed 's/ -fno-keep-inline-dllexport//; s/ -fno-ipa-icf//; s/ -fno-ipa-ra//' build/$preset/compile_commands.json \
+    sed 's/ -fno-keep-inline-dllexport//; s/ -fno-ipa-icf//; s/ -fno-ipa-ra//; s/ -fno-gnu-unique//' build/$preset/compile_commands.json \
         >build/tidy-$preset/compile_commands.json
 done
 cxxHeaders=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
