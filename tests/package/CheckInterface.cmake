@@ -16,7 +16,7 @@ endfunction()
 compare(${BASELINE} code)
 if(NOT code EQUAL 0)
     message(FATAL_ERROR "The interface has changed. Hosts that were built before it would break, or miss what is new; "
-        "where that is meant, write the baseline by scripts/write-interface.sh, and for what is gone or of another shape "
+        "where it should, write the baseline by scripts/write-interface.sh, and for what is gone or of another shape "
         "give the library another soname.\n${said}")
 endif()
 
