@@ -13,9 +13,10 @@
  *           convention only. Sizes and codes are of 32 bits, switches of 8. SensorGeometry is ten 32-bit
  *           numbers, 40 bytes without gaps.
  * Changes   all processing functions but ImageProcessingCR change their input, also where they fail: hand
- *           over a copy where the raw frame is to be kept. The configured family writes the sensor's ten
- *           values into the profile, and logs appear beside it: hand over a profile of the host's own, in a
- *           folder that it may write to.
+ *           over a copy where the raw frame is to be kept. The configured family, which is the calls with a
+ *           PROCMODE of 2 and those of ImageProcessingS and ImageProcessing_NS with 3, writes the sensor's
+ *           ten values into the profile, and logs appear beside it: hand over a profile of the host's own,
+ *           in a folder that it may write to.
  * Text      terminated narrow text. On Windows in the code page of the calling thread
  *           (ImageProcessing_NS: UTF-8); elsewhere UTF-8, where bytes that are no valid UTF-8 reach the
  *           file system as they are. On POSIX systems '/' and '\' both separate folders. A null pointer
@@ -38,14 +39,16 @@
  *           "Wrong parameters of round-corner mask" comes where Rotation and Flip of the sensor's
  *           geometry are known and its corner sizes do not fit the full frame: RCCutOff above half of the
  *           smaller side (rounded down), or RCCutOffR above that side; so any size above 0 as long as
- *           FrameWidth or FrameHeight is 0. Without a profile of the sensor's own that is every call of
- *           the configured family but the first on a profile. The call goes on: the exposure curve counts
- *           dark corners as if they were object, later steps look for them in the frame. Give the full values
- *           in the sensor's own profile (such as profiles/sensor/Brindmap.ini) or as the caller's geometry;
- *           where nobody knows them, a Rotation of -10.
+ *           FrameWidth or FrameHeight is 0. Without a profile of the sensor's own the first call of the
+ *           configured family writes such values into the profile and shows nothing; every later call with
+ *           that profile shows the message, whatever its PROCMODE, but ImageProcessingCR and calls with a
+ *           geometry of the caller's. The call goes on: the exposure curve counts dark corners as if they
+ * were object, later steps look for them in the frame. Give the full values in the sensor's own profile (such
+ * as profiles/sensor/Brindmap.ini) or as the caller's geometry; where nobody knows them, a Rotation of -10.
  *           The figures of the exposure decision come with a PROCMODE of 3 where the section has an
  *           MSGBOX_ENABLE other than 0.
- *           (A third, "No Image to Save !", comes where memory runs out while a bitmap is made.)
+ *           A third, "No Image to Save !", cannot be kept away from a call that saves a bitmap, its own or
+ *           that of a backup: it comes where memory runs out before the bitmap is written.
  * Failures  no call throws or ends the process; every processing call returns one of the codes below. Logs,
  *           dumps and curve files that cannot be written change neither code nor pixels.
  *
@@ -158,7 +161,8 @@ VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing(uint16_t* input, uint16
  * frame through a fixed sequence with the keys of section "IP_LOWMODE", any other through the section's list.
  *
  * geometry   the geometry of this frame, or null for the profile's; read only. It tells where the sensor's
- *            rounded corners lie. The fixed chain takes the profile's all the same
+ *            rounded corners lie. The fixed chain fills the corners of the profile's all the same, and says
+ *            so where their sizes are wrong
  *
  * Returns 0, 1, 2, 3, 4 or 6.
  */
@@ -173,7 +177,9 @@ VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessingS(uint16_t* input, uint1
  * bitmapPath   where the bitmap goes; empty or null: the frame is processed and nothing is saved
  *
  * Returns 0, 1, 2, 4, 5 or 6. The bitmap shows levels 0..4095 in 256 greys; it appears under its name only
- * when it is whole, and replaces a file that was there.
+ * when it is whole, and replaces a file that was there. Where memory runs out before it is written, an empty
+ * file takes its place, also that of a bitmap that was there: the result is 5, and "No Image to Save !"
+ * comes.
  */
 VASTRELLINE_API int32_t VASTRELLINE_CALL ImageProcessing_N(uint16_t* input, int32_t width, int32_t height,
                                                            const char* iniPath, const char* sectionName,

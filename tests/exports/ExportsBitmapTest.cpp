@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -13,6 +14,7 @@
 
 #include "support/BackupNames.h"
 #include "support/BitmapFile.h"
+#include "support/FailingMemory.h"
 #include "support/FrameMatcher.h"
 #include "support/Frames.h"
 #include "support/ProcessingExports.h"
@@ -116,6 +118,34 @@ TEST_P(BitmapExportTest, BitmapThatCannotBeSavedIsCode5) {
     EXPECT_TRUE(std::filesystem::is_empty(Folder().At("folder")));
     EXPECT_THAT(Folder().Files(), ElementsAre("folder", "kept.bmp"));
     EXPECT_THAT(ShownMessages::Take(), Each(IsAboutTheCorners()));
+}
+
+// Wherever memory runs out, what stands under the name goes with the code.
+TEST_P(BitmapExportTest, ShortMemoryForTheBitmapLeavesAnEmptyFileAndAMessage) {
+    const std::string path = Folder().Narrow("a.bmp");
+    WriteBytes(Folder().At("a.bmp"), "old");
+    int32_t code = 0;
+    int emptyFiles = 0;
+    SweepMemory([&] { code = Save(path); },
+                [&](int64_t n, bool hasThrown) {
+                    SCOPED_TRACE(n);
+                    const bool isEmpty = ReadBytes(Folder().At("a.bmp")).empty();
+                    const auto messages = ShownMessages::Take();
+                    EXPECT_EQ(std::count_if(messages.begin(), messages.end(),
+                                            [](const ShownMessages::Message& message) {
+                                                return message.text == L"No Image to Save !";
+                                            }),
+                              isEmpty ? 1 : 0);
+                    if (isEmpty) {
+                        ++emptyFiles;
+                        EXPECT_EQ(code, VASTRELLINE_NO_BITMAP);
+                    }
+                    if (hasThrown || code == VASTRELLINE_INTERNAL_FAILURE) {
+                        EXPECT_EQ(ReadBytes(Folder().At("a.bmp")), "old");
+                    }
+                    WriteBytes(Folder().At("a.bmp"), "old");
+                });
+    EXPECT_GT(emptyFiles, 0);
 }
 
 TEST_P(BitmapExportTest, CodeOfAFailedRunStaysAndNoBitmapIsMade) {

@@ -24,6 +24,7 @@ namespace vastrelline {
 namespace {
 
 constexpr int32_t kRadius = 150;
+constexpr std::array<size_t, 6> kSilent{};
 
 // Flat, and 0 where the sensor has no pixels.
 Frame FrameOfTheSensor() {
@@ -48,26 +49,38 @@ protected:
     void WriteSection(const std::string& mode) {
         ProfileWriter writer;
         writer.Section("General").Key("PROCMODE", mode).Key("INTRAORAL_MASK", "1");
+        writer.Section("Fixed").Key("PROCMODE", "1").Key("INTRAORAL_MASK", "1");
         writer.WriteTo(folder_.At("profile.ini"));
     }
 
-    // Calls of every processing function, one after the other on the same profile.
-    void CallAll() {
+    // Calls of every processing function, one after the other on the same profile. Gives how often each said
+    // that the corners are wrong; nothing else is said.
+    std::array<size_t, 6> CallAll(const char* section = "General", const SensorGeometry* geometry = nullptr) {
+        const ShownMessages messages;
         const std::string profile = folder_.Profile();
         const std::string bitmap = folder_.Narrow("picture.bmp");
         Frame output(1300, 1668);
         std::array<int32_t, 6> codes{};
+        std::array<size_t, 6> counts{};
+        size_t call = 0;
         const auto input = [this] { return (input_ = FrameOfTheSensor()).Data(); };
-        codes[0] = ImageProcessing(input(), output.Data(), 1300, 1668, profile.c_str(), "General", 0, 0);
-        codes[1] =
-            ImageProcessingS(input(), output.Data(), 1300, 1668, profile.c_str(), "General", 0, 0, nullptr);
-        codes[2] = ImageProcessing_N(input(), 1300, 1668, profile.c_str(), "General", 0, 0, bitmap.c_str());
-        codes[3] = ImageProcessing_NS(input(), 1300, 1668, profile.c_str(), "General", 0, 0, bitmap.c_str(),
-                                      nullptr);
-        codes[4] =
-            ImageProcessing_NE(input(), 1300, 1668, profile.c_str(), "General", 0, 0, bitmap.c_str(), "", 0);
-        codes[5] = ImageProcessingCR(input(), output.Data(), 1300, 1668, profile.c_str(), "General");
+        const auto note = [&](int32_t code) {
+            codes[call] = code;
+            for (const ShownMessages::Message& message : ShownMessages::Take()) {
+                EXPECT_EQ(message.text, L"Wrong parameters of round-corner mask");
+                ++counts[call];
+            }
+            ++call;
+        };
+        note(ImageProcessing(input(), output.Data(), 1300, 1668, profile.c_str(), section, 0, 0));
+        note(ImageProcessingS(input(), output.Data(), 1300, 1668, profile.c_str(), section, 0, 0, geometry));
+        note(ImageProcessing_N(input(), 1300, 1668, profile.c_str(), section, 0, 0, bitmap.c_str()));
+        note(ImageProcessing_NS(input(), 1300, 1668, profile.c_str(), section, 0, 0, bitmap.c_str(),
+                                geometry));
+        note(ImageProcessing_NE(input(), 1300, 1668, profile.c_str(), section, 0, 0, bitmap.c_str(), "", 0));
+        note(ImageProcessingCR(input(), output.Data(), 1300, 1668, profile.c_str(), section));
         EXPECT_EQ(codes, (std::array<int32_t, 6>{}));
+        return counts;
     }
 
     const ProfileFolder& Folder() const { return folder_; }
@@ -82,27 +95,53 @@ TEST_F(SampleSensorTest, GivesNoMessage) {
     Folder().Sensor().WritePlain(SampleText());
     for (const char* mode : {"1", "2", "3"}) {
         WriteSection(mode);
-        const ShownMessages messages;
-        CallAll();
-        EXPECT_EQ(ShownMessages::Count(), 0U) << "PROCMODE " << mode;
+        EXPECT_EQ(CallAll(), kSilent) << "PROCMODE " << mode;
     }
 }
 
 TEST_F(SampleSensorTest, GivesNoMessageWithAnUnknownRotationEither) {
     Folder().Sensor().WritePlain("[Settings]\r\nRotation=-10\r\n");
     WriteSection("2");
-    const ShownMessages messages;
-    CallAll();
-    EXPECT_EQ(ShownMessages::Count(), 0U);
+    EXPECT_EQ(CallAll(), kSilent);
 }
 
+// What the first call of the configured family leaves in the profile is of no size, and the exposure curve of
+// every function but that for frames without corners reads it, whatever chain comes behind.
 TEST_F(SampleSensorTest, IsMissedByEveryCallButTheFirstOnAProfile) {
     WriteSection("2");
-    const ShownMessages messages;
-    CallAll();
-    EXPECT_GT(ShownMessages::Count(), 0U);
-    for (const ShownMessages::Message& message : ShownMessages::Take())
-        EXPECT_EQ(message.text, L"Wrong parameters of round-corner mask");
+    EXPECT_EQ(CallAll(), (std::array<size_t, 6>{0, 1, 1, 1, 1, 0}));
+    EXPECT_EQ(CallAll(), (std::array<size_t, 6>{1, 1, 1, 1, 1, 0}));
+    EXPECT_EQ(CallAll("Fixed"), (std::array<size_t, 6>{1, 1, 1, 1, 1, 0}));
+}
+
+// A PROCMODE of 3 is of that family where the function can decide: not in the first call, which so leaves the
+// second one silent, too.
+TEST_F(SampleSensorTest, IsMissedFromTheFirstDecisionOn) {
+    WriteSection("3");
+    EXPECT_EQ(CallAll(), (std::array<size_t, 6>{0, 0, 1, 1, 1, 0}));
+}
+
+TEST_F(SampleSensorTest, IsNotMissedByTheFixedChainAlone) {
+    WriteSection("1");
+    for (int round = 0; round < 2; ++round) EXPECT_EQ(CallAll(), kSilent);
+}
+
+TEST_F(SampleSensorTest, IsNotMissedWhereTheCallerHasTheGeometry) {
+    constexpr SensorGeometry kTrue{0, 0, kRadius, kRadius, 1300, 1668, 0, 0, 0, 0};
+    WriteSection("2");
+    EXPECT_EQ(CallAll("General", &kTrue), (std::array<size_t, 6>{0, 0, 1, 0, 1, 0}));
+    EXPECT_EQ(CallAll("Fixed", &kTrue), (std::array<size_t, 6>{1, 0, 1, 0, 1, 0}));
+}
+
+// Sizes that do not fit the very frame are met twice, by the exposure curve and by the fill of the corners.
+// That of the fixed chain looks into the profile also where the caller has the geometry.
+TEST_F(SampleSensorTest, WithWrongCornersIsMetByTheFillOfTheCornersToo) {
+    constexpr SensorGeometry kTrue{0, 0, kRadius, kRadius, 1300, 1668, 0, 0, 0, 0};
+    Folder().Sensor().WritePlain(
+        "[Settings]\r\nRCCutOff=651\r\nRCCutOffR=150\r\nFrameWidth=1300\r\nFrameHeight=1668\r\n");
+    WriteSection("2");
+    EXPECT_EQ(CallAll("General", &kTrue), (std::array<size_t, 6>{1, 0, 2, 0, 2, 0}));
+    EXPECT_EQ(CallAll("Fixed", &kTrue), (std::array<size_t, 6>{2, 1, 2, 1, 2, 0}));
 }
 
 TEST_F(SampleSensorTest, HasTheCornersOfTheSensor) {
