@@ -5,6 +5,7 @@
 #include <string>
 
 #include "commands/JobsOption.h"
+#include "commands/LibraryOption.h"
 #include "commands/OutputEnding.h"
 #include "messages/ToolError.h"
 
@@ -43,10 +44,8 @@ void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
     command
         .add_option("--reason", options.reason, "With --update: why, for those who read the manifest later")
         ->type_name("TEXT");
-    command
-        .add_option("--library", options.library,
-                    "Another build of the library than the one that the tool is linked with")
-        ->type_name("LIBRARY");
+    AddLibraryOption(command, "Another build of the library than the one that the tool is linked with",
+                     "LIBRARY", options.library);
     AddJobsOption(command, "Runs that are made at a time, each in a process of its own", options.jobs);
     command
         .add_option_function<double>(

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/JsonObject.h"
+#include "commands/LibraryOption.h"
 #include "library/BuildNote.h"
 #include "library/LibraryFile.h"
 #include "messages/Messages.h"
@@ -24,8 +25,8 @@ std::string_view VersionCommand::Notes() const {
 }
 
 void VersionCommand::AddOptions(CLI::App& command) {
-    command.add_option("--library", library_, "Library to look at, in place of the one that the tool calls")
-        ->type_name("FILE");
+    AddLibraryOption(command, "Library to look at, in place of the one that the tool calls", "FILE",
+                     library_);
 }
 
 ExitCode VersionCommand::Execute(CommandContext& context) {

@@ -227,6 +227,7 @@ TEST_F(VerifyCommandTest, RefusesOptionsThatDoNotGoTogether) {
                                                     {"--jobs", "0"},
                                                     {"--timeout", "0"},
                                                     {"--junit", "p.ini", "--force"},
+                                                    {"--library", ""},
                                                     {"--section", "A"}})
         EXPECT_EQ(Verify(options, MustNotBeCalled).exitCode, 2) << options.front();
 }

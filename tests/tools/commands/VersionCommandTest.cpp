@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "ToolRun.h"
 #include "library/MadeLibraries.h"
@@ -36,6 +38,17 @@ TEST_F(VersionCommandTest, IsTheOptionWithWordsBehindIt) {
     EXPECT_EQ(RunTool({"--version", "--library", Library()}, MustNotBeCalled).report,
               RunTool({"version", "--library", Library()}, MustNotBeCalled).report);
     EXPECT_EQ(RunTool({"--version", "--libary", Library()}, MustNotBeCalled).exitCode, 2);
+}
+
+TEST_F(VersionCommandTest, RefusesAnEmptyName) {
+    for (const auto& words : {std::vector<std::string>{"version", "--library", ""},
+                              {"--version", "--library", ""},
+                              {"version", "--library="}}) {
+        const ToolRun run = RunTool(words, MustNotBeCalled);
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.report, "");
+        EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    }
 }
 
 TEST_F(VersionCommandTest, PrintsAnObject) {
