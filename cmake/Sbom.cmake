@@ -24,6 +24,10 @@ if(WIN32)
         __MINGW64_VERSION_MAJOR __MINGW64_VERSION_MINOR __MINGW64_VERSION_BUGFIX)
     set(parts "both|mingw-w64|${mingwVersion}|ZPL-2.1|STATIC_LINK"
         "both|winpthreads|${mingwVersion}|MIT AND BSD-3-Clause|STATIC_LINK")
+    if(VASTRELLINE_HARDENING)
+        # It ends a host whose canary was overwritten; Linux has that in its C library.
+        list(APPEND parts "both|libssp|${CMAKE_CXX_COMPILER_VERSION}|${runtimeLicence}|STATIC_LINK")
+    endif()
 else()
     set(link DYNAMIC_LINK)
     read_macro_version(libcVersion features.h __GLIBC__ __GLIBC_MINOR__)

@@ -2,10 +2,11 @@
 # SPDX-License-Identifier: Apache-2.0
 """Holds the bill of materials of a build against what was built.
 
-    check_sbom.py SBOM READELF LIBRARY HEADER [TOOL]
+    check_sbom.py SBOM READER LIBRARY HEADER [TOOL]
 
 The document is whole by the rules of SPDX 2.3 that a reader relies on, its files are these very files, and what it
-says is loaded by the library and the tool is what their files say.
+says is loaded by the library and the tool is what their files say. READER is readelf. For a DLL it is nm: what the
+document says is linked in is what the names of its functions say.
 """
 
 import hashlib
@@ -25,13 +26,27 @@ LOADED = {
     "vastrelline": r"libvastrelline\.so",
 }
 
+# Functions that come from one part only, as a DLL names them, with and without the underscore of 32 bits.
+LINKED = {
+    "libssp": r"_?__stack_chk_fail",
+    "libstdc++": r"_?_ZNSt9exceptionD2Ev",
+    "libgcc": r"_?_Unwind_(SjLj_)?RaiseException",
+    "winpthreads": r"_?pthread_mutex_lock",
+    "mingw-w64": r"_?_pei386_runtime_relocator",
+}
+
+
+def linked(nm, file):
+    names = subprocess.run([nm, file], check=True, capture_output=True, text=True).stdout
+    return set(re.findall(r" [Tt] (\S+)$", names, re.MULTILINE))
+
 
 def needed(readelf, file):
     dynamic = subprocess.run([readelf, "-dW", file], check=True, capture_output=True, text=True).stdout
     return re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic)
 
 
-def main(sbom, readelf, library, header, tool=None):
+def main(sbom, reader, library, header, tool=None):
     document = json.loads(pathlib.Path(sbom).read_text(encoding="utf-8"))
     faults = []
 
@@ -65,18 +80,29 @@ def main(sbom, readelf, library, header, tool=None):
     expect(document["packages"][0]["packageVerificationCode"]["packageVerificationCodeValue"] == code, "wrong code")
 
     ids = {package["SPDXID"]: package["name"] for package in document["packages"]}
+    def parts_of(name, link):
+        return {ids[relation["relatedSpdxElement"]] for relation in document["relationships"]
+                if ids.get(relation["spdxElementId"]) == name and relation["relationshipType"] == link}
+
     for name, file in (("vastrelline", library), ("vastrelline-tools", tool)):
-        if file is None:
+        if file is None or file.endswith((".dll", ".exe")):
             continue
-        told = {ids[relation["relatedSpdxElement"]] for relation in document["relationships"]
-                if ids.get(relation["spdxElementId"]) == name and relation["relationshipType"] == "DYNAMIC_LINK"}
-        loaded = needed(readelf, file)
-        expect(loaded, f"{file} loads nothing, so {readelf} was not understood")
+        told = parts_of(name, "DYNAMIC_LINK")
+        loaded = needed(reader, file)
+        expect(loaded, f"{file} loads nothing, so {reader} was not understood")
         for each in loaded:
             expect(any(re.match(LOADED.get(part, "-"), each) for part in told), f"{name} loads {each}, which is not told")
         for part in told:
             # libgcc is loaded by the standard library where no object asks for it.
             expect(part == "libgcc" or any(re.match(LOADED.get(part, "-"), each) for each in loaded), f"{name} loads no {part}")
+    if library.endswith(".dll"):
+        told = parts_of("vastrelline", "STATIC_LINK")
+        functions = linked(reader, library)
+        expect(told <= LINKED.keys(), f"nobody knows how to find {', '.join(told - LINKED.keys())}")
+        for part, pattern in LINKED.items():
+            holds = any(re.fullmatch(pattern, each) for each in functions)
+            expect(holds <= (part in told), f"{library} holds {part}, which is not told")
+            expect((part in told) <= holds, f"{library} holds no {part}")
     for fault in faults:
         print(f"{sbom}: {fault}", file=sys.stderr)
     return len(faults) > 0
