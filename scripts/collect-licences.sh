@@ -1,15 +1,28 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 #
-# Copies the licences of all that a Windows build links into library and tool, as the installed packages have them.
+# Makes a FOLDER of all licences that go along with a Windows build: Vastrelline's own with its notice, and those of
+# what is linked into library and tool, as the installed packages have them. The folder is there when it is whole; one
+# that holds something already is refused.
 #
 #     scripts/collect-licences.sh FOLDER
 set -euo pipefail
 
 folder=${1:?a folder}
-mkdir -p "$folder"
+folder=${folder%/}
+tree=$(cd "$(dirname "$0")/.." && pwd)
+if [[ -e "$folder" && (! -d "$folder" || -n "$(ls -A "$folder")") ]]; then
+    echo "$folder: there is something already; name a new folder" >&2
+    exit 1
+fi
+
+mkdir -p "$(dirname "$folder")"
+# Beside it, so that a rename is all that is left to do in the end.
+draft=$(mktemp -d "$folder.XXXXXX")
+trap 'rm -rf "$draft"' EXIT
+install -m 644 "$tree/LICENSE" "$tree/NOTICE" "$draft"
 while read -r name package; do
-    install -m 644 "/usr/share/doc/$package/copyright" "$folder/$name.txt"
+    install -m 644 "/usr/share/doc/$package/copyright" "$draft/$name.txt"
 done <<'END'
 gcc-runtime     gcc-mingw-w64-base
 mingw-w64       mingw-w64-common
@@ -17,4 +30,7 @@ zlib            libz-mingw-w64
 cli11           libcli11-dev
 nlohmann-json   nlohmann-json3-dev
 END
-install -m 644 /usr/share/common-licenses/GPL-3 "$folder/gpl-3.txt"
+install -m 644 /usr/share/common-licenses/GPL-3 "$draft/gpl-3.txt"
+chmod 755 "$draft"
+# Over an empty folder, or over none
+mv -T "$draft" "$folder"
