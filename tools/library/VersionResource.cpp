@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "library/VersionResource.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "library/ByteView.h"
 
@@ -55,63 +55,98 @@ std::optional<uint64_t> FindEntry(const ByteView& resources, uint64_t folder, st
     return std::nullopt;
 }
 
-// A text of 16-bit units up to a zero or the end. Units beyond the first plane stand in pairs.
+void AppendUtf8(std::string& text, uint32_t point) {
+    if (point < 0x80) {
+        text += static_cast<char>(point);
+    } else if (point < 0x800) {
+        text += {static_cast<char>(0xC0U | point >> 6U), static_cast<char>(0x80U | (point & 0x3FU))};
+    } else if (point < 0x10000) {
+        text += {static_cast<char>(0xE0U | point >> 12U), static_cast<char>(0x80U | (point >> 6U & 0x3FU)),
+                 static_cast<char>(0x80U | (point & 0x3FU))};
+    } else {
+        text +=
+            {static_cast<char>(0xF0U | point >> 18U), static_cast<char>(0x80U | (point >> 12U & 0x3FU)),
+             static_cast<char>(0x80U | (point >> 6U & 0x3FU)), static_cast<char>(0x80U | (point & 0x3FU))};
+    }
+}
+
+// A text of 16-bit units up to a zero or the end. Units beyond the first plane stand in pairs; half a pair is
+// shown as unknown.
 std::string TakeUtf16(const ByteView& text, uint64_t& at) {
+    constexpr uint32_t kUnknown = 0xFFFD;
     std::string result;
     uint32_t high = 0;
     while (const std::optional<uint64_t> unit = text.Number(at, 2)) {
         at += 2;
-        if (*unit == 0) break;
-        auto point = static_cast<uint32_t>(*unit);
-        if (point >= 0xD800 && point < 0xDC00) {
-            high = point;
+        const auto point = static_cast<uint32_t>(*unit);
+        const bool isLow = point >= 0xDC00 && point < 0xE000;
+        if (high != 0 && !isLow) AppendUtf8(result, kUnknown);
+        if (point == 0) return result;
+        if (isLow) {
+            AppendUtf8(result, high == 0 ? kUnknown : 0x10000 + ((high - 0xD800) << 10U) + (point - 0xDC00));
+            high = 0;
             continue;
         }
-        if (point >= 0xDC00 && point < 0xE000)
-            point = high == 0 ? 0xFFFD : 0x10000 + ((high - 0xD800) << 10U) + (point - 0xDC00);
-        high = 0;
-        if (point < 0x80) {
-            result += static_cast<char>(point);
-        } else if (point < 0x800) {
-            result += {static_cast<char>(0xC0U | point >> 6U), static_cast<char>(0x80U | (point & 0x3FU))};
-        } else if (point < 0x10000) {
-            result +=
-                {static_cast<char>(0xE0U | point >> 12U), static_cast<char>(0x80U | (point >> 6U & 0x3FU)),
-                 static_cast<char>(0x80U | (point & 0x3FU))};
-        } else {
-            result += {
-                static_cast<char>(0xF0U | point >> 18U), static_cast<char>(0x80U | (point >> 12U & 0x3FU)),
-                static_cast<char>(0x80U | (point >> 6U & 0x3FU)), static_cast<char>(0x80U | (point & 0x3FU))};
-        }
+        high = point >= 0xD800 && point < 0xDC00 ? point : 0;
+        if (high == 0) AppendUtf8(result, point);
     }
+    if (high != 0) AppendUtf8(result, kUnknown);
     return result;
 }
 
 uint64_t ToWholeWord(uint64_t at) { return (at + 3) / 4 * 4; }
 
-// A block holds a name, a value and further blocks; a string is one whose value is text. Collects the
-// strings.
-//
-// depth   of blocks around this one: version, kinds of information, tables, strings
-void CollectStrings(const ByteView& resource, uint64_t at, uint64_t end, int depth, Strings& strings) {
-    constexpr int kStringDepth = 3;
+// A block of a version resource: its length, that of its value, a kind, a name, the value, further blocks.
+struct Block {
+    std::string name;
+    bool hasValue;
+    uint64_t value;  // where it begins
+    uint64_t inner;  // where the further blocks begin
+    uint64_t end;
+};
+
+// The block at a place; none where it is not whole before `end`. Its length has 16 bits.
+std::optional<Block> ReadBlock(const ByteView& resource, uint64_t at, uint64_t end) {
     constexpr uint64_t kHeadBytes = 6;
-    while (at + kHeadBytes <= end) {
-        const std::optional<uint64_t> length = resource.Number(at, 2);
-        const std::optional<uint64_t> valueLength = resource.Number(at + 2, 2);
-        if (!length || !valueLength || *length < kHeadBytes || *length > end - at) return;
-        const std::optional<ByteView> whole = resource.Piece(0, at + *length);
-        if (!whole) return;
-        uint64_t inside = at + kHeadBytes;
-        const std::string name = TakeUtf16(*whole, inside);
-        inside = ToWholeWord(inside);
-        if (depth == kStringDepth) {
-            strings.emplace(name, *valueLength == 0 ? std::string() : TakeUtf16(*whole, inside));
-        } else {
-            CollectStrings(resource, ToWholeWord(inside + *valueLength), at + *length, depth + 1, strings);
-        }
-        at = ToWholeWord(at + *length);
+    const std::optional<uint64_t> length = resource.Number(at, 2);
+    const std::optional<uint64_t> valueLength = resource.Number(at + 2, 2);
+    if (!length || !valueLength || *length < kHeadBytes || at > end || *length > end - at)
+        return std::nullopt;
+    const std::optional<ByteView> whole = resource.Piece(0, at + *length);
+    if (!whole) return std::nullopt;
+    uint64_t inside = at + kHeadBytes;
+    std::string name = TakeUtf16(*whole, inside);
+    inside = ToWholeWord(inside);
+    return Block{std::move(name), *valueLength != 0, inside, ToWholeWord(inside + *valueLength),
+                 at + *length};
+}
+
+// Calls visit(block) for the blocks within another one, up to the first that is not whole.
+template <typename Visit>
+void VisitInner(const ByteView& resource, const Block& outer, Visit&& visit) {
+    uint64_t at = outer.inner;
+    while (const std::optional<Block> block = ReadBlock(resource, at, outer.end)) {
+        visit(*block);
+        at = ToWholeWord(block->end);
     }
+}
+
+// Version, kinds of information, tables, strings. A resource is one block of at most 64 KiB, whatever lies
+// behind it: so little is read of a file of any size.
+Strings CollectStrings(const ByteView& resource) {
+    Strings strings;
+    const std::optional<Block> version = ReadBlock(resource, 0, resource.Size());
+    if (!version || version->name != "VS_VERSION_INFO") return strings;
+    const auto take = [&](const Block& string) {
+        uint64_t at = string.value;
+        const std::optional<ByteView> whole = resource.Piece(0, string.end);
+        strings.emplace(string.name, string.hasValue && whole ? TakeUtf16(*whole, at) : std::string());
+    };
+    VisitInner(resource, *version, [&](const Block& kind) {
+        if (kind.name != "StringFileInfo") return;
+        VisitInner(resource, kind, [&](const Block& table) { VisitInner(resource, table, take); });
+    });
+    return strings;
 }
 
 }  // namespace
@@ -142,9 +177,7 @@ std::optional<Strings> FindVersionStrings(std::span<const uint8_t> file) {
     if (!dataAddress || !dataBytes) return std::nullopt;
     const std::optional<ByteView> data = AtAddress(view, *coff, *dataAddress, *dataBytes);
     if (!data) return std::nullopt;
-    Strings strings;
-    CollectStrings(*data, 0, data->Size(), 0, strings);
-    return strings;
+    return CollectStrings(*data);
 }
 
 }  // namespace vastrelline

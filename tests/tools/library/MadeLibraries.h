@@ -89,20 +89,12 @@ inline MadeBytes VersionBlock(std::u16string_view name, std::u16string_view text
     return block;
 }
 
-// A DLL of one section that holds a version resource of these strings.
-inline std::vector<uint8_t> MadeDll(bool isWide,
-                                    const std::vector<std::pair<std::u16string, std::u16string>>& strings) {
+// A DLL of one section that holds that version resource.
+inline std::vector<uint8_t> DllOf(bool isWide, const MadeBytes& version) {
     constexpr size_t kHeaders = 64;      // where they begin
     constexpr size_t kSection = 0x200;   // where the section begins in the file
     constexpr size_t kAddress = 0x3000;  // and in memory
     constexpr size_t kSubfolder = 0x80000000;
-    std::vector<MadeBytes> texts;
-    for (const auto& [name, text] : strings) texts.push_back(VersionBlock(name, text, {}));
-    const MadeBytes version =
-        VersionBlock(u"VS_VERSION_INFO", u"",
-                     {VersionBlock(u"VarFileInfo", u"", {}),
-                      VersionBlock(u"StringFileInfo", u"", {VersionBlock(u"040904B0", u"", texts)})});
-
     MadeBytes resources;  // folders of types, names and languages, the entry, the data
     const auto folder = [&resources](size_t at, const std::vector<std::pair<size_t, size_t>>& entries) {
         resources.Put(at + 14, entries.size(), 2);
@@ -138,6 +130,18 @@ inline std::vector<uint8_t> MadeDll(bool isWide,
     file.Put(kSection - 1, 0, 1);
     for (const uint8_t byte : resources.Bytes()) file.Append(byte, 1);
     return file.Bytes();
+}
+
+// The same of these strings, with the blocks that each such resource has.
+inline std::vector<uint8_t> MadeDll(bool isWide,
+                                    const std::vector<std::pair<std::u16string, std::u16string>>& strings) {
+    std::vector<MadeBytes> texts;
+    for (const auto& [name, text] : strings) texts.push_back(VersionBlock(name, text, {}));
+    return DllOf(
+        isWide,
+        VersionBlock(u"VS_VERSION_INFO", u"",
+                     {VersionBlock(u"VarFileInfo", u"", {}),
+                      VersionBlock(u"StringFileInfo", u"", {VersionBlock(u"040904B0", u"", texts)})}));
 }
 
 }  // namespace vastrelline
