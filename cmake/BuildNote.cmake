@@ -4,8 +4,9 @@
 # resource of the DLL are read without loading them.
 set(VASTRELLINE_COMMIT "" CACHE STRING "Commit of this tree where there is no repository to ask")
 
+include(${CMAKE_CURRENT_LIST_DIR}/NoteFlags.cmake)
 string(TOUPPER "${CMAKE_BUILD_TYPE}" config)
-string(STRIP "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${config}}" noteFlags)
+keep_flags_of_code(noteFlags "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${config}}")
 string(APPEND noteFlags " -ffp-contract=off")
 if(VASTRELLINE_HARDENING)
     string(APPEND noteFlags ", hardened")
