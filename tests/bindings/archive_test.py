@@ -529,6 +529,27 @@ class ArchiveTest(unittest.TestCase):
         self.assertEqual((len(lines), summary["workers"]), (3, 2))
         self.requireResults({frame.name: frame.name for frame in self.frames[:3]})
 
+    def test_workers_without_dask_are_told_before_the_first_frame(self):
+        self.take(1)
+        call = f"archive.run({str(self.source)!r}, {str(self.target)!r}, {str(self.profile)!r}, 'General', jobs=1)\n"
+        lacking = self.folder / "python-without-dask"
+        lacking.write_text("#!/bin/sh\nexit 3\n")
+        lacking.chmod(0o755)
+        for program, code in (
+                # Each process that is started runs the script again, and comes to the same line.
+                (f"from vastrelline import archive\n{call}", 1),
+                ("import multiprocessing\nfrom vastrelline import archive\n"
+                 f"multiprocessing.set_executable({str(lacking)!r})\nif __name__ == '__main__':\n    {call}", 3)):
+            script = self.folder / "script.py"
+            script.write_text(program)
+            started = Started([sys.executable, script], stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment())
+            self.addCleanup(started.end)
+            words = started.process.communicate(timeout=LIMIT_SECONDS)[1].decode()
+            self.assertEqual(started.process.returncode, 1)
+            self.assertIn(f"ArchiveError: a worker's process ended with {code} before it had loaded Dask; see that ",
+                          words.splitlines()[-1])
+            self.assertEqual(list(self.target.glob(".*")), [])
+
     def test_an_interrupt_ends_it_by_its_code(self):
         self.take(3, "gate_96x128.raw")
         started = self.start()

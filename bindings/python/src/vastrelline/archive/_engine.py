@@ -4,6 +4,7 @@
 from __future__ import annotations
 
 import contextlib
+import importlib
 import os
 import shutil
 import signal
@@ -21,6 +22,8 @@ FORMATS = ("png", "bmp", "pgm", "tif", "raw")
 RUN_MARK = b".archive-"
 LOOK_SECONDS = 1.0  # how often the workers are counted
 FETCH_SECONDS = 30.0  # for the few words of a worker about a frame
+_FOR_WORKERS = ("see that the Python it is started with has Dask, and that a script calls archive.run only where "
+                "__name__ is '__main__'")
 
 
 @dataclass
@@ -385,6 +388,28 @@ def _interrupts_for_us_alone():
             signal.signal(signal.SIGINT, before)
 
 
+def _try_process(distributed, seconds: float) -> None:
+    """Dask waits without end for a worker's process that comes up without Dask, or not at all. So one is started as Dask
+    starts its own, and has to come to Dask's part for workers."""
+    process = distributed.utils.get_mp_context().Process(target=importlib.import_module, args=("distributed.nanny",),
+                                                         daemon=True)
+    try:
+        process.start()
+        process.join(seconds)
+        code = process.exitcode
+    except (OSError, RuntimeError, AssertionError) as error:
+        words = str(error).split("\n")[0] or type(error).__name__
+        raise ArchiveError(PROCESSING, "", f"no worker's process can be started: {words}", _FOR_WORKERS) from error
+    finally:
+        if process.pid is not None and process.exitcode is None:
+            process.kill()
+            process.join()
+    if code is None:
+        raise ArchiveError(PROCESSING, "", f"a worker's process has not loaded Dask in {seconds:g} s", _FOR_WORKERS)
+    if code != 0:
+        raise ArchiveError(PROCESSING, "", f"a worker's process ended with {code} before it had loaded Dask", _FOR_WORKERS)
+
+
 class _connect:
     """A client of the named scheduler, or of one with workers on this machine for as long as the work takes."""
 
@@ -396,6 +421,7 @@ class _connect:
         address = self._wishes.scheduler
         if not address:
             with _interrupts_for_us_alone():
+                _try_process(self._distributed, self._wishes.wait_seconds)
                 self._cluster = self._distributed.LocalCluster(
                     n_workers=self._wishes.jobs or os.cpu_count(), threads_per_worker=1, processes=True,
                     host="127.0.0.1", dashboard_address="127.0.0.1:0", silence_logs=50)
