@@ -74,13 +74,14 @@ function utf8(value) {
 
 const corrections = (options) => [Number(Boolean(options.mapping)), Number(Boolean(options.spotCorrection))];
 
-// Calls on a thread of koffi's, so that the event loop goes on; the library takes calls one after the other.
+// Calls on a thread of koffi's, so that the event loop goes on; the library takes calls one after the other. Until a call
+// has ended its frames are in the hands of the library alone, so that the promise holds them.
 function call(name, profile, list) {
   return new Promise((resolve, reject) => functions[name].async(...list, (error, code) => {
     if (error) reject(error);
     else if (code !== 0) reject(new ProcessingError(name, code, profile));
     else resolve();
-  }));
+  })).finally(() => void list);
 }
 
 async function processBy(name, frame, profile, section, more) {

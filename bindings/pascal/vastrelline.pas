@@ -210,11 +210,14 @@ begin
 end;
 
 function VastrellineNewFrame(Width, Height: Integer): TVastrellineFrame;
+var
+  Pixels: TVastrellineLevels;
 begin
+  Pixels := nil;
+  SetLength(Pixels, CountOf(Width, Height));
   Result.Width := Width;
   Result.Height := Height;
-  Result.Pixels := nil;
-  SetLength(Result.Pixels, CountOf(Width, Height));
+  Result.Pixels := Pixels;
 end;
 
 { What the library may change. }
@@ -292,38 +295,44 @@ begin
   raise EVastrelline.Create(Name + ' returned ' + IntToStr(Code) + ': ' + Words, Code);
 end;
 
+{ The functions below that give a frame assign it last: Delphi may hand them the caller's Frame itself as Result, and where
+  a call fails it is to stay as it is. }
+
 function VastrellineProcess(const Frame: TVastrellineFrame; const Profile, Section: UnicodeString;
   Corrections: TVastrellineCorrections): TVastrellineFrame;
 var
-  Input: TVastrellineFrame;
+  Input, Output: TVastrellineFrame;
 begin
   Input := CopyOf(Frame);
-  Result := VastrellineNewFrame(Frame.Width, Frame.Height);
-  Require('ImageProcessing', Loaded.Plain(PWord(Input.Pixels), PWord(Result.Pixels), Frame.Width, Frame.Height,
+  Output := VastrellineNewFrame(Frame.Width, Frame.Height);
+  Require('ImageProcessing', Loaded.Plain(PWord(Input.Pixels), PWord(Output.Pixels), Frame.Width, Frame.Height,
     PAnsiChar(Narrow(Profile)), PAnsiChar(Narrow(Section)), Ord(vcMapping in Corrections),
     Ord(vcSpotCorrection in Corrections)), Profile);
+  Result := Output;
 end;
 
 function VastrellineProcessS(const Frame: TVastrellineFrame; const Profile, Section: UnicodeString;
   Geometry: PVastrellineGeometry; Corrections: TVastrellineCorrections): TVastrellineFrame;
 var
-  Input: TVastrellineFrame;
+  Input, Output: TVastrellineFrame;
 begin
   Input := CopyOf(Frame);
-  Result := VastrellineNewFrame(Frame.Width, Frame.Height);
-  Require('ImageProcessingS', Loaded.S(PWord(Input.Pixels), PWord(Result.Pixels), Frame.Width, Frame.Height,
+  Output := VastrellineNewFrame(Frame.Width, Frame.Height);
+  Require('ImageProcessingS', Loaded.S(PWord(Input.Pixels), PWord(Output.Pixels), Frame.Width, Frame.Height,
     PAnsiChar(Narrow(Profile)), PAnsiChar(Narrow(Section)), Ord(vcMapping in Corrections),
     Ord(vcSpotCorrection in Corrections), Geometry), Profile);
+  Result := Output;
 end;
 
 function VastrellineProcessCr(const Frame: TVastrellineFrame; const Profile, Section: UnicodeString): TVastrellineFrame;
 var
-  Input: TVastrellineFrame;
+  Input, Output: TVastrellineFrame;
 begin
   Input := CopyOf(Frame);
-  Result := VastrellineNewFrame(Frame.Width, Frame.Height);
-  Require('ImageProcessingCR', Loaded.Cr(PWord(Input.Pixels), PWord(Result.Pixels), Frame.Width, Frame.Height,
+  Output := VastrellineNewFrame(Frame.Width, Frame.Height);
+  Require('ImageProcessingCR', Loaded.Cr(PWord(Input.Pixels), PWord(Output.Pixels), Frame.Width, Frame.Height,
     PAnsiChar(Narrow(Profile)), PAnsiChar(Narrow(Section))), Profile);
+  Result := Output;
 end;
 
 procedure VastrellineSaveBitmap(const Frame: TVastrellineFrame; const Profile, Section, Bitmap: UnicodeString;
@@ -376,16 +385,19 @@ end;
 
 function VastrellineRotate(const Frame: TVastrellineFrame; Rotation: TVastrellineRotation;
   Flip: TVastrellineFlip): TVastrellineFrame;
+var
+  Turned: TVastrellineFrame;
 begin
-  Result := CopyOf(Frame);
+  Turned := CopyOf(Frame);
   // Two calls: after a quarter turn the library's mirror would still take the old width.
-  Turn(Result, Ord(Rotation), 0);
+  Turn(Turned, Ord(Rotation), 0);
   if Rotation in [vrClockwise, vrCounterclockwise] then
   begin
-    Result.Width := Frame.Height;
-    Result.Height := Frame.Width;
+    Turned.Width := Frame.Height;
+    Turned.Height := Frame.Width;
   end;
-  Turn(Result, 0, Ord(Flip));
+  Turn(Turned, 0, Ord(Flip));
+  Result := Turned;
 end;
 
 initialization

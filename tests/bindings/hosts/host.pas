@@ -14,7 +14,7 @@ type
 
 var
   Folder, Dental, Fixed, Extended_: UnicodeString;
-  Frame, Changed, Empty: TVastrellineFrame;
+  Frame, Changed, Empty, Turned: TVastrellineFrame;
   Geometry: TVastrellineGeometry;
   None, Figures, OfNothing: TVastrellineExposure;
   Facts: TStringList;
@@ -105,7 +105,9 @@ begin
   VastrellineSaveBitmap(Frame, Dental, 'General', Folder + '/n.bmp');
   VastrellineSaveBitmapS(Frame, Dental, 'LowDose', Folder + '/ns.bmp', @Geometry);
   VastrellineSaveBitmapNe(Frame, Extended_, 'General', Folder + '/ne.bmp');
-  Write('turned.raw', VastrellineRotate(Frame, vrClockwise, vfLeftToRight));
+  Turned := Frame;
+  Turned := VastrellineRotate(Turned, vrClockwise, vfLeftToRight);
+  Write('turned.raw', Turned);
   IsKept := True;
   for I := 0 to High(Frame.Pixels) do
     IsKept := IsKept and (Frame.Pixels[I] = Changed.Pixels[I]);
