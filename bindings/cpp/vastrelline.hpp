@@ -114,18 +114,28 @@ inline std::string WithoutNull(std::string text) {
 }
 
 #ifdef _WIN32
+// The code page that the library reads the texts of this thread by. Its own number, for UTF-8 is converted
+// with other flags than all others; GetACP tells the one of the machine.
+inline UINT ThreadPage() {
+    CPINFOEXW page = {};
+    return GetCPInfoExW(CP_THREAD_ACP, 0, &page) ? page.CodePage : UINT{CP_THREAD_ACP};
+}
+
 inline std::string FromWide(const std::wstring& wide, UINT page) {
     if (wide.empty()) return {};
     if (wide.size() > 0x7FFF) throw std::invalid_argument("a text is longer than any path");
     const int length = static_cast<int>(wide.size());
-    const DWORD flags = page == CP_UTF8 ? WC_ERR_INVALID_CHARS : WC_NO_BEST_FIT_CHARS;
+    const bool isUtf8 = page == CP_UTF8;
+    const DWORD flags = isUtf8 ? WC_ERR_INVALID_CHARS : WC_NO_BEST_FIT_CHARS;
     BOOL isCut = FALSE;
-    BOOL* const cut = page == CP_UTF8 ? nullptr : &isCut;  // the system takes none with UTF-8
+    BOOL* const cut = isUtf8 ? nullptr : &isCut;  // the system takes none with UTF-8
     const int size = WideCharToMultiByte(page, flags, wide.data(), length, nullptr, 0, nullptr, cut);
     std::string text(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
     if (size <= 0 || isCut ||
-        WideCharToMultiByte(page, flags, wide.data(), length, &text[0], size, nullptr, nullptr) != size)
-        throw std::invalid_argument("a text has letters outside of the code page; SaveBitmapS takes all");
+        WideCharToMultiByte(page, flags, wide.data(), length, &text[0], size, nullptr, cut) != size || isCut)
+        throw std::invalid_argument(
+            isUtf8 ? "a text has half of a surrogate pair, which UTF-8 does not hold"
+                   : "a text has letters outside of the code page; SaveBitmapS takes all");
     return text;
 }
 
@@ -142,27 +152,54 @@ inline std::wstring ToWide(std::string_view utf8) {
 
 // As all functions but ImageProcessing_NS take it: in the code page of the calling thread.
 inline std::string Narrow(const std::filesystem::path& path) {
-    return WithoutNull(FromWide(path.native(), CP_THREAD_ACP));
+    return WithoutNull(FromWide(path.native(), ThreadPage()));
 }
-inline std::string Narrow(std::string_view text) {
-    return WithoutNull(FromWide(ToWide(text), CP_THREAD_ACP));
-}
+inline std::string Narrow(std::string_view text) { return WithoutNull(FromWide(ToWide(text), ThreadPage())); }
 inline std::string Utf8(const std::filesystem::path& path) { return FromWide(path.native(), CP_UTF8); }
+// Refuses what is no UTF-8: the system would put replacement characters there.
+inline std::string Utf8(std::string_view text) { return FromWide(ToWide(text), CP_UTF8); }
 #else
 inline std::string Narrow(const std::filesystem::path& path) { return WithoutNull(path.native()); }
 inline std::string Narrow(std::string_view text) { return WithoutNull(std::string(text)); }
 inline std::string Utf8(const std::filesystem::path& path) { return path.native(); }
+inline std::string Utf8(std::string_view text) { return std::string(text); }
 #endif
+
+// The bytes of the character that a text begins with, or 1 where they are none: a stray byte, one that was
+// cut off, an overlong form, half of a surrogate pair, a number above U+10FFFF.
+inline std::size_t CountFirstBytes(std::string_view text) {
+    const auto byteAt = [&](std::size_t i) {
+        return static_cast<unsigned>(static_cast<unsigned char>(text[i]));
+    };
+    const unsigned lead = byteAt(0);
+    if (lead < 0xC2 || lead > 0xF4) return 1;
+    const std::size_t count = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    if (count > text.size()) return 1;
+    for (std::size_t i = 1; i < count; ++i)
+        if ((byteAt(i) & 0xC0) != 0x80) return 1;
+    const unsigned second = byteAt(1);
+    const bool isOverlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
+    const bool isHalfOfPair = lead == 0xED && second >= 0xA0;
+    const bool isAboveAll = lead == 0xF4 && second >= 0x90;
+    return isOverlong || isHalfOfPair || isAboveAll ? 1 : count;
+}
+
+// The UTF-16 units that the library makes of a text. A path of Linux need be no UTF-8: a byte that is no part
+// of it counts as one unit.
+inline std::size_t CountUnits(std::string_view text) {
+    std::size_t units = 0;
+    while (!text.empty()) {
+        const std::size_t bytes = CountFirstBytes(text);
+        units += bytes == 4 ? 2 : 1;
+        text.remove_prefix(bytes);
+    }
+    return units;
+}
 
 // ImageProcessing_NS takes a longer text for an empty one.
 inline std::string Short(std::string utf8) {
     constexpr std::size_t kMostUnits = 260;
-    std::size_t units = 0;
-    for (const char letter : utf8) {
-        const auto byte = static_cast<unsigned char>(letter);
-        if (byte < 0x80 || byte >= 0xC0) units += byte >= 0xF0 ? 2 : 1;
-    }
-    if (units > kMostUnits) throw std::invalid_argument("a text has more than 260 characters");
+    if (CountUnits(utf8) > kMostUnits) throw std::invalid_argument("a text has more than 260 characters");
     return WithoutNull(std::move(utf8));
 }
 
@@ -261,7 +298,7 @@ inline void SaveBitmapS(Frame frame, const std::filesystem::path& profile, std::
     const std::string file = detail::Short(detail::Utf8(bitmap));
     detail::Require("ImageProcessing_NS",
                     ImageProcessing_NS(frame.pixels.data(), frame.width, frame.height, path.c_str(),
-                                       detail::Short(std::string(section)).c_str(), corrections.mapping,
+                                       detail::Short(detail::Utf8(section)).c_str(), corrections.mapping,
                                        corrections.spotCorrection, file.c_str(), detail::Pointer(geometry)),
                     path, file);
 }

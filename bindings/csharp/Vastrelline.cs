@@ -262,29 +262,41 @@ namespace Vastrelline
             return geometry.HasValue ? new[] { geometry.Value } : null;
         }
 
-        // As all functions but ImageProcessing_NS take it: UTF-8, on Windows the code page of the machine.
+        // As all functions but ImageProcessing_NS take it: UTF-8, on Windows the code page of the calling thread.
         static byte[] Narrow(string text)
         {
-            return Windows ? Terminated(text, CodePage()) : Utf8Bytes(text);
+            return Windows ? InThreadPage(text) : Utf8Bytes(text);
         }
 
-        static Encoding CodePage()
+        // By the system itself: .NET converts by the machine's page, and .NET 6 and later know few pages at all.
+        static byte[] InThreadPage(string text)
         {
-            try
-            {
-                return Encoding.GetEncoding((int)OnWindows.GetACP(), new EncoderExceptionFallback(),
-                                            new DecoderExceptionFallback());
-            }
-            catch (NotSupportedException)
-            {
-                // .NET 6 knows few code pages by itself; the letters that all of them share are left.
-                return Encoding.GetEncoding("us-ascii", new EncoderExceptionFallback(), new DecoderExceptionFallback());
-            }
+            const uint Utf8Page = 65001, NoBestFit = 0x400;
+            uint page = OnWindows.ThreadPage();
+            if (page == Utf8Page) return Utf8Bytes(text);  // which the system converts with other flags
+            RequireWithoutNull(text);
+            int length = text.Length + 1;  // with the null character at its end
+            int[] isCut = { 0 };
+            int size = OnWindows.WideCharToMultiByte(page, NoBestFit, text, length, null, 0, IntPtr.Zero, isCut);
+            byte[] bytes = new byte[Math.Max(size, 1)];
+            if (size <= 0 || isCut[0] != 0 ||
+                OnWindows.WideCharToMultiByte(page, NoBestFit, text, length, bytes, size, IntPtr.Zero, isCut) != size ||
+                isCut[0] != 0)
+                throw new ArgumentException("\"" + text + "\" has letters outside of the code page; SaveBitmapS takes all");
+            return bytes;
         }
 
         static byte[] Utf8Bytes(string text)
         {
-            return Terminated(text, new UTF8Encoding(false, true));
+            RequireWithoutNull(text);
+            try
+            {
+                return new UTF8Encoding(false, true).GetBytes(text + "\0");
+            }
+            catch (EncoderFallbackException)
+            {
+                throw new ArgumentException("a text has half of a surrogate pair, which UTF-8 does not hold");
+            }
         }
 
         // As ImageProcessing_NS takes it; a longer text would be an empty one there.
@@ -295,18 +307,10 @@ namespace Vastrelline
             return Utf8Bytes(text);
         }
 
-        static byte[] Terminated(string text, Encoding encoding)
+        static void RequireWithoutNull(string text)
         {
             if (text == null) throw new ArgumentNullException("text");
             if (text.IndexOf('\0') >= 0) throw new ArgumentException("a text has a null character in it");
-            try
-            {
-                return encoding.GetBytes(text + "\0");
-            }
-            catch (EncoderFallbackException)
-            {
-                throw new ArgumentException("\"" + text + "\" has letters outside of the code page; SaveBitmapS takes all");
-            }
         }
 
         static void Require(string function, int code, string profile, string bitmap)
@@ -330,13 +334,28 @@ namespace Vastrelline
             }
         }
 
-        // One library under two names: .NET Framework looks for just the name that stands here.
+        // One library under two names, and so two tables: the name in a DllImport is a constant, and .NET Framework and Mono
+        // let no program resolve it. The one name that both systems complete by themselves needs libvastrelline.so, which is on
+        // machines of developers only.
         static class OnWindows
         {
             const string File = "Vastrelline.dll";
 
-            [DllImport("kernel32.dll")]
-            internal static extern uint GetACP();
+            // The code page that the library reads the texts of this thread by; GetACP tells the machine's.
+            internal static uint ThreadPage()
+            {
+                const uint Identifier = 3;                // CP_THREAD_ACP
+                const int RecordSize = 544, NumberAt = 20;  // CPINFOEXW and its CodePage
+                byte[] record = new byte[RecordSize];
+                return GetCPInfoExW(Identifier, 0, record) != 0 ? BitConverter.ToUInt32(record, NumberAt) : Identifier;
+            }
+
+            [DllImport("kernel32.dll", ExactSpelling = true)]
+            static extern int GetCPInfoExW(uint page, uint flags, [Out] byte[] record);
+            [DllImport("kernel32.dll", ExactSpelling = true)]
+            internal static extern int WideCharToMultiByte(
+                uint page, uint flags, [MarshalAs(UnmanagedType.LPWStr)] string wide, int length, [Out] byte[] narrow,
+                int size, IntPtr defaultLetter, [In, Out] int[] isCut);
             [DllImport(File, CallingConvention = CallingConvention.Cdecl)]
             internal static extern int ImageProcessing(
                 [In, Out] ushort[] input, [In, Out] ushort[] output, int width, int height, byte[] iniPath,

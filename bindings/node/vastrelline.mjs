@@ -58,17 +58,23 @@ function copyOf(frame) {
   return { width, height, pixels: pixels.slice() };
 }
 
-// UTF-8. Windows takes it as its code page but in ImageProcessing_NS: no other letters than those that all share there.
-function text(value) {
+function required(value) {
   if (typeof value !== "string" || value.includes("\0")) throw new TypeError("a text without null characters is needed");
-  if (windows && /[^\x00-\x7f]/.test(value)) throw new RangeError(`"${value}": saveBitmapS takes such letters`);
+  // UTF-8 has none: koffi would put a replacement character there, and with it another file.
+  if (/\p{Surrogate}/u.test(value)) throw new RangeError("a text has half of a surrogate pair, which UTF-8 does not hold");
   return value;
+}
+
+// As all functions but ImageProcessing_NS take it. koffi hands on UTF-8, which Windows reads by the code page of a thread
+// of koffi's: no other letters than those that all code pages share there.
+function text(value) {
+  if (windows && /[^\x00-\x7f]/.test(required(value))) throw new RangeError(`"${value}": saveBitmapS takes such letters`);
+  return required(value);
 }
 
 // ImageProcessing_NS takes a longer text for an empty one.
 function utf8(value) {
-  if (typeof value !== "string" || value.includes("\0")) throw new TypeError("a text without null characters is needed");
-  if (value.length > 260) throw new RangeError("a text has more than 260 characters");
+  if (required(value).length > 260) throw new RangeError("a text has more than 260 characters");
   return value;
 }
 

@@ -237,9 +237,28 @@ begin
     raise EVastrellineText.Create('a text has a null character in it');
 end;
 
+{ Half of a surrogate pair has no UTF-8: what the conversion makes of it depends on the compiler, and has other letters or
+  more units than the text. }
+procedure RequireWholePairs(const Text: UnicodeString);
+var
+  I: Integer;
+  IsHigh, IsLow, IsPairOpen: Boolean;
+begin
+  IsPairOpen := False;
+  for I := 1 to Length(Text) + 1 do
+  begin
+    IsHigh := (I <= Length(Text)) and (Ord(Text[I]) and $FC00 = $D800);
+    IsLow := (I <= Length(Text)) and (Ord(Text[I]) and $FC00 = $DC00);
+    if IsLow <> IsPairOpen then
+      raise EVastrellineText.Create('a text has half of a surrogate pair, which UTF-8 does not hold');
+    IsPairOpen := IsHigh;
+  end;
+end;
+
 function Utf8(const Text: UnicodeString): RawByteString;
 begin
   RequireNoNull(Text);
+  RequireWholePairs(Text);
   Result := UTF8Encode(Text);
 end;
 
@@ -251,26 +270,68 @@ begin
   Result := Utf8(Text);
 end;
 
+{$IFDEF MSWINDOWS}
+type
+  { CPINFOEXW of the system: the units of Delphi and Free Pascal name its fields in different ways. }
+  TCodePageRecord = packed record
+    MaxCharSize: LongWord;
+    DefaultChar: array[0..1] of Byte;
+    LeadByte: array[0..11] of Byte;
+    UnicodeDefaultChar: WideChar;
+    CodePage: LongWord;
+    CodePageName: array[0..259] of WideChar;
+  end;
+
+const
+  ThreadPageIdentifier = 3; // CP_THREAD_ACP
+  Utf8Page = 65001;
+
+function GetCPInfoExW(Page, Flags: LongWord; out Found: TCodePageRecord): LongBool; stdcall;
+  external 'kernel32.dll' name 'GetCPInfoExW';
+
+{ The code page that the library reads the texts of this thread by. Its own number, for UTF-8 is converted with other flags
+  than all others; GetACP tells the one of the machine. }
+function ThreadPage: LongWord;
+var
+  Found: TCodePageRecord;
+begin
+  if GetCPInfoExW(ThreadPageIdentifier, 0, Found) then
+    Result := Found.CodePage
+  else
+    Result := ThreadPageIdentifier;
+end;
+{$ENDIF}
+
 { As all functions but ImageProcessing_NS take it: UTF-8, on Windows the code page of the calling thread. }
 function Narrow(const Text: UnicodeString): RawByteString;
 {$IFDEF MSWINDOWS}
 const
-  ThreadPage = 3;
   NoBestFit = $400;
 var
+  Page: LongWord;
   Size: Integer;
   IsCut: LongBool;
 begin
+  Page := ThreadPage;
+  if Page = Utf8Page then
+  begin
+    Result := Utf8(Text);
+    Exit;
+  end;
   RequireNoNull(Text);
   Result := '';
   if Text = '' then
     Exit;
   IsCut := False;
-  Size := WideCharToMultiByte(ThreadPage, NoBestFit, PWideChar(Text), Length(Text), nil, 0, nil, @IsCut);
+  Size := WideCharToMultiByte(Page, NoBestFit, PWideChar(Text), Length(Text), nil, 0, nil, @IsCut);
+  if (Size > 0) and not IsCut then
+  begin
+    SetLength(Result, Size);
+    if WideCharToMultiByte(Page, NoBestFit, PWideChar(Text), Length(Text), PAnsiChar(Result), Size, nil, @IsCut) <> Size then
+      Size := 0;
+  end;
   if (Size <= 0) or IsCut then
     raise EVastrellineText.Create('a text has letters outside of the code page; VastrellineSaveBitmapS takes all');
-  SetLength(Result, Size);
-  WideCharToMultiByte(ThreadPage, NoBestFit, PWideChar(Text), Length(Text), PAnsiChar(Result), Size, nil, nil);
 end;
 {$ELSE}
 begin

@@ -46,7 +46,7 @@ const Coverings kCoveredElsewhere{
 };
 
 const Mirror kTests{"Test.cpp",
-                    {"architecture", "digest", "examples", "faults", "one_reading", "package",
+                    {"architecture", "bindings", "digest", "examples", "faults", "one_reading", "package",
                      "public_header", "support", "tools"},
                     {"chains", "exports"}};
 const Mirror kBenches{"Bench.cpp", {"rival", "support"}, {"chains", "exports"}};

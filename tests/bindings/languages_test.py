@@ -89,8 +89,13 @@ class HostTest(unittest.TestCase):
         self.assertEqual(self.facts["empty"], "nan")
 
     def test_codes_and_texts_become_errors(self):
-        expected = {"profile": "1", "bitmap": "5", "length": "frame", "null": "text", "long": "text"}
+        expected = {"profile": "1", "bitmap": "5", "length": "frame", "null": "text", "long": "text",
+                    "strange": "text"}
         self.assertEqual({name: self.facts[name] for name in expected}, expected)
+
+    def test_a_path_of_260_units_is_the_longest(self):
+        self.assertEqual(self.facts["border"], "none text")
+        self.assertEqual((self.folder / "\U0001F9B7.bmp").read_bytes(), (self.folder / "ns.bmp").read_bytes())
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@
 VASTRELLINE_LIBRARY and VASTRELLINE_TOOL name the built files.
 """
 
+import contextlib
 import hashlib
 import os
 import pathlib
@@ -14,6 +15,7 @@ import sys
 import tempfile
 import threading
 import unittest
+import unittest.mock
 import zipfile
 
 import numpy
@@ -31,6 +33,40 @@ GEOMETRY = vastrelline.SensorGeometry(0, 0, 8, 12, WIDTH, HEIGHT)
 
 def hashOf(levels):
     return hashlib.sha256(numpy.ascontiguousarray(levels).astype("<u2").tobytes()).hexdigest()
+
+
+class Kernel32:
+    """What the package asks of Windows, with the system's own conditions on the arguments."""
+
+    def __init__(self, page):
+        self.page = page
+
+    def GetCPInfoExW(self, identifier, flags, record):
+        if identifier != 3 or flags:
+            return 0
+        record._obj.CodePage = self.page
+        return 1
+
+    def WideCharToMultiByte(self, page, flags, wide, length, narrow, size, letter, isCut):
+        if page == 65001 or page != self.page or flags != 0x400 or not 2 * length == len(wide) > 0 or letter is not None:
+            return 0
+        text = wide.decode("utf-16-le", "replace")
+        made = text.encode(f"cp{page}", "replace")
+        isCut._obj.value = int(made.decode(f"cp{page}") != text)
+        if narrow is not None:
+            if size < len(made):
+                return 0
+            narrow[:len(made)] = made
+        return len(made)
+
+
+def windowsOfPage(page):
+    """Python as it would be on Windows, on a thread of this code page."""
+    stack = contextlib.ExitStack()
+    stack.enter_context(unittest.mock.patch.object(sys, "platform", "win32"))
+    stack.enter_context(unittest.mock.patch.object(vastrelline.ctypes, "WinDLL", lambda name: Kernel32(page),
+                                                   create=True))
+    return stack
 
 
 class BindingTest(unittest.TestCase):
@@ -161,6 +197,37 @@ class BindingTest(unittest.TestCase):
             vastrelline.process(self.frame, self.dental, None)
         with self.assertRaisesRegex(ValueError, "260"):
             vastrelline.save_bitmap_s(self.frame, self.dental, "S" * 261, self.folder / "a.bmp")
+
+    def test_texts_are_counted_as_the_library_does(self):
+        for name, units in ((b"a", 1), (b"\xC3\xA4", 1), (b"\xE2\x82\xAC", 1), (b"\xF0\x9F\xA6\xB7", 2), (b"\x80", 1),
+                            (b"\xC3", 1), (b"\xE2\x82", 2), (b"\xF0\x9F\xA6", 3), (b"\xF0\x9F\xA6x", 4),
+                            (b"\xE0\x9F\xBF", 3), (b"\xED\xA0\x80", 3), (b"\xF4\x90\x80\x80", 4)):
+            for length, isTaken in ((259, True), (260, True), (261, False)):
+                folder = os.fsencode(self.folder)
+                path = folder + b"/" * (length - len(folder) - units) + name
+                for bitmap in (path, os.fsdecode(path)):
+                    with self.subTest(name=name, length=length, type=type(bitmap)):
+                        if isTaken:
+                            vastrelline.save_bitmap_s(self.frame, self.dental, "LowDose", bitmap, geometry=GEOMETRY)
+                            os.remove(bitmap)  # it is there
+                        else:
+                            with self.assertRaisesRegex(ValueError, "260"):
+                                vastrelline.save_bitmap_s(self.frame, self.dental, "LowDose", bitmap, geometry=GEOMETRY)
+                            self.assertFalse(os.path.exists(bitmap))
+
+    def test_windows_converts_by_the_page_of_the_thread(self):
+        for page, text, expected in ((1252, "täglich", b"t\xE4glich"), (1252, "", b""), (932, "歯.bmp", b"\x8E\x95.bmp"),
+                                     (65001, "歯🦷", "歯🦷".encode())):
+            with self.subTest(page=page), windowsOfPage(page):
+                self.assertEqual(vastrelline._path(text), expected)
+        for page, text in ((1252, "歯"), (932, "täglich"), (1252, "\uD83E"), (65001, "\uD83E"), (1252, "Gen\0eral")):
+            with self.subTest(page=page, refused=text), windowsOfPage(page), self.assertRaises(ValueError):
+                vastrelline._path(text)
+        with windowsOfPage(1252):
+            self.assertEqual(vastrelline._utf8("歯"), "歯".encode())
+            for text in (b"\xE2\x82", "\uDCE2"):  # where no file can have such a name
+                with self.assertRaises(ValueError):
+                    vastrelline._utf8(text)
 
     def test_rotate_turns_then_mirrors(self):
         frame = numpy.array([[1, 2, 3], [4, 5, 6]], dtype=numpy.uint16)

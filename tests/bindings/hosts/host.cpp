@@ -40,6 +40,13 @@ std::string FailureOf(const std::function<void()>& call) {
     return "none";
 }
 
+// In the folder, and so many UTF-16 units long; the name begins with a letter of four bytes in UTF-8.
+std::filesystem::path PathOfUnits(std::size_t units) {
+    const std::u16string start = folder.u16string();
+    const std::u16string name = u"\U0001F9B7.bmp";
+    return start + std::u16string(units - start.size() - name.size(), u'/') + name;
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -76,28 +83,39 @@ int main(int count, char** words) {
     const double emptyRatio = vastrelline::LastExposure().lowRatio;
 
     std::ofstream facts(folder / "facts.txt");
-    facts << "kept " << (isKept ? "yes" : "no") << '\n'
-          << "before " << none.objectTotal << '\n'
-          << "dose " << figures.objectMedian << ' ' << figures.objectTotal << ' ' << figures.lowSignal << ' '
-          << (figures.isLow ? 1 : 0) << ' '
-          << (figures.lowRatio == double(figures.lowSignal) / figures.objectTotal) << '\n'
-          << "empty " << (std::isnan(emptyRatio) ? "nan" : "number") << '\n'
-          << "profile " << FailureOf([&] { vastrelline::Process(frame, folder / "none.ini", "General"); })
-          << '\n'
-          << "bitmap "
-          << FailureOf([&] { vastrelline::SaveBitmap(frame, dental, "General", folder / "no" / "a.bmp"); })
-          << '\n'
-          << "length " << FailureOf([&] {
-                 vastrelline::Frame cut = frame;
-                 cut.pixels.pop_back();
-                 vastrelline::Process(cut, dental, "General");
-             })
-          << '\n'
-          << "null "
-          << FailureOf([&] { vastrelline::Process(frame, dental, std::string_view("Gen\0eral", 8)); }) << '\n'
-          << "long " << FailureOf([&] {
-                 vastrelline::SaveBitmapS(frame, dental, std::string(261, 'S'), folder / "a.bmp");
-             })
-          << '\n';
+    facts
+        << "kept " << (isKept ? "yes" : "no") << '\n'
+        << "before " << none.objectTotal << '\n'
+        << "dose " << figures.objectMedian << ' ' << figures.objectTotal << ' ' << figures.lowSignal << ' '
+        << (figures.isLow ? 1 : 0) << ' '
+        << (figures.lowRatio == double(figures.lowSignal) / figures.objectTotal) << '\n'
+        << "empty " << (std::isnan(emptyRatio) ? "nan" : "number") << '\n'
+        << "profile " << FailureOf([&] { vastrelline::Process(frame, folder / "none.ini", "General"); })
+        << '\n'
+        << "bitmap "
+        << FailureOf([&] { vastrelline::SaveBitmap(frame, dental, "General", folder / "no" / "a.bmp"); })
+        << '\n'
+        << "length " << FailureOf([&] {
+               vastrelline::Frame cut = frame;
+               cut.pixels.pop_back();
+               vastrelline::Process(cut, dental, "General");
+           })
+        << '\n'
+        << "null "
+        << FailureOf([&] { vastrelline::Process(frame, dental, std::string_view("Gen\0eral", 8)); }) << '\n'
+        << "long " << FailureOf([&] {
+               vastrelline::SaveBitmapS(frame, dental, std::string(261, 'S'), folder / "a.bmp");
+           })
+        << '\n'
+        << "strange " << FailureOf([&] {
+               // A letter that is cut off counts as two, one for each byte.
+               vastrelline::SaveBitmapS(frame, dental, std::string(259, 'S') + "\xE2\x82", folder / "a.bmp");
+           })
+        << '\n'
+        << "border "
+        << FailureOf([&] { vastrelline::SaveBitmapS(frame, dental, "LowDose", PathOfUnits(260), geometry); })
+        << ' '
+        << FailureOf([&] { vastrelline::SaveBitmapS(frame, dental, "LowDose", PathOfUnits(261), geometry); })
+        << '\n';
     return 0;
 }

@@ -17,6 +17,13 @@ static class Host
         return Path.Combine(folder, name);
     }
 
+    // In the folder, and so many UTF-16 units long; the name begins with a letter of four bytes in UTF-8.
+    static string PathOfUnits(int units)
+    {
+        const string name = "\U0001F9B7.bmp";
+        return folder + new string('/', units - folder.Length - name.Length) + name;
+    }
+
     static void Write(string name, Frame frame)
     {
         byte[] bytes = new byte[2 * frame.Pixels.Length];
@@ -42,9 +49,10 @@ static class Host
         {
             return "frame";
         }
-        catch (ArgumentException)
+        catch (ArgumentException error)
         {
-            return "text";
+            // No text here is beyond a code page.
+            return error.Message.Contains("code page") ? "wrong words" : "text";
         }
         return "none";
     }
@@ -98,6 +106,11 @@ static class Host
         facts.Append("null ").Append(FailureOf(() => Library.Process(frame, dental, "Gen\0eral"))).Append('\n');
         facts.Append("long ").Append(
             FailureOf(() => Library.SaveBitmapS(frame, dental, new string('S', 261), At("a.bmp")))).Append('\n');
+        facts.Append("strange ").Append(
+            FailureOf(() => Library.SaveBitmapS(frame, dental, "Low\uD83E", At("a.bmp")))).Append('\n');
+        facts.Append("border ").Append(
+            FailureOf(() => Library.SaveBitmapS(frame, dental, "LowDose", PathOfUnits(260), geometry))).Append(' ').Append(
+            FailureOf(() => Library.SaveBitmapS(frame, dental, "LowDose", PathOfUnits(261), geometry))).Append('\n');
         File.WriteAllText(At("facts.txt"), facts.ToString());
         return 0;
     }

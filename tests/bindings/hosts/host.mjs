@@ -32,6 +32,9 @@ async function failureOf(call) {
   return "none";
 }
 
+// In the folder, and so many UTF-16 units long; the name begins with a letter of four bytes in UTF-8.
+const pathOfUnits = (units) => folder + "\u{1F9B7}.bmp".padStart(units - folder.length, "/");
+
 const dental = at("t\u00E4glich.ini");
 const geometry = { Rotation: 0, Flip: 0, RCCutOff: 8, RCCutOffR: 12, FrameWidth: width, FrameHeight: height, ImgCutLeft: 0,
   ImgCutTop: 0, ImgCutRight: 0, ImgCutBottom: 0 };
@@ -61,4 +64,9 @@ fs.writeFileSync(at("facts.txt"), [
   `length ${await failureOf(() => vastrelline.process({ width, height, pixels: kept.subarray(1) }, dental, "General"))}`,
   `null ${await failureOf(() => vastrelline.process(frame, dental, "Gen\0eral"))}`,
   `long ${await failureOf(() => vastrelline.saveBitmapS(frame, dental, "S".repeat(261), at("a.bmp")))}`,
+  `strange ${await failureOf(() => vastrelline.saveBitmapS(frame, dental, "Low\uD83E", at("a.bmp")))}`,
+  "border " + [
+    await failureOf(() => vastrelline.saveBitmapS(frame, dental, "LowDose", pathOfUnits(260), { geometry })),
+    await failureOf(() => vastrelline.saveBitmapS(frame, dental, "LowDose", pathOfUnits(261), { geometry })),
+  ].join(" "),
 ].join("\n") + "\n");

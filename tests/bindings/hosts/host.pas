@@ -60,6 +60,33 @@ begin
   VastrellineSaveBitmapS(Frame, Dental, UnicodeString(StringOfChar('S', 261)), Folder + '/a.bmp');
 end;
 
+procedure WithHalfOfAPair;
+begin
+  VastrellineSaveBitmapS(Frame, Dental, 'Low' + WideChar($D83E), Folder + '/a.bmp');
+end;
+
+{ In the folder, and so many UTF-16 units long; the name begins with a letter of four bytes in UTF-8. }
+procedure WithPathOfUnits(Units: Integer);
+var
+  Name, Path: UnicodeString;
+begin
+  Name := UnicodeString(WideChar($D83E)) + WideChar($DDB7) + '.bmp';
+  Path := Folder;
+  while Length(Path) + Length(Name) < Units do
+    Path := Path + '/';
+  VastrellineSaveBitmapS(Frame, Dental, 'LowDose', Path + Name, @Geometry);
+end;
+
+procedure WithPathOf260;
+begin
+  WithPathOfUnits(260);
+end;
+
+procedure WithPathOf261;
+begin
+  WithPathOfUnits(261);
+end;
+
 function FailureOf(Call: TCall): string;
 begin
   Result := 'none';
@@ -79,7 +106,7 @@ begin
 end;
 
 begin
-  Folder := UTF8Decode(ParamStr(1));
+  Folder := {$IFDEF MSWINDOWS}UnicodeString(ParamStr(1)){$ELSE}UTF8Decode(ParamStr(1)){$ENDIF};
   Frame := VastrellineNewFrame(StrToInt(ParamStr(2)), StrToInt(ParamStr(3)));
   Raw := TFileStream.Create(UTF8Encode(Folder) + '/frame.raw', fmOpenRead);
   Raw.ReadBuffer(Frame.Pixels[0], 2 * Length(Frame.Pixels));
@@ -133,6 +160,8 @@ begin
   Facts.Add('length ' + FailureOf(WithFewerPixels));
   Facts.Add('null ' + FailureOf(WithNull));
   Facts.Add('long ' + FailureOf(WithLongSection));
+  Facts.Add('strange ' + FailureOf(WithHalfOfAPair));
+  Facts.Add('border ' + FailureOf(WithPathOf260) + ' ' + FailureOf(WithPathOf261));
   Facts.SaveToFile(UTF8Encode(Folder) + '/facts.txt');
   Facts.Free;
 end.

@@ -129,7 +129,7 @@ def process(frame: Frame, profile: FilePath, section: str, *, mapping: bool = Fa
     in_place          lets the library change `frame` itself, which must be contiguous and writable
 
     Raises ProcessingError for every code but 0, InvalidFrame, TypeError for a text of another type, ValueError for a
-    text with a null character.
+    text with a null character, or one that the code page of the calling thread cannot hold (Windows).
     """
     levels = _input(frame, in_place)
     output = numpy.zeros_like(levels)
@@ -280,17 +280,47 @@ def _path(path: FilePath) -> bytes:
 def _text(text: str | bytes) -> bytes:
     if not isinstance(text, (str, bytes)):
         raise TypeError(f"a text is needed, not {type(text).__name__}")
-    if isinstance(text, str):
-        text = text.encode("mbcs", "strict") if sys.platform == "win32" else os.fsencode(text)
-    return _without_null(text)
+    return _without_null(_in_thread_page(os.fsdecode(text)) if sys.platform == "win32" else os.fsencode(text))
+
+
+class _CodePage(ctypes.Structure):
+    """CPINFOEXW of Windows."""
+
+    _fields_ = [("MaxCharSize", ctypes.c_uint32), ("DefaultChar", ctypes.c_uint8 * 2), ("LeadByte", ctypes.c_uint8 * 12),
+                ("UnicodeDefaultChar", ctypes.c_uint16), ("CodePage", ctypes.c_uint32),
+                ("CodePageName", ctypes.c_uint16 * 260)]
+
+
+def _in_thread_page(text: str) -> bytes:
+    """In the code page that the library reads the texts of this thread by; Python's own "mbcs" is the machine's."""
+    thread_page, utf8_page, no_best_fit = 3, 65001, 0x400
+    kernel = ctypes.WinDLL("kernel32")
+    page = _CodePage(CodePage=thread_page)
+    kernel.GetCPInfoExW(thread_page, 0, ctypes.byref(page))
+    if page.CodePage == utf8_page:  # which the system converts with other flags
+        return text.encode("utf-8")
+    wide = text.encode("utf-16-le", "surrogatepass")
+    is_cut = ctypes.c_int32()
+
+    def convert(narrow: ctypes.Array | None, size: int) -> int:
+        return kernel.WideCharToMultiByte(page.CodePage, no_best_fit, wide, len(wide) // 2, narrow, size, None,
+                                          ctypes.byref(is_cut))
+
+    size = convert(None, 0)
+    narrow = ctypes.create_string_buffer(max(size, 1))
+    if wide and (size <= 0 or is_cut.value or convert(narrow, size) != size or is_cut.value):
+        raise ValueError(f"{text!r} has letters outside of the code page; save_bitmap_s takes all")
+    return narrow.raw[:size]
 
 
 def _utf8(text: FilePath) -> bytes:
-    """UTF-8 on every system, and short enough for the library."""
+    """UTF-8 on every system, and short enough for the library. Elsewhere than on Windows a name need be no UTF-8: a byte
+    that is no part of it counts there as one unit, as one of Python's surrogates."""
+    strange = "strict" if sys.platform == "win32" else "surrogateescape"
     text = os.fspath(text)
     if isinstance(text, str):
-        text = text.encode("utf-8", "surrogateescape")
-    if len(text.decode("utf-8", "replace").encode("utf-16-le")) > 2 * 260:
+        text = text.encode("utf-8", strange)
+    if len(text.decode("utf-8", strange).encode("utf-16-le", "surrogatepass")) > 2 * 260:
         raise ValueError("the text has more than 260 characters, which ImageProcessing_NS does not take")
     return _without_null(text)
 
