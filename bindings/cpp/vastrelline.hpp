@@ -13,7 +13,8 @@
 //
 // A call reads its profile anew; the configured chain also writes the sensor's values into it. Processing
 // calls of a process take turns. Errors: ProcessingError for every code but 0; InvalidFrame;
-// std::invalid_argument for a text that the library would cut or not understand.
+// std::invalid_argument for a text that the library would cut or not understand, and for a bitmap without a
+// path.
 
 #include <vastrelline.h>
 
@@ -203,6 +204,12 @@ inline std::string Short(std::string utf8) {
     return WithoutNull(std::move(utf8));
 }
 
+// The library takes an empty path for "no bitmap": it processes the frame, saves nothing and tells success.
+inline const std::filesystem::path& Named(const std::filesystem::path& bitmap) {
+    if (bitmap.empty()) throw std::invalid_argument("the path of the bitmap is empty");
+    return bitmap;
+}
+
 inline void Require(const char* function, std::int32_t code, const std::string& profile,
                     const std::string& bitmap = {}) {
     switch (code) {
@@ -281,7 +288,7 @@ inline void SaveBitmap(Frame frame, const std::filesystem::path& profile, std::s
                        const std::filesystem::path& bitmap, Corrections corrections = {}) {
     frame.Require();
     const std::string path = detail::Narrow(profile);
-    const std::string file = detail::Narrow(bitmap);
+    const std::string file = detail::Narrow(detail::Named(bitmap));
     detail::Require("ImageProcessing_N",
                     ImageProcessing_N(frame.pixels.data(), frame.width, frame.height, path.c_str(),
                                       detail::Narrow(section).c_str(), corrections.mapping,
@@ -295,7 +302,7 @@ inline void SaveBitmapS(Frame frame, const std::filesystem::path& profile, std::
                         const std::optional<SensorGeometry>& geometry = {}, Corrections corrections = {}) {
     frame.Require();
     const std::string path = detail::Short(detail::Utf8(profile));
-    const std::string file = detail::Short(detail::Utf8(bitmap));
+    const std::string file = detail::Short(detail::Utf8(detail::Named(bitmap)));
     detail::Require("ImageProcessing_NS",
                     ImageProcessing_NS(frame.pixels.data(), frame.width, frame.height, path.c_str(),
                                        detail::Short(detail::Utf8(section)).c_str(), corrections.mapping,
@@ -312,7 +319,7 @@ inline void SaveBitmapNe(Frame frame, const std::filesystem::path& profile, std:
                          std::int32_t sensorMode = 0, Corrections corrections = {}) {
     frame.Require();
     const std::string path = detail::Narrow(profile);
-    const std::string file = detail::Narrow(bitmap);
+    const std::string file = detail::Narrow(detail::Named(bitmap));
     detail::Require(
         "ImageProcessing_NE",
         ImageProcessing_NE(frame.pixels.data(), frame.width, frame.height, path.c_str(),

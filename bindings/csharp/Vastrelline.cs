@@ -161,7 +161,7 @@ namespace Vastrelline
                                       Corrections corrections = Corrections.None, bool inPlace = false)
         {
             Frame input = Input(frame, inPlace);
-            byte[] path = Narrow(profile), name = Narrow(section), file = Narrow(bitmap);
+            byte[] path = Narrow(profile), name = Narrow(section), file = Narrow(Named(bitmap));
             Require("ImageProcessing_N",
                     Windows ? OnWindows.ImageProcessing_N(input.Pixels, frame.Width, frame.Height, path, name,
                                                           Mapping(corrections), Spots(corrections), file)
@@ -176,7 +176,7 @@ namespace Vastrelline
                                        bool inPlace = false)
         {
             Frame input = Input(frame, inPlace);
-            byte[] path = Utf8(profile), name = Utf8(section), file = Utf8(bitmap);
+            byte[] path = Utf8(profile), name = Utf8(section), file = Utf8(Named(bitmap));
             SensorGeometry[] sensor = Sensor(geometry);
             Require("ImageProcessing_NS",
                     Windows ? OnWindows.ImageProcessing_NS(input.Pixels, frame.Width, frame.Height, path, name,
@@ -193,7 +193,7 @@ namespace Vastrelline
                                         Corrections corrections = Corrections.None, bool inPlace = false)
         {
             Frame input = Input(frame, inPlace);
-            byte[] path = Narrow(profile), name = Narrow(section), file = Narrow(bitmap), folder = Narrow(sensorFolder);
+            byte[] path = Narrow(profile), name = Narrow(section), file = Narrow(Named(bitmap)), folder = Narrow(sensorFolder);
             Require("ImageProcessing_NE",
                     Windows ? OnWindows.ImageProcessing_NE(input.Pixels, frame.Width, frame.Height, path, name,
                                                            Mapping(corrections), Spots(corrections), file, folder, sensorMode)
@@ -305,6 +305,13 @@ namespace Vastrelline
             if (text != null && text.Length > MostUnits)
                 throw new ArgumentException("a text has more than " + MostUnits + " characters");
             return Utf8Bytes(text);
+        }
+
+        // The library takes an empty path for "no bitmap": it processes the frame, saves nothing and tells success.
+        static string Named(string bitmap)
+        {
+            if (bitmap == "") throw new ArgumentException("the path of the bitmap is empty");
+            return bitmap;
         }
 
         static void RequireWithoutNull(string text)

@@ -78,6 +78,12 @@ function utf8(value) {
   return value;
 }
 
+// The library takes an empty path for "no bitmap": it processes the frame, saves nothing and tells success.
+function named(bitmap) {
+  if (bitmap === "") throw new RangeError("the path of the bitmap is empty");
+  return bitmap;
+}
+
 const corrections = (options) => [Number(Boolean(options.mapping)), Number(Boolean(options.spotCorrection))];
 
 // Calls on a thread of koffi's, so that the event loop goes on; the library takes calls one after the other. Until a call
@@ -113,21 +119,21 @@ export const processCr = async (frame, profile, section) => processBy("ImageProc
 export async function saveBitmap(frame, profile, section, bitmap, options = {}) {
   const { width, height, pixels } = copyOf(frame);
   await call("ImageProcessing_N", profile,
-    [pixels, width, height, text(profile), text(section), ...corrections(options), text(bitmap)]);
+    [pixels, width, height, text(profile), text(section), ...corrections(options), text(named(bitmap))]);
 }
 
 /** By ImageProcessing_NS. Its texts have 260 characters at most, and any letters. */
 export async function saveBitmapS(frame, profile, section, bitmap, options = {}) {
   const { width, height, pixels } = copyOf(frame);
   await call("ImageProcessing_NS", profile, [pixels, width, height, utf8(profile), utf8(section), ...corrections(options),
-    utf8(bitmap), options.geometry ?? null]);
+    utf8(named(bitmap)), options.geometry ?? null]);
 }
 
 /** By ImageProcessing_NE. options: sensorFolder, sensorMode (2: twice the sensor's resolution), mapping ... */
 export async function saveBitmapNe(frame, profile, section, bitmap, options = {}) {
   const { width, height, pixels } = copyOf(frame);
   await call("ImageProcessing_NE", profile, [pixels, width, height, text(profile), text(section), ...corrections(options),
-    text(bitmap), text(options.sensorFolder ?? ""), options.sensorMode ?? 0]);
+    text(named(bitmap)), text(options.sensorFolder ?? ""), options.sensorMode ?? 0]);
 }
 
 /** By Getdose_ImageInfo: of the last processS or saveBitmapS with a PROCMODE of 3. */

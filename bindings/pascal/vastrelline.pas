@@ -270,6 +270,14 @@ begin
   Result := Utf8(Text);
 end;
 
+{ The library takes an empty path for "no bitmap": it processes the frame, saves nothing and tells success. }
+function Named(const Bitmap: UnicodeString): UnicodeString;
+begin
+  if Bitmap = '' then
+    raise EVastrellineText.Create('the path of the bitmap is empty');
+  Result := Bitmap;
+end;
+
 {$IFDEF MSWINDOWS}
 type
   { CPINFOEXW of the system: the units of Delphi and Free Pascal name its fields in different ways. }
@@ -404,7 +412,7 @@ begin
   Input := CopyOf(Frame);
   Require('ImageProcessing_N', Loaded.N(PWord(Input.Pixels), Frame.Width, Frame.Height, PAnsiChar(Narrow(Profile)),
     PAnsiChar(Narrow(Section)), Ord(vcMapping in Corrections), Ord(vcSpotCorrection in Corrections),
-    PAnsiChar(Narrow(Bitmap))), Profile, Bitmap);
+    PAnsiChar(Narrow(Named(Bitmap)))), Profile, Bitmap);
 end;
 
 procedure VastrellineSaveBitmapS(const Frame: TVastrellineFrame; const Profile, Section, Bitmap: UnicodeString;
@@ -415,7 +423,7 @@ begin
   Input := CopyOf(Frame);
   Require('ImageProcessing_NS', Loaded.Ns(PWord(Input.Pixels), Frame.Width, Frame.Height,
     PAnsiChar(ShortUtf8(Profile)), PAnsiChar(ShortUtf8(Section)), Ord(vcMapping in Corrections),
-    Ord(vcSpotCorrection in Corrections), PAnsiChar(ShortUtf8(Bitmap)), Geometry), Profile, Bitmap);
+    Ord(vcSpotCorrection in Corrections), PAnsiChar(ShortUtf8(Named(Bitmap))), Geometry), Profile, Bitmap);
 end;
 
 procedure VastrellineSaveBitmapNe(const Frame: TVastrellineFrame; const Profile, Section, Bitmap: UnicodeString;
@@ -426,7 +434,7 @@ begin
   Input := CopyOf(Frame);
   Require('ImageProcessing_NE', Loaded.Ne(PWord(Input.Pixels), Frame.Width, Frame.Height, PAnsiChar(Narrow(Profile)),
     PAnsiChar(Narrow(Section)), Ord(vcMapping in Corrections), Ord(vcSpotCorrection in Corrections),
-    PAnsiChar(Narrow(Bitmap)), PAnsiChar(Narrow(SensorFolder)), SensorMode), Profile, Bitmap);
+    PAnsiChar(Narrow(Named(Bitmap))), PAnsiChar(Narrow(SensorFolder)), SensorMode), Profile, Bitmap);
 end;
 
 function VastrellineExposure: TVastrellineExposure;

@@ -102,6 +102,13 @@ TEST(CppTexts, ShortTakes260UnitsAndRefusesOneMore) {
 #endif
 }
 
+TEST(CppTexts, ABitmapWithoutAPathIsRefused) {
+    const vastrelline::Frame frame(8, 8);
+    EXPECT_THROW(vastrelline::SaveBitmap(frame, "none.ini", "General", ""), std::invalid_argument);
+    EXPECT_THROW(vastrelline::SaveBitmapS(frame, "none.ini", "General", ""), std::invalid_argument);
+    EXPECT_THROW(vastrelline::SaveBitmapNe(frame, "none.ini", "General", ""), std::invalid_argument);
+}
+
 TEST(CppTexts, NullCharactersAreRefused) {
     EXPECT_THROW(vastrelline::detail::Short("a\0b"s), std::invalid_argument);
     EXPECT_THROW(vastrelline::detail::Narrow(std::string_view("a\0b", 3)), std::invalid_argument);

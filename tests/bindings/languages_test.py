@@ -90,7 +90,7 @@ class HostTest(unittest.TestCase):
 
     def test_codes_and_texts_become_errors(self):
         expected = {"profile": "1", "bitmap": "5", "length": "frame", "null": "text", "long": "text",
-                    "strange": "text"}
+                    "strange": "text", "pathless": "text text text"}
         self.assertEqual({name: self.facts[name] for name in expected}, expected)
 
     def test_a_path_of_260_units_is_the_longest(self):

@@ -215,6 +215,12 @@ class BindingTest(unittest.TestCase):
                                 vastrelline.save_bitmap_s(self.frame, self.dental, "LowDose", bitmap, geometry=GEOMETRY)
                             self.assertFalse(os.path.exists(bitmap))
 
+    def test_a_bitmap_without_a_path_is_refused(self):
+        for call in (vastrelline.save_bitmap, vastrelline.save_bitmap_s, vastrelline.save_bitmap_ne):
+            for path in ("", b""):
+                with self.assertRaisesRegex(ValueError, "path of the bitmap is empty"):
+                    call(self.frame, self.dental, "General", path)
+
     def test_windows_converts_by_the_page_of_the_thread(self):
         for page, text, expected in ((1252, "täglich", b"t\xE4glich"), (1252, "", b""), (932, "歯.bmp", b"\x8E\x95.bmp"),
                                      (65001, "歯🦷", "歯🦷".encode())):

@@ -116,6 +116,9 @@ int main(int count, char** words) {
         << FailureOf([&] { vastrelline::SaveBitmapS(frame, dental, "LowDose", PathOfUnits(260), geometry); })
         << ' '
         << FailureOf([&] { vastrelline::SaveBitmapS(frame, dental, "LowDose", PathOfUnits(261), geometry); })
-        << '\n';
+        << '\n'
+        << "pathless " << FailureOf([&] { vastrelline::SaveBitmap(frame, dental, "General", ""); }) << ' '
+        << FailureOf([&] { vastrelline::SaveBitmapS(frame, dental, "LowDose", "", geometry); }) << ' '
+        << FailureOf([&] { vastrelline::SaveBitmapNe(frame, extended, "General", ""); }) << '\n';
     return 0;
 }

@@ -111,6 +111,10 @@ static class Host
         facts.Append("border ").Append(
             FailureOf(() => Library.SaveBitmapS(frame, dental, "LowDose", PathOfUnits(260), geometry))).Append(' ').Append(
             FailureOf(() => Library.SaveBitmapS(frame, dental, "LowDose", PathOfUnits(261), geometry))).Append('\n');
+        facts.Append("pathless ").Append(
+            FailureOf(() => Library.SaveBitmap(frame, dental, "General", ""))).Append(' ').Append(
+            FailureOf(() => Library.SaveBitmapS(frame, dental, "LowDose", "", geometry))).Append(' ').Append(
+            FailureOf(() => Library.SaveBitmapNe(frame, extended, "General", ""))).Append('\n');
         File.WriteAllText(At("facts.txt"), facts.ToString());
         return 0;
     }

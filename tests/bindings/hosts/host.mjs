@@ -69,4 +69,9 @@ fs.writeFileSync(at("facts.txt"), [
     await failureOf(() => vastrelline.saveBitmapS(frame, dental, "LowDose", pathOfUnits(260), { geometry })),
     await failureOf(() => vastrelline.saveBitmapS(frame, dental, "LowDose", pathOfUnits(261), { geometry })),
   ].join(" "),
+  "pathless " + [
+    await failureOf(() => vastrelline.saveBitmap(frame, dental, "General", "")),
+    await failureOf(() => vastrelline.saveBitmapS(frame, dental, "LowDose", "", { geometry })),
+    await failureOf(() => vastrelline.saveBitmapNe(frame, at("extended.ini"), "General", "")),
+  ].join(" "),
 ].join("\n") + "\n");

@@ -87,6 +87,21 @@ begin
   WithPathOfUnits(261);
 end;
 
+procedure WithoutPath;
+begin
+  VastrellineSaveBitmap(Frame, Dental, 'General', '');
+end;
+
+procedure WithoutPathS;
+begin
+  VastrellineSaveBitmapS(Frame, Dental, 'LowDose', '', @Geometry);
+end;
+
+procedure WithoutPathNe;
+begin
+  VastrellineSaveBitmapNe(Frame, Extended_, 'General', '');
+end;
+
 function FailureOf(Call: TCall): string;
 begin
   Result := 'none';
@@ -162,6 +177,7 @@ begin
   Facts.Add('long ' + FailureOf(WithLongSection));
   Facts.Add('strange ' + FailureOf(WithHalfOfAPair));
   Facts.Add('border ' + FailureOf(WithPathOf260) + ' ' + FailureOf(WithPathOf261));
+  Facts.Add('pathless ' + FailureOf(WithoutPath) + ' ' + FailureOf(WithoutPathS) + ' ' + FailureOf(WithoutPathNe));
   Facts.SaveToFile(UTF8Encode(Folder) + '/facts.txt');
   Facts.Free;
 end.

@@ -166,7 +166,7 @@ def save_bitmap(frame: Frame, profile: FilePath, section: str, bitmap: FilePath,
     """As `process`, by ImageProcessing_N: the result becomes an 8-bit bitmap file, which replaces one that is there."""
     levels = _input(frame, in_place)
     code = _library().ImageProcessing_N(_pixels(levels), *_size(levels), _path(profile), _text(section), int(mapping),
-                                        int(spot_correction), _path(bitmap))
+                                        int(spot_correction), _path(_named(bitmap)))
     _require("ImageProcessing_N", code, profile, bitmap)
 
 
@@ -176,7 +176,7 @@ def save_bitmap_s(frame: Frame, profile: FilePath, section: str, bitmap: FilePat
     """As `process_s`, by ImageProcessing_NS: the result becomes a bitmap. A text of more than 260 UTF-16 units counts
     as empty in the library, so that it is refused here."""
     levels = _input(frame, in_place)
-    texts = [_utf8(text) for text in (profile, section, bitmap)]
+    texts = [_utf8(text) for text in (profile, section, _named(bitmap))]
     code = _library().ImageProcessing_NS(_pixels(levels), *_size(levels), texts[0], texts[1], int(mapping),
                                          int(spot_correction), texts[2], _geometry(geometry))
     _require("ImageProcessing_NS", code, profile, bitmap)
@@ -189,7 +189,7 @@ def save_bitmap_ne(frame: Frame, profile: FilePath, section: str, bitmap: FilePa
     `sensor_mode` of 2 means a frame of twice the resolution."""
     levels = _input(frame, in_place)
     code = _library().ImageProcessing_NE(_pixels(levels), *_size(levels), _path(profile), _text(section), int(mapping),
-                                         int(spot_correction), _path(bitmap), _text(sensor_folder), sensor_mode)
+                                         int(spot_correction), _path(_named(bitmap)), _text(sensor_folder), sensor_mode)
     _require("ImageProcessing_NE", code, profile, bitmap)
 
 
@@ -275,6 +275,13 @@ def _size(levels: Frame) -> tuple[int, int]:
 def _path(path: FilePath) -> bytes:
     """As the library takes it: the code page of Windows, elsewhere the bytes of the name."""
     return _text(os.fspath(path))
+
+
+def _named(bitmap: FilePath) -> FilePath:
+    """The library takes an empty path for "no bitmap": it processes the frame, saves nothing and tells success."""
+    if not os.fspath(bitmap):
+        raise ValueError("the path of the bitmap is empty")
+    return bitmap
 
 
 def _text(text: str | bytes) -> bytes:
