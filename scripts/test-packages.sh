@@ -7,7 +7,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 asRoot=()
-[[ "$(id -u)" -eq 0 ]] || asRoot=(sudo)
+if [[ "$(id -u)" -ne 0 ]]; then
+    command -v sudo >/dev/null || { echo "A clean root is made by the superuser: there is no sudo" >&2; exit 1; }
+    asRoot=(sudo)
+fi
 scripts/make-packages.sh
 made=$(cat out/packages/*.deb | sha256sum)
 (umask 077 && TZ=Pacific/Chatham scripts/make-packages.sh >/dev/null)
