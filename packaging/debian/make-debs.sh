@@ -22,7 +22,7 @@ export SOURCE_DATE_EPOCH LC_ALL=C TZ=UTC
 umask 022
 
 # A hyphen would be read as the revision of the package, and what comes before a release sorts before it.
-debianVersion=${version/-/\~}-1
+debianVersion=${version//-/\~}-1
 triplet=$(dpkg-architecture --query DEB_HOST_MULTIARCH)
 
 rm -rf "$work"
@@ -32,8 +32,7 @@ cp "$here/control" debian/control
 cat >debian/changelog <<END
 vastrelline ($debianVersion) unstable; urgency=medium
 
-  * Version $version. CHANGELOG.md in the documents of vastrelline-tools tells
-    what it has.
+  * Version $version; changelog.gz tells what it has.
 
  -- $(sed -n 's/^Maintainer: //p' debian/control)  $(date --rfc-email --date="@$SOURCE_DATE_EPOCH")
 END
@@ -48,6 +47,7 @@ gather() {
     cp "$here/copyright" "$package/usr/share/doc/$package/copyright"
     cp "$tree/NOTICE" "$package/usr/share/doc/$package/NOTICE"
     gzip -9n <debian/changelog >"$package/usr/share/doc/$package/changelog.Debian.gz"
+    gzip -9n <"$tree/CHANGELOG.md" >"$package/usr/share/doc/$package/changelog.gz"
 }
 packages=(libvastrelline1 libvastrelline-dev vastrelline-tools python3-vastrelline)
 gather libvastrelline1 runtime
@@ -82,6 +82,8 @@ sed -i -e "s/${oldSums[0]}/$(hashOf sha1 "$library")/; s/${oldSums[1]}/$(hashOf 
     -e "s/$(codeOf "${oldSums[0]}" "$headerSum")/$(codeOf "$(hashOf sha1 "$library")" "$headerSum")/" "$bill"
 
 gzip -9n vastrelline-tools/usr/share/man/man1/*.1
+# Debian's zsh does not look where zsh itself has its functions of a site.
+mv vastrelline-tools/usr/share/zsh/{site-functions,vendor-completions}
 # The texts that pages point at: one is the system's, one lies with the package's own.
 ln -s ../vastrelline-tools/NOTICE vastrelline-tools/usr/share/doc/vastrelline/NOTICE
 ln -s ../../common-licenses/Apache-2.0 vastrelline-tools/usr/share/doc/vastrelline/LICENSE
@@ -116,15 +118,17 @@ for package in "${packages[@]}"; do
     # Whatever the rights and times of the tree and of who builds
     find "$package" -type d -exec chmod 755 {} +
     find "$package" -type f -exec chmod 644 {} +
-    chmod -f 755 "$package"/usr/bin/* "$package"/DEBIAN/{postinst,prerm} || true
+    for file in "$package"/usr/bin/* "$package"/DEBIAN/p*{inst,rm}; do
+        chmod 755 "$file"
+    done
     more=()
     if [[ "$package" == *-dbgsym ]]; then
         more=("-DBuild-Ids=$buildId")
     fi
     touch "$package.substvars"
     dpkg-gencontrol -p"$package" -P"$package" -T"$package.substvars" -v"$debianVersion" -O"$package/DEBIAN/control" \
-        "${more[@]}" 2>&1 | grep -v 'unused substitution' >&2 || true
-    [[ -s "$package/DEBIAN/control" ]]
+        "${more[@]}" 2>"$package.words" || { cat "$package.words" >&2; exit 1; }
+    grep -v 'unused substitution' "$package.words" >&2 || true
     (cd "$package" && find usr -type f -print0 | sort -z | xargs -0 md5sum >DEBIAN/md5sums)
     find "$package" -exec touch --no-dereference --date="@$SOURCE_DATE_EPOCH" {} +
     dpkg-deb --root-owner-group -Zxz --build "$package" "$output" >/dev/null

@@ -81,6 +81,14 @@ expectSame by_python
 man vastrelline | grep -q '^SYNOPSIS' || fail "no manual page"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader vastrelline; complete -p vastrelline' ||
     fail "bash does not complete the tool's words"
+for file in zsh/vendor-completions/_vastrelline fish/vendor_completions.d/vastrelline.fish; do
+    [[ -s /usr/share/$file ]] || fail "no completion where the shell looks: $file"
+done
+for package in libvastrelline1 libvastrelline-dev vastrelline-tools python3-vastrelline; do
+    for file in copyright NOTICE changelog.gz changelog.Debian.gz; do
+        [[ -s /usr/share/doc/$package/$file ]] || fail "$package has no $file"
+    done
+done
 
 echo "taken away"
 cd /
