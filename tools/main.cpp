@@ -1,31 +1,38 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <unistd.h>
-
-#include <cstdlib>
 #include <iostream>
-#include <string_view>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "commands/CommandLine.h"
 #include "library/ExportCall.h"
-#include "runs/Cancellation.h"
+#include "messages/ExitCode.h"
+#include "platform/Cancellation.h"
+#include "platform/OwnProcess.h"
 #include "runs/Worker.h"
 
 namespace {
 
 // Colours are for a terminal whose owner has not asked for none.
-bool AreColoursWanted() {
-    const char* const noColour = std::getenv("NO_COLOR");
-    return noColour == nullptr || *noColour == '\0';
-}
+bool AreColoursWanted() { return vastrelline::EnvironmentText("NO_COLOR").value_or("").empty(); }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    constexpr int kWorkerArguments = 3;
-    if (argc == kWorkerArguments && std::string_view(argv[1]) == vastrelline::kWorkerWord)
-        return vastrelline::RunWorker(argv[2], vastrelline::CallExport);
+    const std::optional<std::vector<std::string>> words = vastrelline::TakeCommandLine(argc, argv);
+    if (!words) {
+        std::cerr << "vastrelline: a word of the command line is no text\n";
+        return static_cast<int>(vastrelline::ExitCode::WrongUse);
+    }
+    vastrelline::PrepareStandardStreams();
+    constexpr size_t kWorkerArguments = 3;
+    if (words->size() == kWorkerArguments && (*words)[1] == vastrelline::kWorkerWord)
+        return vastrelline::RunWorker((*words)[2].c_str(), vastrelline::CallExport);
     vastrelline::CatchCancellation();
-    const bool isTerminal = isatty(STDERR_FILENO) == 1;
-    return vastrelline::RunCommandLine(argc, argv, vastrelline::CallInWorker,
+    std::vector<const char*> pointers;
+    for (const std::string& word : *words) pointers.push_back(word.c_str());
+    const bool isTerminal = vastrelline::IsErrorStreamTerminal();
+    return vastrelline::RunCommandLine(static_cast<int>(pointers.size()), pointers.data(),
+                                       vastrelline::CallInWorker,
                                        {std::cout, std::cerr, isTerminal && AreColoursWanted(), isTerminal});
 }

@@ -16,16 +16,27 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 // The tool's rooms have no order but what keeps them free of cycles.
-const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},      {.folder = "commands", .rank = 0},
-                                  {.folder = "comparison", .rank = 0}, {.folder = "completion", .rank = 0},
-                                  {.folder = "files", .rank = 0},      {.folder = "formats", .rank = 0},
-                                  {.folder = "frames", .rank = 0},     {.folder = "keys", .rank = 0},
-                                  {.folder = "library", .rank = 0},    {.folder = "lint", .rank = 0},
-                                  {.folder = "measure", .rank = 0},    {.folder = "messages", .rank = 0},
-                                  {.folder = "phantom", .rank = 0},    {.folder = "pictures", .rank = 0},
-                                  {.folder = "profile", .rank = 0},    {.folder = "provenance", .rank = 0},
-                                  {.folder = "proof", .rank = 0},      {.folder = "reports", .rank = 0},
-                                  {.folder = "runs", .rank = 0},       {.folder = "sweep", .rank = 0}},
+const HouseRules kRooms{.rooms = {{.folder = "batch", .rank = 0},
+                                  {.folder = "commands", .rank = 0},
+                                  {.folder = "comparison", .rank = 0},
+                                  {.folder = "completion", .rank = 0},
+                                  {.folder = "files", .rank = 0},
+                                  {.folder = "formats", .rank = 0},
+                                  {.folder = "frames", .rank = 0},
+                                  {.folder = "keys", .rank = 0},
+                                  {.folder = "library", .rank = 0},
+                                  {.folder = "lint", .rank = 0},
+                                  {.folder = "measure", .rank = 0},
+                                  {.folder = "messages", .rank = 0},
+                                  {.folder = "phantom", .rank = 0},
+                                  {.folder = "pictures", .rank = 0},
+                                  {.folder = "platform", .rank = 0, .inner = {"posix", "windows"}},
+                                  {.folder = "profile", .rank = 0},
+                                  {.folder = "provenance", .rank = 0},
+                                  {.folder = "proof", .rank = 0},
+                                  {.folder = "reports", .rank = 0},
+                                  {.folder = "runs", .rank = 0},
+                                  {.folder = "sweep", .rank = 0}},
                         .arrowsOnOneFloor = {},
                         .guests = {}};
 const std::vector<std::string> kTopFiles{"CMakeLists.txt", "main.cpp"};
@@ -69,6 +80,10 @@ TEST(HouseOfTools, HasNoFileOutsideItsRooms) {
 
 TEST(HouseOfTools, IncludesNothingOfTheLibraryButItsPublicHeader) {
     EXPECT_TRUE(IsKept(FindForeignIncludes(OwnIncludes())));
+}
+
+TEST(HouseOfTools, CallsTheSystemInItsPlatformRoomOnly) {
+    EXPECT_TRUE(IsKept(FindSystemHeadersOutside(OwnParsedTree("tools"), kRooms, "platform")));
 }
 
 TEST(HouseOfTools, FilesFormNoCycle) { EXPECT_TRUE(IsKept(FindCycles(OwnIncludes()))); }

@@ -1,92 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstddef>
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
-#include <thread>
-#include <utility>
 #include <vector>
 
-#include "ToolRun.h"
-#include "ToolWorkers.h"
+#include "ToolProgram.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
 // The built program with the library itself.
 namespace vastrelline {
 namespace {
-
-// A chain of one stage, the gamma curve.
-constexpr const char* kProfile =
-    "[General]\nPROCMODE=2\nBITSTORED=12\nINTRAORAL_MASK=0\nINVERSE_INTENSITY=0\nFunctionCount=1\n"
-    "00_Function_Number=10\n";
-
-pid_t BeginTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
-    std::vector<std::string> words{VASTRELLINE_TOOL};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-
-    const std::string report = folder.Narrow("report.txt");
-    const std::string errors = folder.Narrow("errors.txt");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, report.c_str(), flags, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(), flags, 0600);
-    pid_t child = 0;
-    const int failure = posix_spawn(&child, VASTRELLINE_TOOL, &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failure != 0) throw std::runtime_error("the tool does not start");
-    return child;
-}
-
-ToolRun AwaitTool(const TemporaryFolder& folder, pid_t child) {
-    int status = 0;
-    if (waitpid(child, &status, 0) != child || !WIFEXITED(status))
-        throw std::runtime_error("the tool crashed");
-    return {WEXITSTATUS(status), ReadBytes(folder.Path() / "report.txt"),
-            ReadBytes(folder.Path() / "errors.txt")};
-}
-
-ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {
-    return AwaitTool(folder, BeginTool(folder, arguments));
-}
-
-class ToolProgram : public testing::Test {
-protected:
-    ToolProgram() {
-        WriteBytes(folder_.Path() / "p.ini", kProfile);
-        const ToolRun phantom = Start({"phantom", "--size", "130x167", "--out", frame_});
-        if (phantom.exitCode != 0) throw std::runtime_error(phantom.errors);
-    }
-
-    ToolRun Start(const std::vector<std::string>& arguments) const { return StartTool(folder_, arguments); }
-
-    ToolRun Process(const std::string& exportName, const std::string& leaf,
-                    const std::string& profile) const {
-        return Start({"run", frame_, "--profile", folder_.Narrow(profile), "--section", "General", "--out",
-                      folder_.Narrow(leaf), "--export", exportName});
-    }
-
-    // Every test of the fixture is a class derived from it.
-    // NOLINTBEGIN(misc-non-private-member-variables-in-classes)
-    TemporaryFolder folder_;
-    std::string frame_ = folder_.Narrow("frame_130x167.raw");
-    // NOLINTEND(misc-non-private-member-variables-in-classes)
-};
 
 TEST_F(ToolProgram, EnhancesAFrame) {
     for (const std::string name : {"ImageProcessing", "ImageProcessingS"}) {
@@ -187,14 +113,6 @@ TEST_F(ToolProgram, MakesAResultAgain) {
     EXPECT_NE(picture.report.find("shows this result"), std::string::npos) << picture.report;
 }
 
-std::vector<std::string> LeavesOf(const std::filesystem::path& folder) {
-    std::vector<std::string> leaves;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        leaves.push_back(entry.path().filename().string());
-    std::sort(leaves.begin(), leaves.end());
-    return leaves;
-}
-
 TEST_F(ToolProgram, ShowsTheFrameAfterEveryStage) {
     const std::string out = folder_.Narrow("stages");
     for (const std::string name : {"ImageProcessing", "ImageProcessingS", "ImageProcessing_N",
@@ -211,26 +129,6 @@ TEST_F(ToolProgram, ShowsTheFrameAfterEveryStage) {
     }
     const ToolRun again = Start({"rerun", out + "/stages.json"});
     EXPECT_EQ(again.exitCode, 0) << again.errors << again.report;
-}
-
-TEST_F(ToolProgram, LeavesNothingOfAFolderThatIsCancelled) {
-    // A median that takes more than a minute.
-    WriteBytes(folder_.Path() / "slow.ini",
-               "[General]\nPROCMODE=2\nINTRAORAL_MASK=0\nFunctionCount=1\n00_Function_Number=7\n"
-               "00_MEDIAN_SIZE=101\n00_MEDIAN_REPEAT=2000000000\n");
-    for (const std::string command : {"stages", "sweep"}) {
-        std::vector<std::string> words{command,     frame_,    "--profile", folder_.Narrow("slow.ini"),
-                                       "--section", "General", "--out",     folder_.Narrow("out")};
-        if (command == "sweep") words.insert(words.end(), {"--set", "00_MEDIAN_SIZE=99,101"});
-        const pid_t tool = BeginTool(folder_, words);
-        while (WorkersOf(tool).empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        kill(tool, SIGINT);
-        const ToolRun run = AwaitTool(folder_, tool);
-        EXPECT_EQ(run.exitCode, 130) << run.errors;
-        EXPECT_EQ(LeavesOf(folder_.Path()), (std::vector<std::string>{"errors.txt", "frame_130x167.raw",
-                                                                      "p.ini", "report.txt", "slow.ini"}))
-            << command;
-    }
 }
 
 TEST_F(ToolProgram, ComparesBuilds) {
@@ -256,7 +154,7 @@ TEST_F(ToolProgram, SweepsAKey) {
     for (const char* const value : {"1", "1.25", "1.5"})
         EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "sweep" /
                                             ("00_POST_GAMMA_RATIO=" + std::string(value) + ".png")));
-    EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), kProfile);
+    EXPECT_EQ(ReadBytes(folder_.Path() / "p.ini"), kGammaProfile);
 }
 
 TEST_F(ToolProgram, EndsARunThatTakesTooLong) {
@@ -277,50 +175,6 @@ TEST_F(ToolProgram, WrongUseIsCodeTwo) {
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.errors.rfind("vastrelline: ", 0), 0U);
 }
-
-#ifndef __SANITIZE_ADDRESS__  // which takes address space without end for itself
-// Heads of frames of half a gigabyte and more, with hardly a byte behind them.
-TEST_F(ToolProgram, LyingFilesTakeNoMemory) {
-    const auto little = [](uint32_t value, int count) {
-        std::string bytes;
-        for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i));
-        return bytes;
-    };
-    const auto field = [&](uint32_t tag, uint32_t kind, uint32_t value) {
-        return little(tag, 2) + little(kind, 2) + little(1, 4) + little(value, 4);
-    };
-    const std::string filler(30000, '\x01');
-    const auto tiff = [&](uint32_t packing) {
-        const auto table = static_cast<uint32_t>(8 + filler.size());
-        return "II*" + std::string(1, '\0') + little(table, 4) + filler + little(8, 2) +
-               field(256, 4, 16000) + field(257, 4, 16000) + field(258, 3, 16) + field(259, 3, packing) +
-               field(262, 3, 1) + field(273, 4, 8) + field(278, 4, 16000) + field(279, 4, 30000) +
-               little(0, 4);
-    };
-    constexpr uint32_t kDeflate = 8;
-    constexpr uint32_t kZstd = 50000;
-    constexpr uint32_t kLzma = 34925;
-    const std::vector<std::pair<std::string, std::string>> files{
-        {"plain.tif", tiff(1)},
-        {"deflate.tif", tiff(kDeflate)},
-        {"zstd.tif", tiff(kZstd)},
-        {"lzma.tif", tiff(kLzma)},
-        {"a.pgm", "P5\n16000 16000\n65535\n" + filler},
-        {"a.bmp", "BM" + little(0, 8) + little(1078, 4) + little(40, 4) + little(22000, 4) +
-                      little(22000, 4) + little(1, 2) + little(8, 2) + little(0, 24) + filler},
-        {"a_16000x16000.raw", filler},
-    };
-    for (const auto& [leaf, bytes] : files) {
-        WriteBytes(folder_.Path() / leaf, bytes);
-        const std::string command = "ulimit -v 300000; '" VASTRELLINE_TOOL "' info '" + folder_.Narrow(leaf) +
-                                    "' > '" + folder_.Narrow("said") + "' 2>&1";
-        const int status = std::system(command.c_str());  // NOLINT(cert-env33-c): as its users start it
-        ASSERT_TRUE(WIFEXITED(status)) << leaf;
-        // 3: refused for what it is; 4 would be the end of memory
-        EXPECT_EQ(WEXITSTATUS(status), 3) << leaf << ": " << ReadBytes(folder_.Path() / "said");
-    }
-}
-#endif
 
 }  // namespace
 }  // namespace vastrelline

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "batch/BatchManifest.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -13,16 +8,15 @@
 #include <vector>
 
 #include "messages/ToolError.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away what new files must not have
-
-OutputError CannotWrite(const std::string& path, int reason) {
-    return {path, "cannot be written: " + std::generic_category().message(reason)};
+OutputError CannotWrite(const std::string& path, const std::error_code& reason) {
+    return {path, "cannot be written: " + DescribeReason(reason)};
 }
 
 // Paths need not be UTF-8, and JSON must be. Different paths give different texts.
@@ -56,7 +50,7 @@ void MakeFolder(const std::string& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (!std::filesystem::is_directory(folder))
-        throw OutputError(folder, error ? "cannot be made: " + error.message() : "is no folder");
+        throw OutputError(folder, error ? "cannot be made: " + DescribeReason(error) : "is no folder");
 }
 
 }  // namespace
@@ -66,48 +60,45 @@ BatchManifest::BatchManifest(const std::string& folder, Opening opening, BatchSe
     MakeFolder(folder);
     settings_.section = PlainText(settings_.section);
     settings_.options = PlainText(settings_.options);
-    file_ = open(path_.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, kNewFileMode);
-    if (file_ < 0) throw CannotWrite(path_, errno);
-    try {
-        // The lock goes with the process, however that ends.
-        if (flock(file_, LOCK_EX | LOCK_NB) != 0) {
-            if (errno != EWOULDBLOCK) throw CannotWrite(path_, errno);
-            throw OutputError(folder, "another batch works in this folder", "wait for its end");
-        }
-        if (opening == Opening::New && lseek(file_, 0, SEEK_END) > 0)
-            throw OutputError(folder, "holds the results of an earlier batch",
-                              "--resume goes on with it, --force begins anew");
-        Read();
-        if (opening == Opening::Anew)
-            for (auto& [result, hashes] : earlier_) hashes.reset();
-        Append(Json{{"began", opening == Opening::Anew ? "anew" : "batch"},
-                    {"profileSha256", settings_.profileHash},
-                    {"section", settings_.section},
-                    {"librarySha256", settings_.libraryHash},
-                    {"options", settings_.options}}
-                   .dump());
-    } catch (...) {
-        close(file_);
-        throw;
+    if (const std::error_code reason = file_.Open(path_)) throw CannotWrite(path_, reason);
+    // The lock goes with the process, however that ends.
+    if (const std::error_code reason = file_.Hold()) {
+        if (reason != std::errc::resource_unavailable_try_again) throw CannotWrite(path_, reason);
+        throw OutputError(folder, "another batch works in this folder", "wait for its end");
     }
+    if (opening == Opening::New && !IsEmpty())
+        throw OutputError(folder, "holds the results of an earlier batch",
+                          "--resume goes on with it, --force begins anew");
+    Read();
+    if (opening == Opening::Anew)
+        for (auto& [result, hashes] : earlier_) hashes.reset();
+    Append(Json{{"began", opening == Opening::Anew ? "anew" : "batch"},
+                {"profileSha256", settings_.profileHash},
+                {"section", settings_.section},
+                {"librarySha256", settings_.libraryHash},
+                {"options", settings_.options}}
+               .dump());
 }
 
-BatchManifest::~BatchManifest() {
-    fsync(file_);
-    close(file_);
+size_t BatchManifest::ReadPiece(uint64_t place, std::span<char> piece) const {
+    size_t count = 0;
+    if (const std::error_code reason = file_.Read(place, piece, count)) throw CannotWrite(path_, reason);
+    return count;
+}
+
+bool BatchManifest::IsEmpty() const {
+    char first = 0;
+    return ReadPiece(0, {&first, 1}) == 0;
 }
 
 void BatchManifest::Read() {
     constexpr size_t kPieceBytes = size_t{1} << 16;
     std::string line;
     std::vector<char> piece(kPieceBytes);
-    for (off_t place = 0;;) {
-        const ssize_t count = pread(file_, piece.data(), piece.size(), place);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw CannotWrite(path_, errno);
-        if (count == 0) break;
+    uint64_t place = 0;
+    while (const size_t count = ReadPiece(place, piece)) {
         place += count;
-        std::string_view rest(piece.data(), static_cast<size_t>(count));
+        std::string_view rest(piece.data(), count);
         for (size_t end = 0; (end = rest.find('\n')) != std::string_view::npos; rest.remove_prefix(end + 1)) {
             line += rest.substr(0, end);
             TakeLine(line);
@@ -163,12 +154,7 @@ void BatchManifest::TellDone(const std::string& result, const std::string& frame
 void BatchManifest::Append(std::string line) {
     line += '\n';
     const std::lock_guard lock(mutex_);
-    for (std::string_view rest = line; !rest.empty();) {
-        const ssize_t count = write(file_, rest.data(), rest.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) throw CannotWrite(path_, count == 0 ? ENOSPC : errno);
-        rest.remove_prefix(static_cast<size_t>(count));
-    }
+    if (const std::error_code reason = file_.Append(line)) throw CannotWrite(path_, reason);
 }
 
 }  // namespace vastrelline

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include "platform/JournalFile.h"
 
 namespace vastrelline {
 
@@ -42,7 +46,7 @@ public:
     //
     // Errors   OutputError: another batch works there, there was one already (New), it cannot be written
     BatchManifest(const std::string& folder, Opening opening, BatchSettings settings);
-    ~BatchManifest();
+    ~BatchManifest() = default;
     BatchManifest(const BatchManifest&) = delete;
     BatchManifest& operator=(const BatchManifest&) = delete;
     BatchManifest(BatchManifest&&) = delete;
@@ -63,13 +67,15 @@ public:
     void TellDone(const std::string& result, const std::string& frame, const FrameHashes& hashes);
 
 private:
+    size_t ReadPiece(uint64_t place, std::span<char> piece) const;
+    bool IsEmpty() const;
     void Read();
     void TakeLine(const std::string& line);
     void Append(std::string line);
 
     std::string path_;
     BatchSettings settings_;
-    int file_ = -1;
+    JournalFile file_;
     std::map<std::string, std::optional<FrameHashes>> earlier_;  // by result; announced, and perhaps done
     std::mutex mutex_;
 };

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "batch/FrameList.h"
 
-#include <glob.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -13,6 +11,8 @@
 
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
+#include "platform/PathPattern.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 namespace {
@@ -85,16 +85,13 @@ private:
                 files_.emplace(whole / entry.lexically_relative(path), entry.string());
             }
         }
-        if (error) throw InputError(path, "cannot be read: " + error.message());
+        if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
     }
 
     void AddPattern(const std::string& pattern) {
         if (pattern.find_first_of("*?[") == std::string::npos) throw InputError(pattern, "does not exist");
-        glob_t found = {};
-        const int failure = glob(pattern.c_str(), GLOB_NOSORT, nullptr, &found);
-        std::vector<std::string> paths(found.gl_pathv, found.gl_pathv + found.gl_pathc);
-        globfree(&found);
-        if (failure != 0 || paths.empty()) throw InputError(pattern, "fits no file");
+        const std::vector<std::string> paths = ExpandPattern(pattern);
+        if (paths.empty()) throw InputError(pattern, "fits no file");
         for (const std::string& path : paths) {
             if (fs::is_directory(path))
                 AddFolder(path);

@@ -18,7 +18,7 @@
 #include "commands/RunProvenance.h"
 #include "files/Sha256.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 #include "runs/LookAtProfile.h"
 
 namespace vastrelline {

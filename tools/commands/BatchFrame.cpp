@@ -17,7 +17,8 @@
 #include "files/Sha256.h"
 #include "formats/FrameFile.h"
 #include "formats/PictureFile.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
+#include "platform/Reason.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 
@@ -49,7 +50,7 @@ bool IsDone(const FrameHashes* told, const std::string& frameHash, const std::st
 void MakeFolderOf(const std::string& path) {
     std::error_code error;
     fs::create_directories(fs::path(path).parent_path(), error);
-    if (error) throw OutputError(path, "cannot be written: " + error.message());
+    if (error) throw OutputError(path, "cannot be written: " + DescribeReason(error));
 }
 
 uint64_t MemoryLimitOf(const BatchOptions& options, const Frame& frame) {

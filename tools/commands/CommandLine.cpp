@@ -17,7 +17,7 @@
 #include "messages/ErrorJson.h"
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 
 namespace vastrelline {
 namespace {

@@ -3,10 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <filesystem>
 #include <functional>
-#include <iomanip>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
@@ -27,7 +25,8 @@
 #include "frames/FrameDifference.h"
 #include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "messages/UtcTime.h"
+#include "platform/Cancellation.h"
 
 namespace vastrelline {
 namespace {
@@ -101,21 +100,12 @@ std::vector<PairOutcome> CompareFolders(const CompareOptions& options, const Pai
     return outcomes;
 }
 
-std::string TimeNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts = {};
-    gmtime_r(&now, &parts);
-    std::ostringstream text;
-    text << std::put_time(&parts, "%Y-%m-%d %H:%M UTC");
-    return text.str();
-}
-
 void WriteReport(const CompareOptions& options, const std::vector<PairOutcome>& outcomes,
                  const CommandContext& context, std::function<FramePair(const PairOutcome&)> load) {
     if (options.report.empty()) return;
     const bool areFolders = !outcomes.front().name.empty();
     const std::vector<uint8_t> page =
-        MakeComparePage({&options, &outcomes, areFolders, context.commandLine, TimeNow(), std::move(load)});
+        MakeComparePage({&options, &outcomes, areFolders, context.commandLine, UtcMinute(), std::move(load)});
     OutputFile file(options.report, options.mayReplace);
     file.Write(page);
     file.Publish();

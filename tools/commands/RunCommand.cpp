@@ -27,9 +27,9 @@
 #include "formats/PictureFile.h"
 #include "frames/FrameSize.h"
 #include "messages/ToolError.h"
+#include "platform/Cancellation.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
-#include "runs/Cancellation.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 

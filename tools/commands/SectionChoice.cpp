@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
+#include "platform/OwnProcess.h"
 #include "profile/MissingSection.h"
 #include "runs/LookAtProfile.h"
 
@@ -46,9 +46,7 @@ size_t TerminalWidth() {
     constexpr size_t kUsual = 80;
     constexpr size_t kNarrowest = 40;
     constexpr size_t kWidest = 200;
-    const char* const columns = std::getenv("COLUMNS");  // NOLINT(concurrency-mt-unsafe): one thread
-    if (columns == nullptr) return kUsual;
-    const std::string_view text = columns;
+    const std::string text = EnvironmentText("COLUMNS").value_or("");
     size_t width = 0;
     if (std::from_chars(text.data(), text.data() + text.size(), width).ec != std::errc()) return kUsual;
     return std::clamp(width, kNarrowest, kWidest);

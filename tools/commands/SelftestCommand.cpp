@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/SelftestCommand.h"
 
-#include <sys/utsname.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <iomanip>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
@@ -24,6 +19,8 @@
 #include "files/Sha256.h"
 #include "library/LibraryFile.h"
 #include "messages/ToolError.h"
+#include "messages/UtcTime.h"
+#include "platform/Machine.h"
 #include "proof/Installation.h"
 #include "proof/ProofSuite.h"
 #include "runs/ChildProcess.h"
@@ -31,28 +28,12 @@
 namespace vastrelline {
 namespace {
 
-std::string Now() {
-    const std::time_t now = std::time(nullptr);
-    std::tm date{};
-    gmtime_r(&now, &date);
-    std::ostringstream text;
-    text << std::put_time(&date, "%Y-%m-%d %H:%M UTC");
-    return text.str();
-}
-
-std::string ProcessorName() {
-    std::ifstream info("/proc/cpuinfo");
-    for (std::string line; std::getline(info, line);)
-        if (line.starts_with("model name") && line.find(": ") != std::string::npos)
-            return line.substr(line.find(": ") + 2);
-    return "unknown processor";
-}
-
 std::string DescribeMachine() {
-    utsname names{};
-    if (uname(&names) != 0) return ProcessorName();
-    return std::string(names.nodename) + ", " + names.sysname + " " + names.release + " " + names.machine +
-           ", " + ProcessorName();
+    const MachineNames names = AskMachine();
+    const std::string processor = names.processor.empty() ? "unknown processor" : names.processor;
+    if (names.system.empty()) return processor;
+    return names.host + ", " + names.system + " " + names.release + " " + names.architecture + ", " +
+           processor;
 }
 
 // Runs the checks one after the other.
@@ -192,7 +173,7 @@ ExitCode SelftestCommand::Execute(CommandContext& context) {
     TestEnding(report_, ".html", "--report");
     if (!report_.empty()) file.emplace(report_, mayReplace_);
     const Installation installation = FindInstallation(OwnProgram());
-    SelftestReport report{Now(), DescribeMachine(), OwnProgram(), LibraryFile(), "", {}};
+    SelftestReport report{UtcMinute(), DescribeMachine(), OwnProgram(), LibraryFile(), "", {}};
     report.libraryHash = Sha256OfFile(report.library);
     Selftest test(context, installation, jobs_);
     report.checks.push_back(test.CheckFiles(report.library));

@@ -23,7 +23,7 @@
 #include "files/PrivateFolder.h"
 #include "formats/BmpFormat.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 #include "runs/LookAtFrame.h"
 #include "runs/StageCurves.h"
 

@@ -18,7 +18,7 @@
 #include "files/OutputFolder.h"
 #include "formats/PngFormat.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 
 namespace vastrelline {
 namespace {

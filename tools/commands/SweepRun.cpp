@@ -19,9 +19,9 @@
 #include "lint/ProfileSetting.h"
 #include "messages/Suggestion.h"
 #include "pictures/ContactSheet.h"
+#include "platform/Cancellation.h"
 #include "profile/SectionPlan.h"
 #include "profile_text/Utf8.h"
-#include "runs/Cancellation.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 

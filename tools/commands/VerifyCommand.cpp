@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/VerifyCommand.h"
 
-#include <sys/utsname.h>
-
 #include <chrono>
-#include <ctime>
 #include <filesystem>
-#include <iomanip>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
@@ -22,6 +18,8 @@
 #include "files/Sha256.h"
 #include "library/LibraryFile.h"
 #include "messages/ToolError.h"
+#include "messages/UtcTime.h"
+#include "platform/Machine.h"
 #include "proof/ProofSuite.h"
 
 namespace vastrelline {
@@ -33,17 +31,8 @@ std::vector<uint8_t> BytesOf(const std::string& text) { return {text.begin(), te
 
 // "Linux x86_64"
 std::string Platform() {
-    utsname names{};
-    return uname(&names) == 0 ? std::string(names.sysname) + " " + names.machine : std::string();
-}
-
-std::string Today() {
-    const std::time_t now = std::time(nullptr);
-    std::tm date{};
-    gmtime_r(&now, &date);
-    std::ostringstream text;
-    text << std::put_time(&date, "%Y-%m-%d");
-    return text.str();
+    const MachineNames names = AskMachine();
+    return names.system.empty() ? std::string() : names.system + " " + names.architecture;
 }
 
 void Sign(ProofManifest& manifest, const std::string& libraryHash) {
@@ -80,7 +69,7 @@ bool TakeResults(ProofManifest& manifest, size_t first, const std::vector<EntryR
         if (results[i].verdict.state == ProofState::Equal) continue;
         ProofEntry& entry = manifest.entries[first + i];
         if (entry.facts)
-            entry.history.push_back({Today(), reason, VASTRELLINE_VERSION, std::move(*entry.facts)});
+            entry.history.push_back({UtcDay(), reason, VASTRELLINE_VERSION, std::move(*entry.facts)});
         entry.facts = results[i].outcome.facts;
         isChanged = true;
     }

@@ -10,6 +10,7 @@
 
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 namespace {
@@ -30,7 +31,7 @@ std::set<std::string> FramesIn(const std::string& folder) {
             names.insert(entry.lexically_relative(folder).string());
         }
     }
-    if (error) throw InputError(folder, "cannot be read: " + error.message());
+    if (error) throw InputError(folder, "cannot be read: " + DescribeReason(error));
     if (names.empty())
         throw InputError(folder, "holds no frame", "frames end in .raw, .pgm, .png, .tif or .bmp");
     return names;

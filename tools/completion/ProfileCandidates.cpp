@@ -2,7 +2,6 @@
 #include "completion/ProfileCandidates.h"
 
 #include <cstddef>
-#include <cstdlib>
 #include <optional>
 #include <set>
 #include <span>
@@ -10,6 +9,7 @@
 
 #include "keys/KeyTable.h"
 #include "messages/ToolError.h"
+#include "platform/OwnProcess.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
 #include "profile_text/Utf8.h"
@@ -22,8 +22,8 @@ constexpr size_t kMostSections = 100;
 constexpr int32_t kLowExposureMode = 3;
 
 std::string ExpandHome(const std::string& path) {
-    const char* const home = std::getenv("HOME");
-    return path.starts_with("~/") && home != nullptr ? home + path.substr(1) : path;
+    const std::optional<std::string> home = HomeFolder();
+    return path.starts_with("~/") && home ? *home + path.substr(1) : path;
 }
 
 std::optional<ProfileFile> TryRead(const std::string& path) {

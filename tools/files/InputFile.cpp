@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "messages/ToolError.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 
@@ -17,11 +18,11 @@ uint64_t InputFileSize(const std::string& path) {
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found) throw InputError(path, "does not exist");
     if (std::filesystem::is_directory(status)) throw InputError(path, "is a folder, not a file");
-    if (error) throw InputError(path, "cannot be read: " + error.message());
+    if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
     if (!std::filesystem::is_regular_file(status)) throw InputError(path, "is not a regular file");
 
     const uintmax_t size = std::filesystem::file_size(path, error);
-    if (error) throw InputError(path, "cannot be read: " + error.message());
+    if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
     return size;
 }
 
@@ -30,8 +31,8 @@ std::vector<uint8_t> ReadInputFile(const std::string& path, uint64_t maxBytes) {
     if (size > maxBytes) throw InputError(path, "is too large: " + std::to_string(size) + " bytes");
 
     errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw InputError(path, "cannot be read: " + std::generic_category().message(errno));
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    if (!file) throw InputError(path, "cannot be read: " + DescribeReason(LastReason()));
     std::vector<uint8_t> bytes(static_cast<size_t>(size));
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (file.gcount() != static_cast<std::streamsize>(bytes.size()))

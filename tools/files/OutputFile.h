@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/OwnProcess.h"
 
 namespace vastrelline {
 
@@ -44,6 +44,6 @@ private:
 };
 
 // The process that wrote a draft of this name; nothing for names that no draft has.
-std::optional<pid_t> WriterOfDraft(std::string_view leaf);
+std::optional<ProcessNumber> WriterOfDraft(std::string_view leaf);
 
 }  // namespace vastrelline

@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/OutputFolder.h"
 
-#include <fcntl.h>
-#include <stdio.h>  // renameat2 is no part of <cstdio>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -21,17 +15,19 @@
 #include "files/FollowLinks.h"
 #include "files/OutputFile.h"
 #include "messages/ToolError.h"
+#include "platform/FileSteps.h"
+#include "platform/OwnProcess.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr mode_t kNewFolderMode = 0777;  // the process's mask takes away what new folders must not have
 constexpr int kNameAttempts = 100;
 
-OutputError CannotMake(const std::string& path, int reason) {
-    return {path, "cannot be made: " + std::generic_category().message(reason)};
+OutputError CannotMake(const std::string& path, const std::error_code& reason) {
+    return {path, "cannot be made: " + DescribeReason(reason)};
 }
 
 std::string WithoutSeparators(std::string path) {
@@ -80,7 +76,7 @@ void TestTarget(const std::string& path, const std::string& index, bool mayRepla
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) return;
-    if (status.type() == fs::file_type::none) throw CannotMake(path, error.value());
+    if (status.type() == fs::file_type::none) throw CannotMake(path, error);
     if (!fs::is_directory(status)) throw OutputError(path, "is a file, not a folder");
     if (!mayReplace)
         throw OutputError(path, "exists already", "--force replaces a folder that this command made");
@@ -99,15 +95,17 @@ OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayR
     if (leaf.empty() || leaf == "." || leaf == "..") throw OutputError(path, "names no folder of its own");
     TestTarget(path_, index_, mayReplace_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
-        const std::string draftLeaf = ".v" + std::to_string(getpid()) + "-" + std::to_string(attempt);
+        const std::string draftLeaf =
+            ".v" + std::to_string(OwnProcessNumber()) + "-" + std::to_string(attempt);
         const std::string candidate = (wanted.parent_path() / draftLeaf).string();
-        if (mkdir(candidate.c_str(), kNewFolderMode) == 0) {
+        std::error_code reason;
+        if (fs::create_directory(candidate, reason)) {
             draftPath_ = candidate;
             return;
         }
-        if (errno != EEXIST) throw CannotMake(path_, errno);
+        if (reason) throw CannotMake(path_, reason);
     }
-    throw CannotMake(path_, EEXIST);
+    throw CannotMake(path_, std::make_error_code(std::errc::file_exists));
 }
 
 OutputFolder::~OutputFolder() {
@@ -122,18 +120,19 @@ void OutputFolder::Write(std::string_view leaf, std::string_view bytes) {
 }
 
 void OutputFolder::Publish() {
-    if (renameat2(AT_FDCWD, draftPath_.c_str(), AT_FDCWD, path_.c_str(), RENAME_NOREPLACE) == 0) {
+    std::error_code reason = MoveToFreeName(draftPath_, path_);
+    if (!reason) {
         draftPath_.clear();
         return;
     }
-    const int reason = errno;
-    if (reason != EEXIST && reason != EINVAL && reason != ENOSYS) throw CannotMake(path_, reason);
+    if (reason != std::errc::file_exists && reason != std::errc::not_supported)
+        throw CannotMake(path_, reason);
     TestTarget(path_, index_, mayReplace_);  // it may have come up, or have changed, meanwhile
     // In one step where the file system can do it; the older folder then goes with the draft's name.
-    if (renameat2(AT_FDCWD, draftPath_.c_str(), AT_FDCWD, path_.c_str(), RENAME_EXCHANGE) == 0) return;
+    if (!ExchangeNames(draftPath_, path_)) return;
     std::error_code ignored;
     fs::remove_all(path_, ignored);
-    if (rename(draftPath_.c_str(), path_.c_str()) != 0) throw CannotMake(path_, errno);
+    if ((reason = MoveOver(draftPath_, path_))) throw CannotMake(path_, reason);
     draftPath_.clear();
 }
 

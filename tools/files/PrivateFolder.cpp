@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/PrivateFolder.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <string>
 #include <system_error>
 
 #include "messages/ToolError.h"
+#include "platform/FileSteps.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 
 PrivateFolder::PrivateFolder() {
     std::error_code error;
-    const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
-    std::string name = ((error ? std::filesystem::path("/tmp") : parent) / "vastrelline-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr)
-        throw OutputError(parent.string(), "takes no folder: " + std::generic_category().message(errno),
+    std::filesystem::path parent = std::filesystem::temp_directory_path(error);
+    if (error) parent = "/tmp";
+    std::string path;
+    if (const std::error_code reason = MakePrivateFolder(parent.string(), "vastrelline-", path))
+        throw OutputError(parent.string(), "takes no folder: " + DescribeReason(reason),
                           "TMPDIR names another place for temporary files");
-    path_ = name;
+    path_ = path;
 }
 
 PrivateFolder::~PrivateFolder() {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <ios>
 #include <string_view>
@@ -12,6 +13,7 @@
 
 #include "files/InputFile.h"
 #include "messages/ToolError.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 namespace {
@@ -108,14 +110,14 @@ std::string Sha256OfFile(const std::string& path) {
     constexpr size_t kPieceBytes = size_t{1} << 16;
     InputFileSize(path);  // refuses what is no regular file
     errno = 0;
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
     std::vector<uint8_t> piece(kPieceBytes);
     Sha256 hash;
     while (file) {
         file.read(reinterpret_cast<char*>(piece.data()), static_cast<std::streamsize>(piece.size()));
         hash.Add({piece.data(), static_cast<size_t>(file.gcount())});
     }
-    if (!file.eof()) throw InputError(path, "cannot be read: " + std::generic_category().message(errno));
+    if (!file.eof()) throw InputError(path, "cannot be read: " + DescribeReason(LastReason()));
     return hash.Finish();
 }
 

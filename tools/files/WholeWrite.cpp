@@ -2,21 +2,23 @@
 #include "files/WholeWrite.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <ios>
 #include <system_error>
 
 #include "messages/ToolError.h"
+#include "platform/Reason.h"
 
 namespace vastrelline {
 
 void WriteWhole(const std::string& path, std::string_view bytes) {
     errno = 0;
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(std::filesystem::path(path), std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file)
-        throw OutputError(path, "cannot be written: " + std::generic_category().message(errno),
+        throw OutputError(path, "cannot be written: " + DescribeReason(LastReason()),
                           "TMPDIR names another place for temporary files");
 }
 

@@ -5,8 +5,12 @@
 #include <chrono>
 #include <cmath>
 #include <optional>
+#include <string>
 
 #include "library/ExportFunctions.h"
+#include "messages/ToolError.h"
+#include "platform/DynamicLibrary.h"
+#include "platform/LibraryText.h"
 
 namespace vastrelline {
 namespace {
@@ -22,18 +26,43 @@ ExportFunctions LinkedFunctions() {
             ImageProcessing_NE, ImageProcessingCR, Getdose_ImageInfo};
 }
 
-int32_t CallByKind(const ExportFunctions& functions, ExportRequest& request) {
+// As the called function takes them.
+struct CallTexts {
+    std::string profile;
+    std::string section;
+    std::string bitmap;
+    std::string sensorFolder;
+};
+
+std::string Known(const std::optional<std::string>& converted, const std::string& text) {
+    if (!converted)
+        throw InputError(text, "has characters that this machine's code page lacks",
+                         "give the file, the folder or the section a plainer name");
+    return *converted;
+}
+
+CallTexts ConvertTexts(const ExportRequest& request) {
+    // The one function that takes UTF-8 everywhere.
+    if (request.kind == ExportKind::NS)
+        return {request.profile, request.section, request.bitmapPath, request.sensorFolder};
+    return {Known(LibraryPath(request.profile), request.profile),
+            Known(LibraryText(request.section), request.section),
+            Known(LibraryPath(request.bitmapPath), request.bitmapPath),
+            Known(LibraryPath(request.sensorFolder), request.sensorFolder)};
+}
+
+int32_t CallByKind(const ExportFunctions& functions, ExportRequest& request, const CallTexts& texts) {
     const std::optional<SensorGeometry> values = MakeGeometry(request);
     const SensorGeometry* const geometry = values ? &*values : nullptr;
     uint16_t* const input = request.frame.pixels.data();
     uint16_t* const output = request.output.data();
     const int32_t width = request.frame.width;
     const int32_t height = request.frame.height;
-    const char* const profile = request.profile.c_str();
-    const char* const section = request.section.c_str();
+    const char* const profile = texts.profile.c_str();
+    const char* const section = texts.section.c_str();
     const uint8_t mapping = request.applyMapping ? 1 : 0;
     const uint8_t spots = request.applySpotCorrection ? 1 : 0;
-    const char* const bitmap = request.bitmapPath.c_str();
+    const char* const bitmap = texts.bitmap.c_str();
     switch (request.kind) {
         case ExportKind::Plain:
             return functions.plain(input, output, width, height, profile, section, mapping, spots);
@@ -45,7 +74,7 @@ int32_t CallByKind(const ExportFunctions& functions, ExportRequest& request) {
             return functions.ns(input, width, height, profile, section, mapping, spots, bitmap, geometry);
         case ExportKind::NE:
             return functions.ne(input, width, height, profile, section, mapping, spots, bitmap,
-                                request.sensorFolder.c_str(), request.sensorMode);
+                                texts.sensorFolder.c_str(), request.sensorMode);
         case ExportKind::CR:
             return functions.cr(input, output, width, height, profile, section);
     }
@@ -68,8 +97,10 @@ int32_t CallExport(ExportRequest& request) {
     const ExportFunctions functions = request.library.empty()
                                           ? LinkedFunctions()
                                           : LoadExportFunctions(request.library, request.instructions);
+    const CallTexts texts = ConvertTexts(request);
+    PrintMessageBoxes(reinterpret_cast<void*>(functions.plain));
     const auto start = std::chrono::steady_clock::now();
-    const int32_t code = CallByKind(functions, request);
+    const int32_t code = CallByKind(functions, request, texts);
     const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start;
     request.record.elapsedMs = elapsed.count();
     request.record.dose = AskForDose(functions);

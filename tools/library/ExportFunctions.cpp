@@ -1,45 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "library/ExportFunctions.h"
 
-#include <dlfcn.h>
-
 #include <cstdint>
 
 #include "messages/ToolError.h"
+#include "platform/DynamicLibrary.h"
 
 namespace vastrelline {
 namespace {
 
-// Reasons of the loader begin with the file's name, which stands before them already.
-std::string LoaderReason(const std::string& library) {
-    const char* const said = dlerror();
-    std::string reason = said == nullptr ? "unknown reason" : said;
-    const std::string head = library + ": ";
-    return reason.starts_with(head) ? reason.substr(head.size()) : reason;
-}
+std::string Remedy() { return std::string("name a build of ").append(kLibraryLeaf); }
 
 class LoadedLibrary {
 public:
     explicit LoadedLibrary(const std::string& path) : path_(path) {
-        // What this process is linked with has the same names; they are looked for in the file itself.
-        handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (handle_ == nullptr)
-            throw InputError(path, "cannot be loaded as a library: " + LoaderReason(path),
-                             "name a build of libvastrelline.so");
+        std::string reason;
+        library_ = DynamicLibrary::Load(path, reason);
+        if (!reason.empty()) throw InputError(path, "cannot be loaded as a library: " + reason, Remedy());
     }
 
     template <typename Function>
     Function Find(const char* name) const {
-        void* const found = dlsym(handle_, name);
-        if (found == nullptr)
-            throw InputError(path_, std::string("has no function ") + name,
-                             "name a build of libvastrelline.so");
+        void* const found = library_.Find(name);
+        if (found == nullptr) throw InputError(path_, std::string("has no function ") + name, Remedy());
         return reinterpret_cast<Function>(found);
     }
 
 private:
     std::string path_;
-    void* handle_ = nullptr;
+    DynamicLibrary library_;
 };
 
 void Limit(const LoadedLibrary& loaded, const std::string& library, const std::string& instructions) {

@@ -7,7 +7,7 @@
 #include <new>
 
 #include "batch/Crew.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 
 namespace vastrelline {
 namespace {

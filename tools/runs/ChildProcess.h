@@ -15,8 +15,8 @@ namespace vastrelline {
 struct ChildEnd {
     enum class Kind : uint8_t { Exited, Killed, TimedOut, Cancelled };
     Kind kind = Kind::Exited;
-    int number = 0;    // the exit code, or the signal that killed it
-    std::string said;  // what it wrote to standard error, at most kMostSaid bytes
+    int64_t number = 0;  // the exit code, or what killed it
+    std::string said;    // what it wrote to standard error, at most kMostSaid bytes
 };
 
 // A child that never stops talking must not fill the memory of its parent.

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "runs/Worker.h"
 
-#include <signal.h>
-#include <sys/prctl.h>
-
-#include <cstring>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -12,8 +8,10 @@
 
 #include "files/PrivateFolder.h"
 #include "messages/ToolError.h"
+#include "platform/ChildProgram.h"
+#include "platform/MemoryLimit.h"
+#include "platform/OwnProcess.h"
 #include "runs/ChildProcess.h"
-#include "runs/MemoryLimit.h"
 #include "runs/WorkerJob.h"
 
 namespace vastrelline {
@@ -44,10 +42,7 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
                     " ms and was ended",
                 "--timeout gives it more");
         case ChildEnd::Kind::Killed:
-            throw ProcessingError({},
-                                  "the run was ended by signal " + std::to_string(end.number) + " (" +
-                                      strsignal(end.number) + ")",
-                                  kNothingWritten);
+            throw ProcessingError({}, "the run was ended by " + DescribeKill(end.number), kNothingWritten);
         case ChildEnd::Kind::Exited:
             break;
     }
@@ -84,8 +79,7 @@ int32_t CallInWorker(ExportRequest& request) {
 }
 
 int RunWorker(const char* folder, const ExportCaller& callExport) {
-    // Nobody wants the result of a worker whose parent is gone.
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ServeParent();
     try {
         ExportRequest request = ReadJob(folder);
         if (request.memoryLimit) LimitMemory(*request.memoryLimit);

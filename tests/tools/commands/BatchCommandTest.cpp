@@ -14,7 +14,7 @@
 #include "ToolRun.h"
 #include "commands/BatchCommand.h"
 #include "messages/ToolError.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {

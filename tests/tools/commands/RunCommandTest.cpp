@@ -15,7 +15,7 @@
 #include "ToolRun.h"
 #include "commands/RunCommand.h"
 #include "formats/PngFormat.h"
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <set>
 #include <string>
 
 #include "completion/ProfileCandidates.h"
+#include "support/SetVariable.h"
 #include "support/TemporaryFolder.h"
 
 namespace vastrelline {
@@ -46,14 +46,8 @@ TEST(ProfileCandidates, KnownKeysAreListedOnceAndExplained) {
 TEST(ProfileCandidates, ATildeIsTheHomeFolder) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "p.ini", "[Mine]\n");
-    const char* const old = std::getenv("HOME");
-    const std::string before = old == nullptr ? "" : old;
-    setenv("HOME", folder.Path().c_str(), 1);
+    const SetVariable home(kHomeVariable, folder.Path().string());
     const std::vector<Candidate> sections = ListSections("~/p.ini");
-    if (old == nullptr)
-        unsetenv("HOME");
-    else
-        setenv("HOME", before.c_str(), 1);
     ASSERT_EQ(sections.size(), 1U);
     EXPECT_EQ(sections[0].text, "Mine");
 }

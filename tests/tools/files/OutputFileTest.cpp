@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
@@ -117,7 +116,7 @@ TEST(OutputFile, WhatCannotBeAFileIsRefusedEvenWithForce) {
 TEST(OutputFile, ADraftTellsWhoWritesIt) {
     const TemporaryFolder folder;
     const OutputFile file(folder.Narrow("a.bmp"), false);
-    EXPECT_EQ(WriterOfDraft(std::filesystem::path(file.DraftPath()).filename().string()), getpid());
+    EXPECT_EQ(WriterOfDraft(std::filesystem::path(file.DraftPath()).filename().string()), OwnProcessNumber());
     EXPECT_EQ(WriterOfDraft(".v12-3"), 12);
     for (const char* const leaf :
          {"", ".v", ".v12", ".v12-", ".v12-.png", ".v12-x.png", ".v-1-2.png", ".v0-1", ".vx-1", "v12-3.png"})

@@ -6,7 +6,7 @@
 #include <new>
 #include <vector>
 
-#include "runs/MemoryLimit.h"
+#include "platform/MemoryLimit.h"
 
 namespace vastrelline {
 namespace {

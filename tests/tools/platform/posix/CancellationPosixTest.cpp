@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "runs/Cancellation.h"
+#include "platform/Cancellation.h"
 #include "runs/ChildProcess.h"
 
 namespace vastrelline {

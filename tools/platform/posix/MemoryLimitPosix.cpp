@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runs/MemoryLimit.h"
-
 #include <sys/resource.h>
 
 #include <algorithm>
+
+#include "platform/MemoryLimit.h"
 
 namespace vastrelline {
 namespace {

@@ -22,7 +22,7 @@
 
 #include "ToolWorkers.h"
 #include "batch/BatchManifest.h"
-#include "runs/MemoryLimit.h"
+#include "platform/MemoryLimit.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "runs/Cancellation.h"
-
 #include <signal.h>  // sigaction is no part of <csignal>
 
 #include <atomic>
 #include <initializer_list>
+
+#include "platform/Cancellation.h"
 
 namespace vastrelline {
 namespace {
