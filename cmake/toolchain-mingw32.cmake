@@ -11,7 +11,8 @@ set(CMAKE_OBJCOPY i686-w64-mingw32-objcopy)
 set(CMAKE_OBJDUMP i686-w64-mingw32-objdump)
 set(CMAKE_READELF i686-w64-mingw32-readelf)
 
-set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
+# What scripts/build-windows-libraries.sh has built, and the compiler's own.
+set(CMAKE_FIND_ROOT_PATH ${CMAKE_CURRENT_LIST_DIR}/../build/windows-libraries/x86 /usr/i686-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

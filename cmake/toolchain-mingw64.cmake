@@ -11,7 +11,8 @@ set(CMAKE_OBJCOPY x86_64-w64-mingw32-objcopy)
 set(CMAKE_OBJDUMP x86_64-w64-mingw32-objdump)
 set(CMAKE_READELF x86_64-w64-mingw32-readelf)
 
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+# What scripts/build-windows-libraries.sh has built, and the compiler's own.
+set(CMAKE_FIND_ROOT_PATH ${CMAKE_CURRENT_LIST_DIR}/../build/windows-libraries/x64 /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -19,9 +19,9 @@ declare -A packages=(
     [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils abigail-tools netpbm zsh fish mandoc locales chromium fonts-dejavu-core python3-numpy python3-build python3-setuptools python3-wheel python3-distributed parallel shellcheck mono-mcs mono-runtime libmono-system-core4.0-cil fp-compiler fp-units-rtl fp-units-fcl"
     [packages]="dpkg-dev lintian mmdebstrap python3 python3-setuptools python3-wheel"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
-    [ci]="ccache python3 reuse clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix wine64 googletest"
+    [ci]="ccache python3 reuse clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev wine64 googletest"
     [aarch64]="g++-aarch64-linux-gnu qemu-user googletest"
-    [windows32]="g++-mingw-w64-i686-posix mmdebstrap googletest"
+    [windows32]="g++-mingw-w64-i686-posix libz-mingw-w64-dev dpkg-dev mmdebstrap googletest"
 )
 
 # Node from elsewhere than Debian has npm inside, and does not go with Debian's.
