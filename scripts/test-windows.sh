@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 #
-# Builds Vastrelline.dll with mingw-w64 and runs the test programs under Wine, without a screen.
+# Builds Vastrelline.dll and vastrelline.exe with mingw-w64 and runs the test programs under Wine, without a screen.
 #
 #     scripts/test-windows.sh [32]
 #
-# The argument asks for the DLL of 32-bit Windows.
+# The argument asks for those of 32-bit Windows.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,12 +19,14 @@ unset DISPLAY WAYLAND_DISPLAY
 if [[ "${1:-64}" == 32 ]]; then
     preset=windows32
     scripts/install-dependencies.sh build test windows32
+    scripts/build-windows-libraries.sh 32
     scripts/wine32.sh --install
     wine=(scripts/wine32.sh)
     wineserver=(scripts/wine32.sh --server)
 else
     preset=windows
     scripts/install-dependencies.sh build test ci
+    scripts/build-windows-libraries.sh
     wine=("$(dpkg -L wine64 | grep '/wine64$' | head -n 1)")
     wineserver=("$(dirname "${wine[0]}")/wineserver")
     if [[ ! -x "${wineserver[0]}" ]]; then

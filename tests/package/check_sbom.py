@@ -26,13 +26,18 @@ LOADED = {
     "vastrelline": r"libvastrelline\.so",
 }
 
-# Functions that come from one part only, as a DLL names them, with and without the underscore of 32 bits.
+# Functions that come from one part only, as a DLL or a program names them, with and without the underscore of 32 bits.
 LINKED = {
     "libssp": r"_?__stack_chk_fail",
     "libstdc++": r"_?_ZNSt9exceptionD2Ev",
     "libgcc": r"_?_Unwind_(SjLj_)?RaiseException",
     "winpthreads": r"_?pthread_mutex_lock",
     "mingw-w64": r"_?_pei386_runtime_relocator",
+    "libpng": r"_?png_create_read_struct",
+    "libtiff": r"_?TIFFClientOpen",
+    "zlib": r"_?inflateInit2_",
+    "CLI11": r"_?_ZN3CLI3App.*",
+    "nlohmann-json": r"_?_ZN8nlohmann.*",
 }
 
 
@@ -95,14 +100,16 @@ def main(sbom, reader, library, header, tool=None):
         for part in told:
             # libgcc is loaded by the standard library where no object asks for it.
             expect(part == "libgcc" or any(re.match(LOADED.get(part, "-"), each) for each in loaded), f"{name} loads no {part}")
-    if library.endswith(".dll"):
-        told = parts_of("vastrelline", "STATIC_LINK")
-        functions = linked(reader, library)
+    for name, file in (("vastrelline", library), ("vastrelline-tools", tool)):
+        if file is None or not file.endswith((".dll", ".exe")):
+            continue
+        told = parts_of(name, "STATIC_LINK")
+        functions = linked(reader, file)
         expect(told <= LINKED.keys(), f"nobody knows how to find {', '.join(told - LINKED.keys())}")
         for part, pattern in LINKED.items():
             holds = any(re.fullmatch(pattern, each) for each in functions)
-            expect(holds <= (part in told), f"{library} holds {part}, which is not told")
-            expect((part in told) <= holds, f"{library} holds no {part}")
+            expect(holds <= (part in told), f"{file} holds {part}, which is not told")
+            expect((part in told) <= holds, f"{file} holds no {part}")
     for fault in faults:
         print(f"{sbom}: {fault}", file=sys.stderr)
     return len(faults) > 0
