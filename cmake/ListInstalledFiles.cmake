@@ -4,11 +4,12 @@
 # `vastrelline selftest`; `sha256sum --check` in the prefix reads it, too. Where the tool is installed as a component,
 # the list holds its files and the library that lies there already, for the other components may come and go.
 #
-# dataFolder, libraryFolder   below the prefix
+# dataFolder     below the prefix
+# libraryFiles   a pattern of the library's, below the prefix
 set(list "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${dataFolder}/installed-files.txt")
 set(files ${CMAKE_INSTALL_MANIFEST_FILES})
 if(CMAKE_INSTALL_COMPONENT)
-    file(GLOB libraries "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${libraryFolder}/libvastrelline.so.*")
+    file(GLOB libraries "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${libraryFiles}")
     foreach(library IN LISTS libraries)
         file(RELATIVE_PATH name "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}" "${library}")
         list(PREPEND files "${CMAKE_INSTALL_PREFIX}/${name}")

@@ -10,6 +10,7 @@
 #     packages    the Debian packages and their test
 #     fuzz    the fuzzers, and what measures how far their corpus reaches
 #     ci      format and lint checks, and the Windows build with its tests
+#     zips        the archives for Windows and their test
 #     aarch64     the build for 64-bit Arm with its tests
 #     windows32   the build for 32-bit Windows with its tests
 set -euo pipefail
@@ -20,6 +21,7 @@ declare -A packages=(
     [packages]="dpkg-dev lintian mmdebstrap python3 python3-setuptools python3-wheel"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
     [ci]="ccache python3 reuse clang-14 clang-format-14 clang-tidy-14 g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev wine64 googletest"
+    [zips]="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libz-mingw-w64-dev dpkg-dev llvm-14 wine64 python3 unzip"
     [aarch64]="g++-aarch64-linux-gnu qemu-user googletest"
     [windows32]="g++-mingw-w64-i686-posix libz-mingw-w64-dev dpkg-dev mmdebstrap googletest"
 )

@@ -15,6 +15,7 @@ export WINEPREFIX
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 unset DISPLAY WAYLAND_DISPLAY
+export LC_ALL=C.UTF-8  # else Wine makes no file whose name has a letter beyond ASCII
 
 if [[ "${1:-64}" == 32 ]]; then
     preset=windows32

@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     vastrelline::PrepareStandardStreams();
     constexpr size_t kWorkerArguments = 3;
     if (words->size() == kWorkerArguments && (*words)[1] == vastrelline::kWorkerWord)
-        return vastrelline::RunWorker((*words)[2].c_str(), vastrelline::CallExport);
+        return vastrelline::RunWorker((*words)[2], vastrelline::CallExport);
     vastrelline::CatchCancellation();
     std::vector<const char*> pointers;
     for (const std::string& word : *words) pointers.push_back(word.c_str());

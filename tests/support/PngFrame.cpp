@@ -21,6 +21,8 @@ Frame ReadPngFrame(const std::filesystem::path& path) {
 #include <cstdint>
 #include <memory>
 
+#include "support/TemporaryFolder.h"
+
 namespace vastrelline {
 
 // The library's simple interface takes 16 bits as linear light; asked for the same, it converts nothing.
@@ -28,7 +30,8 @@ Frame ReadPngFrame(const std::filesystem::path& path) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     const std::unique_ptr<png_image, decltype(&png_image_free)> owner(&image, png_image_free);
-    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
+    const std::string bytes = ReadBytes(path);
+    if (png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()) == 0)
         throw std::runtime_error(path.string() + ": " + image.message);
     if (image.format != PNG_FORMAT_LINEAR_Y)
         throw std::runtime_error(path.string() + ": not plain grey with 16 bits");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -58,9 +59,12 @@ public:
                std::wstring(leaf);
     }
 
+    // The same as a text. What stands behind the folder may have several levels, with "/".
     std::string Narrow(std::string_view leaf) const {
-        return path_.string() + static_cast<char>(std::filesystem::path::preferred_separator) +
-               std::string(leaf);
+        std::string text(leaf);
+        std::replace(text.begin(), text.end(), '/',
+                     static_cast<char>(std::filesystem::path::preferred_separator));
+        return path_.string() + static_cast<char>(std::filesystem::path::preferred_separator) + text;
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ToolProgram.h"
+#include "platform/PathText.h"
 #include "support/SourceTree.h"
 #include "support/TemporaryFolder.h"
 
@@ -36,6 +37,37 @@ TEST_F(ToolProgram, EnhancesAFrame) {
 TEST_F(ToolProgram, MakesAPictureThatViewersOpen) {
     EXPECT_EQ(Process("ImageProcessing", "out.png", "p.ini").exitCode, 0);
     EXPECT_EQ(ReadBytes(folder_.Path() / "out.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
+}
+
+// Each command meets a name that no code page holds.
+TEST_F(ToolProgram, TakesNamesOfAnyCharacter) {
+    const std::filesystem::path folder = folder_.Path() / PathOf("Z\xC3\xA4hne \xE6\xAD\xAF");
+    std::filesystem::create_directory(folder);
+    const auto at = [&](const char* leaf) { return (folder / PathOf(leaf)).string(); };
+    std::filesystem::copy_file(folder_.Path() / "p.ini", folder / "p.ini");
+    const std::vector<std::vector<std::string>> commands{
+        {"phantom", "--size", "130x167", "--out", at("\xE6\xAD\xAF.png")},
+        {"info", at("\xE6\xAD\xAF.png")},
+        {"convert", at("\xE6\xAD\xAF.png"), at("\xE6\xAD\xAF.tif")},
+        {"run", at("\xE6\xAD\xAF.tif"), "--profile", at("p.ini"), "--section", "General", "--out",
+         at("out \xE6\xAD\xAF.png"), "--log", at("\xE6\xAD\xAF.txt"), "--record", at("\xE6\xAD\xAF.json"),
+         "--strip", at("strip.png")},
+        {"rerun", at("\xE6\xAD\xAF.json")},
+        {"stages", at("\xE6\xAD\xAF.png"), "--profile", at("p.ini"), "--section", "General", "--out",
+         at("stages")},
+        {"batch", at(""), "--profile", at("p.ini"), "--section", "General", "--out",
+         at("batch \xE6\xAD\xAF")},
+        {"compare", at("batch \xE6\xAD\xAF"), at("batch \xE6\xAD\xAF"), "--report", at("\xE6\xAD\xAF.html")},
+        {"profile", "lint", at("p.ini")},
+        {"profile", "set", at("p.ini"), "--section", "General", "BITSTORED=12"},
+        {"verify", at("m.json"), "--add", "--frame", at("\xE6\xAD\xAF.png"), "--profile", at("p.ini"),
+         "--section", "General"},
+        {"verify", at("m.json")}};
+    for (const std::vector<std::string>& words : commands) {
+        const ToolRun run = Start(words);
+        EXPECT_EQ(run.exitCode, 0) << words[0] << ": " << run.errors << run.report;
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / PathOf("batch \xE6\xAD\xAF/out \xE6\xAD\xAF.png")));
 }
 
 TEST_F(ToolProgram, TellsThatTheProfileIsMissing) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -48,15 +49,15 @@ std::string TextOf(const Json& object, const char* name) {
 
 void MakeFolder(const std::string& folder) {
     std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (!std::filesystem::is_directory(folder))
+    std::filesystem::create_directories(PathOf(folder), error);
+    if (!std::filesystem::is_directory(PathOf(folder)))
         throw OutputError(folder, error ? "cannot be made: " + DescribeReason(error) : "is no folder");
 }
 
 }  // namespace
 
 BatchManifest::BatchManifest(const std::string& folder, Opening opening, BatchSettings settings)
-    : path_((std::filesystem::path(folder) / kManifestLeaf).string()), settings_(std::move(settings)) {
+    : path_((PathOf(folder) / kManifestLeaf).string()), settings_(std::move(settings)) {
     MakeFolder(folder);
     settings_.section = PlainText(settings_.section);
     settings_.options = PlainText(settings_.options);

@@ -12,6 +12,7 @@
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
 #include "platform/PathPattern.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -30,11 +31,11 @@ fs::path Absolute(const fs::path& path) {
 // from.
 class Gathering {
 public:
-    explicit Gathering(const std::string& outputFolder) : outputFolder_(Absolute(outputFolder)) {}
+    explicit Gathering(const std::string& outputFolder) : outputFolder_(Absolute(PathOf(outputFolder))) {}
 
     void Add(const std::string& input) {
         std::error_code error;
-        const fs::file_status status = fs::status(input, error);
+        const fs::file_status status = fs::status(PathOf(input), error);
         if (fs::is_directory(status))
             AddFolder(input);
         else if (fs::exists(status))
@@ -62,18 +63,18 @@ private:
 
     void AddFile(const std::string& path) {
         // The folder alone: a link to a file keeps its own name.
-        const fs::path folder = Absolute(fs::absolute(path).parent_path());
+        const fs::path folder = Absolute(fs::absolute(PathOf(path)).parent_path());
         Widen(folder);
-        files_.emplace(folder / fs::path(path).filename(), path);
+        files_.emplace(folder / PathOf(path).filename(), path);
     }
 
     void AddFolder(const std::string& path) {
-        const fs::path whole = Absolute(path);
+        const fs::path whole = Absolute(PathOf(path));
         if (whole == outputFolder_)
             throw UsageError("--out is the folder of the frames: " + path, "name another folder");
         Widen(whole);
         std::error_code error;
-        fs::recursive_directory_iterator entries(path, error);
+        fs::recursive_directory_iterator entries(PathOf(path), error);
         for (; !error && entries != fs::recursive_directory_iterator(); entries.increment(error)) {
             const fs::path& entry = entries->path();
             const bool isHidden = entry.filename().string().starts_with('.');
@@ -82,7 +83,7 @@ private:
                 if (isHidden || Absolute(entry) == outputFolder_) entries.disable_recursion_pending();
             } else if (!isHidden && FileKindOf(entry.string()) != FileKind::Other &&
                        entries->is_regular_file(ignored)) {
-                files_.emplace(whole / entry.lexically_relative(path), entry.string());
+                files_.emplace(whole / entry.lexically_relative(PathOf(path)), entry.string());
             }
         }
         if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
@@ -93,7 +94,7 @@ private:
         const std::vector<std::string> paths = ExpandPattern(pattern);
         if (paths.empty()) throw InputError(pattern, "fits no file");
         for (const std::string& path : paths) {
-            if (fs::is_directory(path))
+            if (fs::is_directory(PathOf(path)))
                 AddFolder(path);
             else
                 AddFile(path);
@@ -108,23 +109,23 @@ private:
 // "a.raw" gives "a.png"; an ending that tells nothing of the format belongs to the name.
 std::string ResultName(fs::path frame, const std::string& ending, bool keepsEnding) {
     if (!keepsEnding && FileKindOf(frame.string()) != FileKind::Other) frame.replace_extension();
-    return frame.string() + "." + ending;
+    return frame.generic_string() + "." + ending;
 }
 
 void TestResults(const std::vector<ListedFrame>& frames, const Gathering& gathering,
                  const std::string& outputFolder) {
     std::map<std::string_view, const ListedFrame*> results;
-    const fs::path folder = Absolute(outputFolder);
+    const fs::path folder = Absolute(PathOf(outputFolder));
     for (const ListedFrame& frame : frames) {
         const auto [other, isNew] = results.emplace(frame.result, &frame);
         if (!isNew)
             throw UsageError(
                 frame.path + " and " + other->second->path + " would both become " + frame.result,
                 "rename one of them");
-        if (gathering.Files().contains(folder / frame.result))
-            throw UsageError(
-                "the result of " + frame.path + " would replace a frame: " + (folder / frame.result).string(),
-                "name another folder in --out");
+        if (gathering.Files().contains(folder / PathOf(frame.result)))
+            throw UsageError("the result of " + frame.path +
+                                 " would replace a frame: " + (folder / PathOf(frame.result)).string(),
+                             "name another folder in --out");
     }
 }
 

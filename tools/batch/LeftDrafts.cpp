@@ -7,6 +7,7 @@
 
 #include "files/OutputFile.h"
 #include "platform/OwnProcess.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 
@@ -15,7 +16,8 @@ namespace fs = std::filesystem;
 size_t RemoveLeftDrafts(const std::string& folder) {
     size_t count = 0;
     std::error_code error;
-    fs::recursive_directory_iterator entries(folder, fs::directory_options::skip_permission_denied, error);
+    fs::recursive_directory_iterator entries(PathOf(folder), fs::directory_options::skip_permission_denied,
+                                             error);
     for (; !error && entries != fs::recursive_directory_iterator(); entries.increment(error)) {
         const std::optional<ProcessNumber> writer = WriterOfDraft(entries->path().filename().string());
         std::error_code ignored;

@@ -18,6 +18,7 @@
 #include "formats/BmpFormat.h"
 #include "library/LibraryFile.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "runs/FrameRun.h"
 
 namespace vastrelline {
@@ -77,7 +78,7 @@ BuildRun RunOther(const FolderRun& input, const SectionPlan& plan, const ExportR
 
 ExitCode RunAgainst(const RunOptions& options, CommandContext& context) {
     // The loader takes a name without a separator for one to be looked for in its own folders.
-    const std::string library = std::filesystem::absolute(options.against).string();
+    const std::string library = std::filesystem::absolute(PathOf(options.against)).string();
     AgainstReport report;
     report.other = {options.against, Sha256OfFile(options.against), kSuccess};
     report.own = {LibraryFile(), LibraryHash(), kSuccess};

@@ -19,6 +19,7 @@
 #include "files/Sha256.h"
 #include "messages/ToolError.h"
 #include "platform/Cancellation.h"
+#include "platform/PathText.h"
 #include "runs/LookAtProfile.h"
 
 namespace vastrelline {
@@ -41,15 +42,15 @@ std::string SensorText(const SectionPlan& plan, const BatchOptions& options) {
 void TestNames(const BatchOptions& options, const std::vector<ListedFrame>& frames,
                const BatchManifest& manifest) {
     for (const ListedFrame& frame : frames) {
-        const std::string path = (fs::path(options.folder) / frame.result).string();
+        const std::string path = (PathOf(options.folder) / PathOf(frame.result)).make_preferred().string();
         std::error_code error;
-        if (fs::equivalent(path, options.run.profile, error) && !error)
+        if (fs::equivalent(PathOf(path), PathOf(options.run.profile), error) && !error)
             throw UsageError("the result of " + frame.path + " would replace the profile");
         // By way of a link in the folder of the results.
-        if (fs::equivalent(path, frame.path, error) && !error)
+        if (fs::equivalent(PathOf(path), PathOf(frame.path), error) && !error)
             throw UsageError("the result of " + frame.path + " would replace a frame: " + path,
                              "name another folder in --out");
-        if (!options.run.mayReplace && !manifest.IsOwn(frame.result) && fs::exists(path, error))
+        if (!options.run.mayReplace && !manifest.IsOwn(frame.result) && fs::exists(PathOf(path), error))
             throw OutputError(path, "exists already", "--force replaces it");
     }
 }

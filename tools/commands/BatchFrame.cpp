@@ -18,6 +18,7 @@
 #include "formats/FrameFile.h"
 #include "formats/PictureFile.h"
 #include "platform/Cancellation.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
@@ -39,7 +40,7 @@ void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
 
 // Whether the result that the manifest tells of is there, whole and made of this very frame.
 bool IsDone(const FrameHashes* told, const std::string& frameHash, const std::string& resultPath) {
-    if (told == nullptr || told->frame != frameHash || !fs::is_regular_file(resultPath)) return false;
+    if (told == nullptr || told->frame != frameHash || !fs::is_regular_file(PathOf(resultPath))) return false;
     try {
         return Sha256OfFile(resultPath) == told->result;
     } catch (const InputError&) {
@@ -49,7 +50,7 @@ bool IsDone(const FrameHashes* told, const std::string& frameHash, const std::st
 
 void MakeFolderOf(const std::string& path) {
     std::error_code error;
-    fs::create_directories(fs::path(path).parent_path(), error);
+    fs::create_directories(PathOf(path).parent_path(), error);
     if (error) throw OutputError(path, "cannot be written: " + DescribeReason(error));
 }
 
@@ -126,7 +127,7 @@ FrameOutcome DoBatchFrame(const BatchPlan& plan, const ListedFrame& frame,
                           const std::function<void()>& onWait) {
     FrameOutcome outcome;
     outcome.frame = &frame;
-    outcome.resultPath = (fs::path(plan.options.folder) / frame.result).string();
+    outcome.resultPath = (PathOf(plan.options.folder) / PathOf(frame.result)).make_preferred().string();
     try {
         Do(plan, outcome, onWait);
     } catch (const CancelledError&) {

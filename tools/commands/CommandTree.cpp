@@ -30,6 +30,7 @@ std::string FooterOf(const Command& command) {
 }  // namespace
 
 CommandTree::CommandTree() : root_(std::make_unique<CLI::App>(kAbout, "vastrelline")) {
+    root_->allow_windows_style_options(false);  // a word that begins with "/" is a path on every system
     root_->set_version_flag("--version", "vastrelline " VASTRELLINE_VERSION);
     root_->formatter(std::static_pointer_cast<CLI::FormatterBase>(MakeHelpFormat()));
     root_->footer(std::string(kFirstSteps) + "\n" + kExits);

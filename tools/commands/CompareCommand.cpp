@@ -27,13 +27,14 @@
 #include "messages/ToolError.h"
 #include "messages/UtcTime.h"
 #include "platform/Cancellation.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
 
 bool IsFolder(const std::string& path) {
     std::error_code error;
-    return path != kStandardInput && std::filesystem::is_directory(path, error);
+    return path != kStandardInput && std::filesystem::is_directory(PathOf(path), error);
 }
 
 bool AreFolders(const CompareOptions& options) {

@@ -11,6 +11,7 @@
 #include "files/FileKind.h"
 #include "formats/FrameFile.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
@@ -19,7 +20,7 @@ constexpr int32_t kTopLevel = 65535;
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
-    return std::filesystem::equivalent(a, b, error) && !error;
+    return std::filesystem::equivalent(PathOf(a), PathOf(b), error) && !error;
 }
 
 void TestDifference(const CompareOptions& options, bool isOfFolders) {

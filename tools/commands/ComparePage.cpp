@@ -16,6 +16,7 @@
 #include "frames/LevelTop.h"
 #include "library/LibraryFile.h"
 #include "messages/Markup.h"
+#include "platform/PathText.h"
 #include "reports/LevelPlot.h"
 #include "reports/PairViewer.h"
 #include "reports/ReportPage.h"
@@ -46,7 +47,7 @@ ReportVerdict VerdictOf(ExitCode code) {
 
 std::string LeafOf(const std::string& path) {
     if (path == kStandardInput) return "standard input";
-    const std::filesystem::path whole = std::filesystem::path(path).lexically_normal();
+    const std::filesystem::path whole = PathOf(path).lexically_normal();
     return (whole.has_filename() ? whole : whole.parent_path()).filename().string();
 }
 

@@ -19,6 +19,7 @@
 #include "frames/GreyWindow.h"
 #include "frames/LevelTop.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
@@ -90,7 +91,7 @@ void ConvertCommand::TestOptions() const {
     if (isPng16_ && hasWindow) throw UsageError("--png16 keeps all levels: it goes without --window");
     if (isDeflated_ && kind != FileKind::Tiff) throw UsageError("--deflate is for .tif only");
     std::error_code error;
-    if (std::filesystem::equivalent(source_, target_, error) && !error)
+    if (std::filesystem::equivalent(PathOf(source_), PathOf(target_), error) && !error)
         throw UsageError("A and B are the same file");
 }
 

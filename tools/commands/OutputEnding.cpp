@@ -5,11 +5,12 @@
 #include <filesystem>
 
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 
 void TestEnding(const std::string& path, std::string_view ending, const std::string& option) {
-    std::string own = std::filesystem::path(path).extension().string();
+    std::string own = PathOf(path).extension().string();
     std::transform(own.begin(), own.end(), own.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     if (!path.empty() && own != ending)

@@ -23,6 +23,7 @@
 #include "frames/FrameDifference.h"
 #include "frames/FrameSize.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "profile/SectionPlan.h"
 #include "runs/FrameRun.h"
 
@@ -71,7 +72,7 @@ void TestNames(const MadeResult& made, bool hasFrame, bool hasProfile) {
 // where a folder in it is a symbolic link, ".." leads elsewhere than the letters say.
 std::string FindFile(const std::string& named, const std::string& told, const std::string& recordPath) {
     if (!named.empty()) return named;
-    std::string path = (fs::path(recordPath).parent_path() / told).string();
+    std::string path = (PathOf(recordPath).parent_path() / PathOf(told)).string();
     return path == kStandardInput ? "./" + path : path;
 }
 

@@ -28,6 +28,7 @@
 #include "frames/FrameSize.h"
 #include "messages/ToolError.h"
 #include "platform/Cancellation.h"
+#include "platform/PathText.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
 #include "runs/FrameRun.h"
@@ -38,15 +39,15 @@ namespace {
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
-    return std::filesystem::equivalent(a, b, error) && !error;
+    return std::filesystem::equivalent(PathOf(a), PathOf(b), error) && !error;
 }
 
 // The same file once both are there.
 bool WillBeSameFile(const std::string& a, const std::string& b) {
     namespace fs = std::filesystem;
     std::error_code error;
-    return IsSameFile(a, b) ||
-           fs::weakly_canonical(fs::absolute(a), error) == fs::weakly_canonical(fs::absolute(b), error);
+    return IsSameFile(a, b) || fs::weakly_canonical(fs::absolute(PathOf(a)), error) ==
+                                   fs::weakly_canonical(fs::absolute(PathOf(b)), error);
 }
 
 // Also what --force does not allow.
@@ -60,7 +61,7 @@ void TestTargets(const RunOptions& options) {
             if (WillBeSameFile(path, otherPath))
                 throw UsageError(std::string(name) + " is the file of " + otherName, "name another one");
         earlier.emplace_back(name, path);
-        const std::filesystem::path ownLog = std::filesystem::path(options.profile).parent_path() / kLogLeaf;
+        const std::filesystem::path ownLog = PathOf(options.profile).parent_path() / kLogLeaf;
         if (options.isInPlace && WillBeSameFile(path, ownLog.string()))
             throw UsageError(std::string(name) + " is the log that the run itself writes",
                              "name another file");

@@ -6,11 +6,12 @@
 
 #include "files/Sha256.h"
 #include "formats/RawFormat.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 
 std::string RunTitle(const RunOptions& options) {
-    return std::filesystem::path(options.frame).filename().string() + ", section " + options.section;
+    return PathOf(options.frame).filename().string() + ", section " + options.section;
 }
 
 nlohmann::ordered_json RunHeadJson(const std::string& framePath, const LoadedFrame& frame,

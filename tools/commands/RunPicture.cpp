@@ -8,6 +8,7 @@
 #include "files/InputFile.h"
 #include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "runs/LookAtProfile.h"
 
 namespace vastrelline {
@@ -41,7 +42,7 @@ std::string DescribeStyle(const PictureStyle& style) {
 std::vector<uint8_t> ReadBitmap(const std::string& path, const ExportTraits& traits) {
     constexpr uint64_t kMostBytes = uint64_t{1} << 31;
     std::error_code error;
-    const uintmax_t size = std::filesystem::file_size(path, error);
+    const uintmax_t size = std::filesystem::file_size(PathOf(path), error);
     if (error || size == 0)
         throw ProcessingError({}, std::string(traits.name) + " reported success but saved no bitmap");
     return ReadInputFile(path, kMostBytes);

@@ -13,6 +13,8 @@
 
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
+#include "platform/OwnProcess.h"
+#include "platform/PathText.h"
 #include "runs/LookAtFrame.h"
 #include "runs/LookAtProfile.h"
 
@@ -21,7 +23,9 @@ namespace vastrelline {
 ProfileFile ReadRunProfile(const RunOptions& options) {
     std::string path = options.profile;
     std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored)) std::replace(path.begin(), path.end(), '\\', '/');
+    const bool isForeign = std::filesystem::path::preferred_separator == '/';
+    if (isForeign && !std::filesystem::exists(PathOf(path), ignored))
+        std::replace(path.begin(), path.end(), '\\', '/');
     return ProfileFile::Read(path);
 }
 
@@ -89,8 +93,7 @@ void TestCode(const FrameRun& run, const ExportTraits& traits) {
     if (run.code == 0) return;
     const std::string what = std::string(traits.name) + " returned " + std::to_string(run.code) + " (" +
                              std::string(ExportCodeText(run.code)) + ")";
-    if (IsBitmapFailure(run.code))
-        throw OutputError({}, what, "TMPDIR names another place for temporary files");
+    if (IsBitmapFailure(run.code)) throw OutputError({}, what, kTemporaryFolderHint);
     throw ProcessingError({}, what, "no picture was written");
 }
 

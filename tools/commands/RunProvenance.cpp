@@ -9,6 +9,7 @@
 #include "files/Sha256.h"
 #include "formats/RawFormat.h"
 #include "library/LibraryFile.h"
+#include "platform/PathText.h"
 #include "profile/SensorProfile.h"
 
 namespace vastrelline {
@@ -20,8 +21,9 @@ namespace fs = std::filesystem;
 std::string PathFrom(const fs::path& folder, const std::string& path) {
     if (path.empty() || path == kStandardInput) return {};
     std::error_code error;
-    const fs::path relative = fs::relative(fs::absolute(path), folder, error);
-    return error || relative.empty() ? fs::absolute(path).string() : relative.string();
+    const fs::path relative = fs::relative(fs::absolute(PathOf(path)), folder, error);
+    return error || relative.empty() ? fs::absolute(PathOf(path)).generic_string()
+                                     : relative.generic_string();
 }
 
 }  // namespace
@@ -63,7 +65,7 @@ RunRecord MakeRunRecord(const RunSettings& settings, const Frame& frame, const F
 
 RunRecord RecordInFile(RunRecord record, const std::string& path) {
     std::error_code error;
-    const fs::path folder = fs::absolute(path, error).parent_path();
+    const fs::path folder = fs::absolute(PathOf(path), error).parent_path();
     record.framePath = PathFrom(folder, record.framePath);
     record.profilePath = PathFrom(folder, record.profilePath);
     return record;

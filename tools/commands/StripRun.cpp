@@ -9,6 +9,7 @@
 #include "frames/GreyWindow.h"
 #include "messages/ToolError.h"
 #include "pictures/StripPicture.h"
+#include "platform/OwnProcess.h"
 #include "runs/StageFrames.h"
 
 namespace vastrelline {
@@ -61,7 +62,7 @@ std::vector<uint8_t> MakeStrip(const ProfileFile& file, const SectionPlan& plan,
     if (frames.empty())
         throw OutputError(dumps.Path().string(),
                           "has no dumps of the run; the library cuts the names of long folders",
-                          "TMPDIR names another place for temporary files");
+                          kTemporaryFolderHint);
     const GreyWindow window{0, topLevel};
     std::vector<CaptionedPicture> steps;
     for (const StageFrame& step : frames)

@@ -20,6 +20,7 @@
 #include "messages/ToolError.h"
 #include "messages/UtcTime.h"
 #include "platform/Machine.h"
+#include "platform/PathText.h"
 #include "proof/ProofSuite.h"
 
 namespace vastrelline {
@@ -103,7 +104,7 @@ ExitCode VerifyCommand::Execute(CommandContext& context) {
 
     ProofManifest manifest;
     std::error_code error;
-    const bool isMissing = !fs::exists(options_.manifest, error) && !error;
+    const bool isMissing = !fs::exists(PathOf(options_.manifest), error) && !error;
     const std::optional<std::string> read = StateOf(options_.manifest, options_.isAdded && isMissing);
     if (options_.isAdded && isMissing)
         manifest.path = options_.manifest;
@@ -118,7 +119,7 @@ ExitCode VerifyCommand::Execute(CommandContext& context) {
     ProofCall call{context.callExport, "", "", std::nullopt, {}, phantoms};
     if (!options_.library.empty()) {
         InputFileSize(options_.library);  // refuses what is no file
-        report.libraryFile = call.library = fs::absolute(options_.library).string();
+        report.libraryFile = call.library = fs::absolute(PathOf(options_.library)).string();
     }
     report.libraryHash = Sha256OfFile(report.libraryFile);
     if (options_.hasTimeout)

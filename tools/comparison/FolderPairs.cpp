@@ -10,6 +10,7 @@
 
 #include "files/FileKind.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -20,7 +21,7 @@ namespace fs = std::filesystem;
 std::set<std::string> FramesIn(const std::string& folder) {
     std::set<std::string> names;
     std::error_code error;
-    fs::recursive_directory_iterator entries(folder, error);
+    fs::recursive_directory_iterator entries(PathOf(folder), error);
     for (; !error && entries != fs::recursive_directory_iterator(); entries.increment(error)) {
         const fs::path& entry = entries->path();
         const bool isHidden = entry.filename().string().starts_with('.');
@@ -28,7 +29,7 @@ std::set<std::string> FramesIn(const std::string& folder) {
         if (entries->is_directory(ignored)) {
             if (isHidden) entries.disable_recursion_pending();
         } else if (!isHidden && FileKindOf(entry.string()) != FileKind::Other) {
-            names.insert(entry.lexically_relative(folder).string());
+            names.insert(entry.lexically_relative(PathOf(folder)).generic_string());
         }
     }
     if (error) throw InputError(folder, "cannot be read: " + DescribeReason(error));
@@ -37,7 +38,9 @@ std::set<std::string> FramesIn(const std::string& folder) {
     return names;
 }
 
-std::string WithoutEnding(const std::string& name) { return fs::path(name).replace_extension().string(); }
+std::string WithoutEnding(const std::string& name) {
+    return PathOf(name).replace_extension().generic_string();
+}
 
 std::map<std::string, std::vector<std::string>> ByStem(const std::set<std::string>& names,
                                                        const std::set<std::string>& others) {
@@ -52,8 +55,12 @@ std::map<std::string, std::vector<std::string>> ByStem(const std::set<std::strin
 std::vector<FolderPair> ListFolderPairs(const std::string& first, const std::string& second) {
     const std::set<std::string> firstNames = FramesIn(first);
     const std::set<std::string> secondNames = FramesIn(second);
-    const auto inFirst = [&](const std::string& name) { return (fs::path(first) / name).string(); };
-    const auto inSecond = [&](const std::string& name) { return (fs::path(second) / name).string(); };
+    const auto inFirst = [&](const std::string& name) {
+        return (PathOf(first) / PathOf(name)).make_preferred().string();
+    };
+    const auto inSecond = [&](const std::string& name) {
+        return (PathOf(second) / PathOf(name)).make_preferred().string();
+    };
     std::vector<FolderPair> pairs;
     for (const std::string& name : firstNames)
         if (secondNames.contains(name)) pairs.push_back({name, inFirst(name), inSecond(name)});

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <filesystem>
 
+#include "platform/PathText.h"
+
 namespace vastrelline {
 namespace {
 
@@ -82,7 +84,7 @@ bool IsText(const std::vector<uint8_t>& bytes) {
 }  // namespace
 
 FileKind FileKindOf(std::string_view path) {
-    std::string ending = std::filesystem::path(path).extension().string();
+    std::string ending = PathOf(path).extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     for (const KindRow& row : kKinds)

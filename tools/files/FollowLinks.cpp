@@ -4,13 +4,15 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/PathText.h"
+
 namespace vastrelline {
 
 std::string FollowLinks(const std::string& path) {
     namespace fs = std::filesystem;
     constexpr int kMostLinks = 40;  // as many as the system follows
     std::error_code error;
-    fs::path target = path;
+    fs::path target = PathOf(path);
     for (int i = 0; i < kMostLinks; ++i) {
         if (!fs::is_symlink(fs::symlink_status(target, error))) return target.string();
         const fs::path next = fs::read_symlink(target, error);

@@ -9,19 +9,20 @@
 #include <system_error>
 
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
 
 uint64_t InputFileSize(const std::string& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const std::filesystem::file_status status = std::filesystem::status(PathOf(path), error);
     if (status.type() == std::filesystem::file_type::not_found) throw InputError(path, "does not exist");
     if (std::filesystem::is_directory(status)) throw InputError(path, "is a folder, not a file");
     if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
     if (!std::filesystem::is_regular_file(status)) throw InputError(path, "is not a regular file");
 
-    const uintmax_t size = std::filesystem::file_size(path, error);
+    const uintmax_t size = std::filesystem::file_size(PathOf(path), error);
     if (error) throw InputError(path, "cannot be read: " + DescribeReason(error));
     return size;
 }
@@ -31,7 +32,7 @@ std::vector<uint8_t> ReadInputFile(const std::string& path, uint64_t maxBytes) {
     if (size > maxBytes) throw InputError(path, "is too large: " + std::to_string(size) + " bytes");
 
     errno = 0;
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     if (!file) throw InputError(path, "cannot be read: " + DescribeReason(LastReason()));
     std::vector<uint8_t> bytes(static_cast<size_t>(size));
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));

@@ -9,6 +9,7 @@
 #include "files/FollowLinks.h"
 #include "messages/ToolError.h"
 #include "platform/FileSteps.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -27,7 +28,7 @@ OutputError AlreadyThere(const std::string& path) { return {path, "exists alread
 
 void TestTarget(const std::string& path, bool mayReplace) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(PathOf(path), error);
     if (status.type() == fs::file_type::not_found) return;
     if (fs::is_directory(status)) throw OutputError(path, "is a folder, not a file");
     if (error) throw CannotWrite(path, error);
@@ -40,14 +41,14 @@ void TestTarget(const std::string& path, bool mayReplace) {
 
 OutputFile::OutputFile(const std::string& path, bool mayReplace)
     : shownPath_(path), path_(FollowLinks(path)), mayReplace_(mayReplace) {
-    if (path.empty() || fs::path(path).filename().empty()) throw OutputError(path, "names no file");
+    if (path.empty() || PathOf(path).filename().empty()) throw OutputError(path, "names no file");
     TestTarget(path, mayReplace);
-    const fs::path wanted(path_);
+    const fs::path wanted = PathOf(path_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
         // Short, so that a path that just fits does not grow too long.
         const std::string leaf = std::string(kDraftMark) + std::to_string(OwnProcessNumber()) + "-" +
                                  std::to_string(attempt) + wanted.extension().string();
-        const std::string candidate = (wanted.parent_path() / leaf).string();
+        const std::string candidate = (wanted.parent_path() / PathOf(leaf)).string();
         const std::error_code reason = MakeNewFile(candidate);
         if (!reason) {
             draftPath_ = candidate;
@@ -60,7 +61,7 @@ OutputFile::OutputFile(const std::string& path, bool mayReplace)
 
 OutputFile::~OutputFile() {
     std::error_code ignored;
-    if (!isPublished_) fs::remove(draftPath_, ignored);
+    if (!isPublished_) fs::remove(PathOf(draftPath_), ignored);
 }
 
 void OutputFile::Write(const std::vector<uint8_t>& bytes) {

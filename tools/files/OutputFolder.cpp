@@ -17,6 +17,7 @@
 #include "messages/ToolError.h"
 #include "platform/FileSteps.h"
 #include "platform/OwnProcess.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -62,7 +63,7 @@ std::set<std::string> ReadOwnLeaves(const fs::path& index) {
 
 // What of a folder its index does not name: somebody else's, who wants to keep it.
 std::string FindStranger(const fs::path& folder, const std::string& index) {
-    const std::set<std::string> named = ReadOwnLeaves(folder / index);
+    const std::set<std::string> named = ReadOwnLeaves(folder / PathOf(index));
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
         const std::string leaf = entry.path().filename().string();
@@ -74,13 +75,13 @@ std::string FindStranger(const fs::path& folder, const std::string& index) {
 
 void TestTarget(const std::string& path, const std::string& index, bool mayReplace) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(PathOf(path), error);
     if (status.type() == fs::file_type::not_found) return;
     if (status.type() == fs::file_type::none) throw CannotMake(path, error);
     if (!fs::is_directory(status)) throw OutputError(path, "is a file, not a folder");
     if (!mayReplace)
         throw OutputError(path, "exists already", "--force replaces a folder that this command made");
-    const std::string stranger = FindStranger(path, index);
+    const std::string stranger = FindStranger(PathOf(path), index);
     if (!stranger.empty())
         throw OutputError(path, "holds '" + stranger + "', which this command did not make",
                           "name another folder");
@@ -90,16 +91,16 @@ void TestTarget(const std::string& path, const std::string& index, bool mayRepla
 
 OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayReplace)
     : path_(FollowLinks(WithoutSeparators(path))), index_(std::move(index)), mayReplace_(mayReplace) {
-    const fs::path wanted(path_);
+    const fs::path wanted = PathOf(path_);
     const std::string leaf = wanted.filename().string();
     if (leaf.empty() || leaf == "." || leaf == "..") throw OutputError(path, "names no folder of its own");
     TestTarget(path_, index_, mayReplace_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
         const std::string draftLeaf =
             ".v" + std::to_string(OwnProcessNumber()) + "-" + std::to_string(attempt);
-        const std::string candidate = (wanted.parent_path() / draftLeaf).string();
+        const std::string candidate = (wanted.parent_path() / PathOf(draftLeaf)).string();
         std::error_code reason;
-        if (fs::create_directory(candidate, reason)) {
+        if (fs::create_directory(PathOf(candidate), reason)) {
             draftPath_ = candidate;
             return;
         }
@@ -110,11 +111,11 @@ OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayR
 
 OutputFolder::~OutputFolder() {
     std::error_code ignored;
-    if (!draftPath_.empty()) fs::remove_all(draftPath_, ignored);
+    if (!draftPath_.empty()) fs::remove_all(PathOf(draftPath_), ignored);
 }
 
 void OutputFolder::Write(std::string_view leaf, std::string_view bytes) {
-    OutputFile file((fs::path(draftPath_) / leaf).string(), false);
+    OutputFile file((PathOf(draftPath_) / PathOf(leaf)).string(), false);
     file.Write({bytes.begin(), bytes.end()});
     file.Publish();
 }
@@ -131,7 +132,7 @@ void OutputFolder::Publish() {
     // In one step where the file system can do it; the older folder then goes with the draft's name.
     if (!ExchangeNames(draftPath_, path_)) return;
     std::error_code ignored;
-    fs::remove_all(path_, ignored);
+    fs::remove_all(PathOf(path_), ignored);
     if ((reason = MoveOver(draftPath_, path_))) throw CannotMake(path_, reason);
     draftPath_.clear();
 }

@@ -6,6 +6,7 @@
 
 #include "messages/ToolError.h"
 #include "platform/FileSteps.h"
+#include "platform/OwnProcess.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -17,8 +18,8 @@ PrivateFolder::PrivateFolder() {
     std::string path;
     if (const std::error_code reason = MakePrivateFolder(parent.string(), "vastrelline-", path))
         throw OutputError(parent.string(), "takes no folder: " + DescribeReason(reason),
-                          "TMPDIR names another place for temporary files");
-    path_ = path;
+                          kTemporaryFolderHint);
+    path_ = PathOf(path);
 }
 
 PrivateFolder::~PrivateFolder() {

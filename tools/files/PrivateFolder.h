@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/PathText.h"
+
 namespace vastrelline {
 
 // A fresh, empty folder that only this user may enter. It goes with everything in it when the object goes.
@@ -21,7 +23,7 @@ public:
     const std::filesystem::path& Path() const { return path_; }
 
     // The path of a file or folder in it.
-    std::string Inside(std::string_view leaf) const { return (path_ / leaf).string(); }
+    std::string Inside(std::string_view leaf) const { return (path_ / PathOf(leaf)).string(); }
 
 private:
     std::filesystem::path path_;

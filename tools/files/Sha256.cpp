@@ -13,6 +13,7 @@
 
 #include "files/InputFile.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 
 namespace vastrelline {
@@ -110,7 +111,7 @@ std::string Sha256OfFile(const std::string& path) {
     constexpr size_t kPieceBytes = size_t{1} << 16;
     InputFileSize(path);  // refuses what is no regular file
     errno = 0;
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     std::vector<uint8_t> piece(kPieceBytes);
     Sha256 hash;
     while (file) {

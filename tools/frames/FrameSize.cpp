@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/PathText.h"
+
 namespace vastrelline {
 namespace {
 
@@ -36,7 +38,7 @@ std::optional<FrameSize> ParseFrameSize(std::string_view text) {
 }
 
 std::optional<FrameSize> FrameSizeInName(std::string_view path) {
-    const std::string name = std::filesystem::path(path).stem().string();
+    const std::string name = PathOf(path).stem().string();
     const size_t underscore = name.rfind('_');
     if (underscore == std::string::npos) return std::nullopt;
     return ParseFrameSize(std::string_view(name).substr(underscore + 1));

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "lint/Rules.h"
+#include "platform/PathText.h"
 #include "profile/ValueReading.h"
 #include "profile_text/Utf8.h"
 
@@ -49,7 +50,7 @@ bool MayBeHere(std::string folder) {
     if (isOfOther) return true;
     static_cast<void>(isOfWindows);
     std::error_code error;
-    return std::filesystem::is_directory(folder, error);
+    return std::filesystem::is_directory(PathOf(folder), error);
 }
 
 // Without its last level, which the library makes.

@@ -25,6 +25,9 @@ std::optional<std::vector<std::string>> TakeCommandLine(int argc, const char* co
 // A variable of the environment; nothing where it is not set.
 std::optional<std::string> EnvironmentText(const char* name);
 
+// How a user moves what is made for a moment only.
+extern const char* const kTemporaryFolderHint;
+
 // The folder of a user's own things; nothing where there is none.
 std::optional<std::string> HomeFolder();
 

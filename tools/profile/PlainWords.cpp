@@ -32,9 +32,22 @@ bool IsSafe(wchar_t character) {
     const bool isControl = value < 0x20 || (value >= 0x7F && value < 0xA0);
     const bool turns = (value >= 0x200E && value <= 0x200F) || (value >= 0x2028 && value <= 0x202E) ||
                        (value >= 0x2066 && value <= 0x2069);
-    // On Windows a character of two halves is two of these.
-    const bool isNoCharacter = sizeof(wchar_t) > 2 && value >= 0xD800 && value <= 0xDFFF;
-    return !isControl && !turns && !isNoCharacter;
+    return !isControl && !turns;
+}
+
+bool IsHalf(wchar_t character, uint32_t first) {
+    const auto value = static_cast<uint32_t>(character);
+    return value >= first && value < first + 0x400;
+}
+
+// On Windows a character may be two halves; one alone stands for a byte that is no text.
+bool IsLoneHalf(std::wstring_view text, size_t at) {
+    constexpr uint32_t kFirstHigh = 0xD800;
+    constexpr uint32_t kFirstLow = 0xDC00;
+    const bool mayBePairs = sizeof(wchar_t) == 2;
+    if (IsHalf(text[at], kFirstHigh))
+        return !mayBePairs || at + 1 == text.size() || !IsHalf(text[at + 1], kFirstLow);
+    return IsHalf(text[at], kFirstLow) && (!mayBePairs || at == 0 || !IsHalf(text[at - 1], kFirstHigh));
 }
 
 std::vector<std::string_view> SplitLines(std::string_view text) {
@@ -124,10 +137,11 @@ std::string WrapWords(std::string_view text, std::string_view prefix, size_t wid
 }
 
 std::string ShownText(std::string_view utf8) {
-    std::wstring text = DecodeUtf8(utf8);
-    for (wchar_t& character : text)
-        if (!IsSafe(character)) character = L'?';
-    return EncodeUtf8(text);
+    const std::wstring text = DecodeUtf8(utf8);
+    std::wstring shown = text;
+    for (size_t i = 0; i < text.size(); ++i)
+        if (!IsSafe(text[i]) || IsLoneHalf(text, i)) shown[i] = L'?';
+    return EncodeUtf8(shown);
 }
 
 std::string ShortText(std::string_view utf8, size_t most) {

@@ -7,6 +7,7 @@
 
 #include "files/Sha256.h"
 #include "keys/KeyTable.h"
+#include "platform/PathText.h"
 #include "profile/ProfileFile.h"
 #include "profile_text/Utf8.h"
 
@@ -24,9 +25,9 @@ std::optional<ProfileFile> ReadIfThere(const fs::path& path) {
 }
 
 // The library takes both kinds of separators.
-fs::path PathOf(const std::string& folder, std::string sensor) {
+fs::path ProfileOf(const std::string& folder, std::string sensor) {
     std::replace(sensor.begin(), sensor.end(), '\\', '/');
-    return fs::path(folder) / "MultiSensor" / sensor / kLeaf;
+    return PathOf(folder) / "MultiSensor" / PathOf(sensor) / kLeaf;
 }
 
 std::string SerialOf(const ProfileFile& plain) {
@@ -41,11 +42,11 @@ std::string SensorProfileFolder() { return VASTRELLINE_SENSOR_ROOT; }
 std::optional<std::string> HashSensorProfile(const std::string& folder, const std::string& sensor) {
     std::optional<ProfileFile> profile;
     if (!sensor.empty()) {
-        profile = ReadIfThere(PathOf(folder, sensor));
+        profile = ReadIfThere(ProfileOf(folder, sensor));
     } else {
-        profile = ReadIfThere(fs::path(folder) / kLeaf);
+        profile = ReadIfThere(PathOf(folder) / kLeaf);
         const std::string serial = profile ? SerialOf(*profile) : std::string();
-        if (!serial.empty()) profile = ReadIfThere(PathOf(folder, serial));
+        if (!serial.empty()) profile = ReadIfThere(ProfileOf(folder, serial));
     }
     if (!profile) return std::nullopt;
     return Sha256Of(std::string(profile->Text().Bytes()));

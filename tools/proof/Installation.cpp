@@ -9,6 +9,7 @@
 #include "files/InputFile.h"
 #include "files/Sha256.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
@@ -19,12 +20,12 @@ constexpr uint64_t kMaxListBytes = uint64_t{16} << 20;
 constexpr size_t kHashDigits = 64;
 
 std::string FromTool(const std::string& program, const char* relative) {
-    return (fs::path(program).parent_path() / relative).lexically_normal().string();
+    return (PathOf(program).parent_path() / PathOf(relative)).lexically_normal().string();
 }
 
 FileState LookAtFile(const std::string& path, const std::string& hash) {
     std::error_code error;
-    if (!fs::exists(path, error)) return FileState::Missing;
+    if (!fs::exists(PathOf(path), error)) return FileState::Missing;
     try {
         return Sha256OfFile(path) == hash ? FileState::AsInstalled : FileState::Changed;
     } catch (const InputError&) {
@@ -66,8 +67,8 @@ std::vector<CheckedFile> CheckInstalledFiles(const Installation& installation) {
                              "line " + std::to_string(files.size() + 1) + " is no hash with a path",
                              "install again");
         const std::string path = line.substr(kHashDigits + 2);
-        files.push_back(
-            {path, LookAtFile((fs::path(installation.prefix) / path).string(), line.substr(0, kHashDigits))});
+        files.push_back({path, LookAtFile((PathOf(installation.prefix) / PathOf(path)).string(),
+                                          line.substr(0, kHashDigits))});
     }
     if (files.empty()) throw InputError(installation.list, "names no file", "install again");
     return files;
@@ -77,7 +78,7 @@ bool IsOfInstallation(const Installation& installation, const std::vector<Checke
                       const std::string& path) {
     return std::any_of(files.begin(), files.end(), [&](const CheckedFile& file) {
         std::error_code error;
-        return fs::equivalent(fs::path(installation.prefix) / file.path, path, error) && !error;
+        return fs::equivalent(PathOf(installation.prefix) / PathOf(file.path), PathOf(path), error) && !error;
     });
 }
 

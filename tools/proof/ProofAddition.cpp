@@ -13,6 +13,7 @@
 #include "messages/Suggestion.h"
 #include "messages/ToolError.h"
 #include "phantom/PhantomFrame.h"
+#include "platform/PathText.h"
 #include "profile/ProfileFile.h"
 #include "runs/LookAtProfile.h"
 
@@ -48,8 +49,8 @@ bool IsPhantom(std::string_view text) {
 
 std::string RelativeTo(const ProofManifest& manifest, const std::string& file) {
     InputFileSize(file);  // refuses what is no file
-    const fs::path folder = fs::weakly_canonical(fs::absolute(manifest.path)).parent_path();
-    const fs::path whole = fs::canonical(file);
+    const fs::path folder = fs::weakly_canonical(fs::absolute(PathOf(manifest.path))).parent_path();
+    const fs::path whole = fs::canonical(PathOf(file));
     const fs::path relative = whole.lexically_relative(folder);
     return (relative.empty() ? whole : relative).generic_string();
 }

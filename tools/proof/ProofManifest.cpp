@@ -12,6 +12,7 @@
 #include "frames/Frame.h"
 #include "messages/ToolError.h"
 #include "phantom/PhantomFrame.h"
+#include "platform/PathText.h"
 #include "proof/ManifestFields.h"
 
 namespace vastrelline {
@@ -147,7 +148,7 @@ Json EntryJson(const ProofEntry& entry) {
     return json;
 }
 
-std::string LeafOf(const std::string& path) { return fs::path(path).filename().string(); }
+std::string LeafOf(const std::string& path) { return PathOf(path).filename().string(); }
 
 }  // namespace
 
@@ -190,7 +191,7 @@ std::string FormatProofManifest(const ProofManifest& manifest) {
 }
 
 std::string ResolveInManifest(const ProofManifest& manifest, const std::string& file) {
-    return (fs::path(manifest.path).parent_path() / file).string();
+    return (PathOf(manifest.path).parent_path() / PathOf(file)).string();
 }
 
 std::string NameProofEntry(const ProofEntry& entry) {

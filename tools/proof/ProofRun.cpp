@@ -12,6 +12,7 @@
 #include "formats/FrameFile.h"
 #include "formats/RawFormat.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
 #include "runs/FrameRun.h"
@@ -49,7 +50,7 @@ ProofPoint DescribePoint(const StagePoint& point) {
     proof.point = PointName(point.kind);
     proof.title = point.title;
     if (point.stage != nullptr) proof.position = point.stage->place->position;
-    if (!point.dump.empty()) proof.dump = std::filesystem::path(point.dump).filename().string();
+    if (!point.dump.empty()) proof.dump = PathOf(point.dump).filename().string();
     if (point.frame) proof.hash = HashOf(*point.frame);
     return proof;
 }

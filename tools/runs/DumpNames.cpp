@@ -7,6 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/PathText.h"
+
 namespace vastrelline {
 namespace {
 
@@ -35,7 +37,7 @@ std::span<const std::string_view> FixedDumpsOf(const PlannedPlace& place) {
 }  // namespace
 
 std::optional<NumberedFile> ReadNumberedName(const std::string& path) {
-    const std::string leaf = fs::path(path).filename().string();
+    const std::string leaf = PathOf(path).filename().string();
     NumberedFile file;
     const auto [end, error] = std::from_chars(leaf.data(), leaf.data() + leaf.size(), file.number);
     const auto digits = static_cast<size_t>(end - leaf.data());
@@ -49,7 +51,7 @@ std::optional<NumberedFile> ReadNumberedName(const std::string& path) {
 std::vector<NumberedFile> ListNumberedFiles(const std::string& folder) {
     std::vector<NumberedFile> files;
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
+    for (const fs::directory_entry& entry : fs::directory_iterator(PathOf(folder), error))
         if (std::optional<NumberedFile> file = ReadNumberedName(entry.path().string()))
             files.push_back(std::move(*file));
     std::sort(files.begin(), files.end(), [](const NumberedFile& a, const NumberedFile& b) {

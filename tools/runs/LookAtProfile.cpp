@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "messages/Suggestion.h"
+#include "platform/PathText.h"
 #include "profile_text/Utf8.h"
 #include "profile_text/ValueText.h"
 
@@ -160,7 +161,7 @@ void LookAtFolder(ProfileLook& look, std::string_view switchKey, std::string_vie
                       " does not end with a separator, so that the folder's name becomes part of every "
                       "file's name; put one at its end",
                   "folder-separator");
-    else if (!isMade && !std::filesystem::is_directory(slashed, ignored))
+    else if (!isMade && !std::filesystem::is_directory(PathOf(slashed), ignored))
         look.Warn(
             pathKey,
             "the folder '" + path + "' of " + key + " does not exist, so nothing is written there; make it",

@@ -8,6 +8,7 @@
 #include "files/InputFile.h"
 #include "files/WholeWrite.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "profile_text/ProfileEdit.h"
 #include "profile_text/Utf8.h"
 
@@ -21,7 +22,7 @@ constexpr uint64_t kMaxLogBytes = uint64_t{64} << 20;
 // The original's name, for messages of the library; unless a backslash in it would be taken for a separator,
 // or the log would be written into the copy.
 std::string LeafOf(const std::string& path) {
-    const std::string leaf = fs::path(path).filename().string();
+    const std::string leaf = PathOf(path).filename().string();
     const bool isUsable = !leaf.empty() && leaf != kLogLeaf && leaf.find('\\') == std::string::npos;
     return isUsable ? leaf : "profile.ini";
 }
@@ -41,7 +42,7 @@ PrivateProfile::PrivateProfile(const ProfileFile& original, std::string_view sec
 std::string PrivateProfile::ReadLog() const { return ReadLogBeside(path_); }
 
 std::string ReadLogBeside(const std::string& profilePath) {
-    const std::string path = (fs::path(profilePath).parent_path() / kLogLeaf).string();
+    const std::string path = (PathOf(profilePath).parent_path() / kLogLeaf).string();
     try {
         const std::vector<uint8_t> bytes = ReadInputFile(path, kMaxLogBytes);
         return {bytes.begin(), bytes.end()};

@@ -13,6 +13,7 @@
 #include "files/InputFile.h"
 #include "formats/RawFormat.h"
 #include "frames/FrameSize.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
@@ -63,7 +64,7 @@ StageBand& BandNumbered(std::vector<StageBand>& bands, int32_t number) {
 std::vector<StageBand> ReadStageBands(const std::string& folder) {
     std::vector<StageBand> bands;
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(PathOf(folder), error)) {
         const std::string leaf = ToLower(entry.path().filename().string());
         const bool isAfter = leaf.starts_with(kAfter);
         const std::optional<int32_t> number = BandOf(leaf, isAfter ? kAfter : kBefore);
@@ -79,7 +80,8 @@ std::vector<StageBand> ReadStageBands(const std::string& folder) {
     std::sort(bands.begin(), bands.end(),
               [](const StageBand& a, const StageBand& b) { return a.number < b.number; });
     for (StageBand& band : bands) {
-        const fs::path path = fs::path(folder) / ("EnhancedSlope_" + std::to_string(band.number) + ".txt");
+        const fs::path path =
+            PathOf(folder) / PathOf("EnhancedSlope_" + std::to_string(band.number) + ".txt");
         if (fs::is_regular_file(path, error)) band.curve = ReadCurveFile(path.string());
     }
     return bands;

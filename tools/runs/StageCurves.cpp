@@ -7,6 +7,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/PathText.h"
 #include "runs/DumpNames.h"
 
 namespace vastrelline {
@@ -32,7 +33,7 @@ std::string FindNumberedCurve(const std::string& folder, const PlannedPlace& pla
 std::string FindPlainCurve(const std::string& folder, const PlannedPlace& place) {
     for (const std::string_view name : CurvesOf(place)) {
         if (name.starts_with(kNumber) || name.find('<') != std::string_view::npos) continue;
-        const std::filesystem::path path = std::filesystem::path(folder) / name;
+        const std::filesystem::path path = PathOf(folder) / PathOf(name);
         std::error_code ignored;
         if (std::filesystem::is_regular_file(path, ignored)) return path.string();
     }

@@ -8,6 +8,7 @@
 #include "files/InputFile.h"
 #include "formats/RawFormat.h"
 #include "messages/ToolError.h"
+#include "platform/OwnProcess.h"
 #include "runs/CurveFile.h"
 #include "runs/DumpNames.h"
 
@@ -129,7 +130,7 @@ std::vector<StageFrame> RequireStageFrames(const std::string& folder, FrameSize 
     std::vector<StageFrame> frames = ReadStageFrames(folder, size, stages);
     if (frames.empty())
         throw OutputError(folder, "has no dumps of the run; the library cuts the names of long folders",
-                          "TMPDIR names another place for temporary files");
+                          kTemporaryFolderHint);
     return frames;
 }
 

@@ -53,7 +53,7 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
         throw ProcessingError({}, "the run failed: " + LastLine(end.said), kNothingWritten);
 }
 
-int DoJob(const char* folder, ExportRequest request, const ExportCaller& callExport) {
+int DoJob(const std::string& folder, ExportRequest request, const ExportCaller& callExport) {
     int32_t code = 0;
     try {
         code = callExport(request);
@@ -78,7 +78,7 @@ int32_t CallInWorker(ExportRequest& request) {
     return code;
 }
 
-int RunWorker(const char* folder, const ExportCaller& callExport) {
+int RunWorker(const std::string& folder, const ExportCaller& callExport) {
     ServeParent();
     try {
         ExportRequest request = ReadJob(folder);

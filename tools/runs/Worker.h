@@ -17,6 +17,6 @@ inline constexpr const char* kWorkerWord = "__worker";
 int32_t CallInWorker(ExportRequest& request);
 
 // The worker's side: does the one job that lies in a folder. Returns its exit code.
-int RunWorker(const char* folder, const ExportCaller& callExport);
+int RunWorker(const std::string& folder, const ExportCaller& callExport);
 
 }  // namespace vastrelline

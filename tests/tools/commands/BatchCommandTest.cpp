@@ -64,7 +64,8 @@ protected:
             const std::string name =
                 object["type"] == "summary"
                     ? ""
-                    : object["frame"].get<std::string>().substr(folder_.Narrow("in/").size());
+                    : fs::path(object["frame"].get<std::string>().substr(folder_.Narrow("in/").size()))
+                          .generic_string();
             EXPECT_FALSE(lines.contains(name)) << name << " twice";
             lines[name] = std::move(object);
         }
@@ -75,7 +76,7 @@ protected:
         std::map<std::string, std::string> results;
         for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "out"))
             if (entry.is_regular_file() && entry.path().extension() != ".jsonl")
-                results[entry.path().lexically_relative(folder_.Path() / "out").string()] =
+                results[entry.path().lexically_relative(folder_.Path() / "out").generic_string()] =
                     ReadBytes(entry.path());
         return results;
     }

@@ -11,6 +11,13 @@
 namespace vastrelline {
 namespace {
 
+// A library of the system's.
+#ifdef _WIN32
+constexpr const char* kStrangeLibrary = "C:\\windows\\system32\\user32.dll";
+#else
+constexpr const char* kStrangeLibrary = "libm.so.6";
+#endif
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -38,7 +45,7 @@ TEST(ExportFunctions, AreNotLookedForInWhatIsNoSuchLibrary) {
     EXPECT_THAT(ReasonAgainst(text, ""), HasSubstr("cannot be loaded as a library"));
     EXPECT_THAT(ReasonAgainst(text, ""), Not(HasSubstr(text)));
     EXPECT_THAT(ReasonAgainst(folder.Narrow("none.so"), ""), HasSubstr("cannot be loaded as a library"));
-    EXPECT_EQ(ReasonAgainst("libm.so.6", ""), "has no function ImageProcessing");
+    EXPECT_EQ(ReasonAgainst(kStrangeLibrary, ""), "has no function ImageProcessing");
 }
 
 TEST(ExportFunctions, TakeNoSetOfInstructionsUnlessTheLibraryKnowsThat) {

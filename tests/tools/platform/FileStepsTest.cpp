@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/FileSteps.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 #include "support/TemporaryFolder.h"
 
@@ -95,7 +96,7 @@ TEST_F(FileSteps, NamesMayHaveAnyCharacter) {
     const std::string leaf = "Z\xC3\xA4hne \xE6\xAD\xAF";
     EXPECT_FALSE(MakeNewFile(At(leaf)));
     EXPECT_FALSE(MoveOver(At(leaf), At(leaf + "2")));
-    EXPECT_TRUE(std::filesystem::exists(std::filesystem::path(At(leaf + "2"))));
+    EXPECT_TRUE(std::filesystem::exists(PathOf(At(leaf + "2"))));
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ TEST(ProfileFile, RefusesWhatIsNoFile) {
     const TemporaryFolder folder;
     EXPECT_THROW(ProfileFile::Read(folder.Narrow("none.ini")), InputError);
     EXPECT_THROW(ProfileFile::Read(folder.Path().string()), InputError);
-    std::ofstream(folder.Narrow("a.ini")) << "[A]\nk=v\n";
+    WriteBytes(folder.Path() / "a.ini", "[A]\nk=v\n");
     EXPECT_EQ(ProfileFile::Read(folder.Narrow("a.ini")).Text().Bytes(), "[A]\nk=v\n");
 }
 

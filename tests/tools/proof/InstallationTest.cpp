@@ -6,6 +6,7 @@
 
 #include "files/Sha256.h"
 #include "messages/ToolError.h"
+#include "platform/PathText.h"
 #include "proof/Installation.h"
 #include "support/TemporaryFolder.h"
 
@@ -37,8 +38,8 @@ protected:
 };
 
 TEST_F(InstallationTest, IsFoundFromTheToolsFile) {
-    EXPECT_EQ(Find().list, folder_.Narrow("share/vastrelline/installed-files.txt"));
-    EXPECT_EQ(Find().manifest, folder_.Narrow("share/vastrelline/proof/manifest.json"));
+    EXPECT_EQ(PathOf(Find().list), folder_.Path() / "share/vastrelline/installed-files.txt");
+    EXPECT_EQ(PathOf(Find().manifest), folder_.Path() / "share/vastrelline/proof/manifest.json");
     EXPECT_FALSE(Find().isBuildTree);
     WriteBytes(folder_.Path() / "share/vastrelline/build-tree.txt", "");
     EXPECT_TRUE(Find().isBuildTree);

@@ -27,7 +27,7 @@ TEST(Worker, DoesTheJobOfAFolder) {
     const TemporaryFolder folder;
     ExportRequest request = MakeRequest();
     WriteJob(folder.Path().string(), request);
-    const int exitCode = RunWorker(folder.Path().c_str(), [](ExportRequest& job) {
+    const int exitCode = RunWorker(folder.Path().string(), [](ExportRequest& job) {
         job.output = {7, 8};
         return 3;
     });
@@ -39,19 +39,20 @@ TEST(Worker, DoesTheJobOfAFolder) {
 TEST(Worker, ThatFailsTellsWhyAndLeavesNoResult) {
     const TemporaryFolder folder;
     ExportRequest request = MakeRequest();
-    EXPECT_EQ(RunWorker(folder.Path().c_str(), [](ExportRequest&) { return 0; }), 1);
+    EXPECT_EQ(RunWorker(folder.Path().string(), [](ExportRequest&) { return 0; }), 1);
     WriteJob(folder.Path().string(), request);
     EXPECT_EQ(
-        RunWorker(folder.Path().c_str(), [](ExportRequest&) -> int32_t { throw std::runtime_error("no"); }),
+        RunWorker(folder.Path().string(), [](ExportRequest&) -> int32_t { throw std::runtime_error("no"); }),
         1);
-    EXPECT_EQ(RunWorker(folder.Path().c_str(), [](ExportRequest&) -> int32_t { throw std::bad_alloc(); }), 2);
+    EXPECT_EQ(RunWorker(folder.Path().string(), [](ExportRequest&) -> int32_t { throw std::bad_alloc(); }),
+              2);
     EXPECT_THROW(ReadJobResult(folder.Path().string(), request), InputError);
     // The call itself meets one input beside the job's: the library.
-    EXPECT_EQ(RunWorker(folder.Path().c_str(),
+    EXPECT_EQ(RunWorker(folder.Path().string(),
                         [](ExportRequest&) -> int32_t { throw InputError("x.so", "is no library"); }),
               4);
     // No room for the output.
-    EXPECT_EQ(RunWorker(folder.Path().c_str(),
+    EXPECT_EQ(RunWorker(folder.Path().string(),
                         [&](ExportRequest&) {
                             std::filesystem::create_directory(folder.Path() / "output");
                             return 0;

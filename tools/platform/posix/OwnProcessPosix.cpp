@@ -12,6 +12,8 @@
 
 namespace vastrelline {
 
+const char* const kTemporaryFolderHint = "TMPDIR names another place for temporary files";
+
 ProcessNumber OwnProcessNumber() { return getpid(); }
 
 bool IsProcessAlive(ProcessNumber number) {

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "platform/DynamicLibrary.h"
+#include "platform/PathText.h"
 #include "platform/Reason.h"
 #include "platform/windows/WideText.h"
 
@@ -71,7 +72,7 @@ DynamicLibrary DynamicLibrary::Load(const std::string& path, std::string& reason
     DynamicLibrary library;
     std::error_code ignored;
     // By its whole path: else a library of the same name that is loaded already would be taken for it.
-    const std::filesystem::path whole = std::filesystem::absolute(path, ignored).make_preferred();
+    const std::filesystem::path whole = std::filesystem::absolute(PathOf(path), ignored).make_preferred();
     library.handle_ = LoadLibraryExW(whole.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     reason = library.handle_ == nullptr ? DescribeReason(LastSystemReason()) : std::string();
     return library;

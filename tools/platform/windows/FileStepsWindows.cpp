@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "platform/FileSteps.h"
+#include "platform/PathText.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 
@@ -82,7 +83,7 @@ std::error_code MakePrivateFolder(const std::string& parent, std::string_view he
                 .append(std::to_string(GetCurrentProcessId()))
                 .append("-")
                 .append(std::to_string(GetTickCount64() + static_cast<ULONGLONG>(attempt)));
-        const std::string candidate = (std::filesystem::path(parent) / leaf).string();
+        const std::string candidate = (PathOf(parent) / PathOf(leaf)).string();
         if (CreateDirectoryW(WidenUtf8(candidate).c_str(), nullptr) != FALSE) {
             path = candidate;
             return {};

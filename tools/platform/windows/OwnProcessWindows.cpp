@@ -15,6 +15,8 @@
 #include "platform/windows/WideText.h"
 
 namespace vastrelline {
+
+const char* const kTemporaryFolderHint = "TMP names another place for temporary files";
 namespace {
 
 constexpr size_t kMostPathUnits = 32768;

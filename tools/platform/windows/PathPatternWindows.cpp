@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "platform/PathPattern.h"
+#include "platform/PathText.h"
 
 namespace vastrelline {
 namespace {
@@ -93,7 +94,7 @@ std::vector<fs::path> ExpandLevel(const fs::path& folder, const std::wstring& le
 
 std::vector<std::string> ExpandPattern(const std::string& pattern) {
     std::vector<fs::path> found{fs::path()};
-    for (const fs::path& level : fs::path(pattern)) {
+    for (const fs::path& level : PathOf(pattern)) {
         std::vector<fs::path> deeper;
         for (const fs::path& folder : found) {
             if (IsPattern(level.wstring())) {

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace vastrelline {
+
+// The path that a text of the tool's names: UTF-8 on Windows, where a path made of the text itself would be
+// in another character set; bytes elsewhere. Back it goes by `string`, and by `generic_string` where other
+// systems may read it.
+std::filesystem::path PathOf(std::string_view text);
+
+}  // namespace vastrelline
