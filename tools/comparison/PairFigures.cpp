@@ -28,7 +28,7 @@ std::vector<DifferenceClass> Classify(const std::vector<size_t>& bySize) {
 // Below 2^29 pixels and 2^32 for a square: the sum has room.
 uint64_t SumOfSquares(const std::vector<size_t>& bySize) {
     uint64_t sum = 0;
-    for (uint64_t size = 1; size < bySize.size(); ++size) sum += size * size * bySize[size];
+    for (size_t size = 1; size < bySize.size(); ++size) sum += uint64_t{size} * size * bySize[size];
     return sum;
 }
 

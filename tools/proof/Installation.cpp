@@ -36,7 +36,7 @@ FileState LookAtFile(const std::string& path, const std::string& hash) {
 }  // namespace
 
 Installation FindInstallation(const std::string& program) {
-    const fs::path data = FromTool(program, VASTRELLINE_DATA_FROM_TOOL);
+    const fs::path data = PathOf(FromTool(program, VASTRELLINE_DATA_FROM_TOOL));
     return {FromTool(program, VASTRELLINE_PREFIX_FROM_TOOL), (data / "installed-files.txt").string(),
             (data / "proof" / "manifest.json").string(), FromTool(program, VASTRELLINE_FORMS_FROM_TOOL),
             fs::exists(data / "build-tree.txt")};
