@@ -47,7 +47,13 @@ if [ "$1" = batch ]; then
                 fi ;;
         *vanish*) rm -f "$2" ;;
         *crash*) kill -9 $$ ;;
-        *murder*) kill -9 $PPID ;;
+        *murder*)
+            kill -9 $PPID
+            left=6000
+            while [ -d "$PWD" ] && [ $left -gt 0 ]; do sleep 0.05; left=$((left - 1)); done
+            TOOL "$@"  # when the archive has ended
+            touch "$base/late-$$"
+            exit 1 ;;
         *full*) trap '' XFSZ; ulimit -f 1 ;;
         *once*) mkdir "$base/tried" 2>/dev/null && exit 7 ;;
     esac
@@ -498,6 +504,7 @@ class ArchiveTest(unittest.TestCase):
         self.assertEqual((summary.code, summary.done, summary.failed), (4, 2, 1))
         self.assertIn("died while they had it", summary.failures[0].error["what"])
         self.assertEqual(summary.failures[0].attempts, 2)
+        waitFor("the tools of the workers that died", lambda: len(list(self.mark.glob("late-*"))) == 2)
         self.requireResults({frame.name: frame.name for frame in self.frames[:2]})
 
     def test_a_cluster_that_goes_away_is_told(self):

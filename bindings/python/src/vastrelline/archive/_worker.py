@@ -71,8 +71,10 @@ def _identify(job: dict, outcome: dict) -> None:
         width, height = job["probeSize"]
         with open(frame, "wb") as file:
             file.write(b"P5 %d %d 65535\n" % (width, height) + bytes(2 * width * height))
-        _, summary = _batch(job, outcome, frame, os.path.join(folder, b"out"), job["options"])
-        outcome["settings"] = _settings(os.path.join(folder, b"out"))
+        results = os.path.join(folder, b"out")
+        os.mkdir(results)
+        _, summary = _batch(job, outcome, frame, results, job["options"])
+        outcome["settings"] = _settings(results)
         outcome.update({name: summary[name] for name in ("version", "export", "chain", "findings")})
     finally:
         shutil.rmtree(folder, ignore_errors=True)
@@ -112,7 +114,7 @@ def _process(job: dict, outcome: dict) -> None:
             for leaf in os.listdir(folder):
                 os.unlink(os.path.join(folder, leaf))
         else:
-            shutil.rmtree(job["run"], ignore_errors=True)  # the tool makes folders that are missing
+            shutil.rmtree(job["run"], ignore_errors=True)
 
 
 def _is_wanted(job: dict) -> bool:
@@ -160,16 +162,17 @@ def _publish(job: dict, draft: bytes, result_hash: str) -> None:
 
 
 def _batch(job: dict, outcome: dict, frame: bytes, folder: bytes, options: list) -> tuple[dict, dict]:
-    """The tool's lines about one frame, and about all of the call."""
-    lines = _call(job, outcome, ["batch", frame, "--profile", _profile(job), "--section", job["section"], "--out", folder,
-                                 "--format", job["format"], "--jobs", "1", "--json", "--quiet", *options])
+    """The tool's lines about one frame, and about all of the call. It works within the folder that gets the result: a
+    tool that outlives its worker, and the archive, must not make that folder again."""
+    lines = _call(job, outcome, ["batch", frame, "--profile", _profile(job), "--section", job["section"], "--out", ".",
+                                 "--format", job["format"], "--jobs", "1", "--json", "--quiet", *options], folder)
     told = next((line for line in lines if line.get("type") == "frame"), lines[-1])
     if told["exit"] == 0:
         return told, lines[-1]
     # Names as the user knows them, not those of the attempt.
     error = told.get("error") or {}
     where = error.get("where", "")
-    if where.startswith(_shown(folder)):
+    if where == "." or where.startswith("./"):
         where = _shown(os.path.join(job["target"], job.get("result", b"")))
     elif where == _shown(_profile(job)):
         where = _shown(job["profile"])
@@ -178,11 +181,13 @@ def _batch(job: dict, outcome: dict, frame: bytes, folder: bytes, options: list)
     raise Fault(told["exit"], where, error.get("what", "the tool failed"), error.get("remedy", ""))
 
 
-def _call(job: dict, outcome: dict, arguments: list) -> list[dict]:
+def _call(job: dict, outcome: dict, arguments: list, folder: bytes) -> list[dict]:
     """The objects that the tool prints."""
     tool = job["tool"] or os.environ.get("VASTRELLINE_TOOL") or "vastrelline"
+    program = os.path.abspath(tool) if os.path.dirname(tool) else tool
     try:
-        done = subprocess.run([tool, *arguments], stdin=subprocess.DEVNULL, capture_output=True, check=False)
+        done = subprocess.run([program, *arguments], cwd=folder, stdin=subprocess.DEVNULL, capture_output=True,
+                              check=False)
     except OSError as error:
         raise Fault(PROCESSING, outcome["worker"], f"cannot start '{tool}': {os.strerror(error.errno or 0)}",
                     "install the tool there, or name it by --tool or VASTRELLINE_TOOL") from error
