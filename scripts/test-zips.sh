@@ -96,6 +96,8 @@ END
             run=("$tree/scripts/wine32.sh")
         fi
     fi
+    # Wine has DLLs that no Windows has.
+    cmake -DTOOL="$PWD/$name/bin/vastrelline.exe" -DOBJDUMP="${compiler%gcc}objdump" -P "$tree/tests/package/CheckTool.cmake"
     for library in Vastrelline.lib libVastrelline.dll.a; do
         "$compiler" -std=c99 -Wall -Wextra -Werror -I "$name/include" "$name/share/doc/vastrelline/examples/process_frame.c" \
             "$name/lib/$library" -o "$name/bin/host-$library.exe"
