@@ -32,8 +32,16 @@ OutputError CannotMake(const std::string& path, const std::error_code& reason) {
 }
 
 std::string WithoutSeparators(std::string path) {
-    while (path.size() > 1 && path.back() == '/') path.pop_back();
+    constexpr auto kOwn = static_cast<char>(fs::path::preferred_separator);
+    while (path.size() > 1 && (path.back() == '/' || path.back() == kOwn)) path.pop_back();
     return path;
+}
+
+// A name of our own beside the wanted one.
+std::string DraftName(const std::string& path, int attempt) {
+    std::string leaf = ".v";
+    leaf.append(std::to_string(OwnProcessNumber())).append("-").append(std::to_string(attempt));
+    return (PathOf(path).parent_path() / PathOf(leaf)).string();
 }
 
 std::string ReadText(const fs::path& path) {
@@ -96,9 +104,7 @@ OutputFolder::OutputFolder(const std::string& path, std::string index, bool mayR
     if (leaf.empty() || leaf == "." || leaf == "..") throw OutputError(path, "names no folder of its own");
     TestTarget(path_, index_, mayReplace_);
     for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
-        const std::string draftLeaf =
-            ".v" + std::to_string(OwnProcessNumber()) + "-" + std::to_string(attempt);
-        const std::string candidate = (wanted.parent_path() / PathOf(draftLeaf)).string();
+        const std::string candidate = DraftName(path_, attempt);
         std::error_code reason;
         if (fs::create_directory(PathOf(candidate), reason)) {
             draftPath_ = candidate;
@@ -131,10 +137,28 @@ void OutputFolder::Publish() {
     TestTarget(path_, index_, mayReplace_);  // it may have come up, or have changed, meanwhile
     // In one step where the file system can do it; the older folder then goes with the draft's name.
     if (!ExchangeNames(draftPath_, path_)) return;
-    std::error_code ignored;
-    fs::remove_all(PathOf(path_), ignored);
-    if ((reason = MoveOver(draftPath_, path_))) throw CannotMake(path_, reason);
-    draftPath_.clear();
+    // Otherwise the older folder steps aside, and comes back where the new one cannot take its place.
+    const std::string older = StepAside();
+    if ((reason = MoveToFreeName(draftPath_, path_))) {
+        MoveToFreeName(older, path_);
+        throw CannotMake(path_, reason);
+    }
+    draftPath_ = older;
+}
+
+// Gives the folder that has the wanted name another one beside it.
+std::string OutputFolder::StepAside() const {
+    std::error_code reason;
+    for (int attempt = 0; attempt < kNameAttempts; ++attempt) {
+        const std::string candidate = DraftName(path_, attempt);
+        std::error_code ignored;
+        if (fs::exists(fs::symlink_status(PathOf(candidate), ignored))) continue;
+        reason = MoveToFreeName(path_, candidate);
+        if (reason == std::errc::not_supported) reason = MoveOver(path_, candidate);
+        if (!reason) return candidate;
+        if (reason != std::errc::file_exists) break;
+    }
+    throw CannotMake(path_, reason);
 }
 
 }  // namespace vastrelline

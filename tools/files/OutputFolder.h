@@ -31,6 +31,8 @@ public:
     void Publish();
 
 private:
+    std::string StepAside() const;
+
     std::string path_;
     std::string index_;
     std::string draftPath_;

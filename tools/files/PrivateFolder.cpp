@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/PrivateFolder.h"
 
+#include <chrono>
 #include <string>
 #include <system_error>
+#include <thread>
 
 #include "messages/ToolError.h"
 #include "platform/FileSteps.h"
@@ -23,8 +25,16 @@ PrivateFolder::PrivateFolder() {
 }
 
 PrivateFolder::~PrivateFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    // Where a file in it is open elsewhere, as by a scanner on Windows, it cannot go just now. What stands in
+    // it is a patient's frame: it must not stay for want of a moment's patience.
+    constexpr int kAttempts = 20;
+    constexpr std::chrono::milliseconds kNap{25};
+    std::error_code reason;
+    for (int attempt = 1; attempt <= kAttempts; ++attempt) {
+        std::filesystem::remove_all(path_, reason);
+        if (!reason) return;
+        std::this_thread::sleep_for(kNap);
+    }
 }
 
 }  // namespace vastrelline

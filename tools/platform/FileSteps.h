@@ -25,7 +25,8 @@ std::error_code FlushToDisk(const std::string& path);
 // std::errc::not_supported where the file system cannot look and rename in one step.
 std::error_code MoveToFreeName(const std::string& from, const std::string& to);
 
-// Renames a file or a folder over the file that has the name, if one has it; its rights stay.
+// Renames a file or a folder over the file that has the name, if one has it. The rights are then those of
+// what was renamed; on Windows a file that may only be read is not replaced.
 std::error_code MoveOver(const std::string& from, const std::string& to);
 
 // Two folders take each other's names, in one step. std::errc::not_supported where that cannot be done.

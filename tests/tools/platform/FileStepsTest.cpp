@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/FileSteps.h"
@@ -97,6 +99,21 @@ TEST_F(FileSteps, NamesMayHaveAnyCharacter) {
     EXPECT_FALSE(MakeNewFile(At(leaf)));
     EXPECT_FALSE(MoveOver(At(leaf), At(leaf + "2")));
     EXPECT_TRUE(std::filesystem::exists(PathOf(At(leaf + "2"))));
+}
+
+TEST_F(FileSteps, MakePrivateFoldersOfManyThreadsAtOnce) {
+    constexpr int kThreads = 64;
+    std::vector<std::string> paths(kThreads * 3);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i)
+        threads.emplace_back([&, i] {
+            for (int each = 3 * i; each < 3 * i + 3; ++each)
+                EXPECT_FALSE(MakePrivateFolder(At(""), "v-", paths[static_cast<size_t>(each)]));
+        });
+    for (std::thread& thread : threads) thread.join();
+    const std::set<std::string> names(paths.begin(), paths.end());
+    EXPECT_EQ(names.size(), paths.size());
+    for (const std::string& name : names) EXPECT_TRUE(std::filesystem::is_directory(PathOf(name)));
 }
 
 }  // namespace

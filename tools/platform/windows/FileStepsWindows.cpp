@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <windows.h>
+// after windows.h, which it needs
+#include <sddl.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 
 #include "platform/FileSteps.h"
 #include "platform/PathText.h"
@@ -15,25 +19,43 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-Handle OpenFile(const std::string& path, DWORD access, DWORD disposition) {
-    return Handle(CreateFileW(WidenUtf8(path).c_str(), access, kShareAll, nullptr, disposition,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
+// Scanners and indexers open what is new, and for a moment nobody else may open or rename it. A name whose
+// file is open, or is on its way out, gives ERROR_ACCESS_DENIED, and so does a folder in which a file is
+// open.
+constexpr int kAttempts = 20;
+constexpr DWORD kNapMs = 25;
+
+bool MayPass(DWORD reason) {
+    return reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION ||
+           reason == ERROR_ACCESS_DENIED;
 }
 
-// Scanners and indexers open what is new, and for a moment nobody else may rename it.
+Handle OpenFile(const std::string& path, DWORD access, DWORD disposition) {
+    const std::wstring wide = WidenUtf8(path);
+    for (int attempt = 1;; ++attempt) {
+        Handle file(CreateFileW(wide.c_str(), access, kShareAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                                nullptr));
+        // A new file is refused for good: there is no right to make one.
+        if (file.IsOpen() || disposition == CREATE_NEW || !MayPass(GetLastError()) || attempt == kAttempts)
+            return file;
+        Sleep(kNapMs);
+    }
+}
+
 std::error_code Move(const std::string& from, const std::string& to, DWORD flags) {
-    constexpr int kAttempts = 20;
-    constexpr DWORD kNapMs = 25;
     const std::wstring source = WidenUtf8(from);
     const std::wstring target = WidenUtf8(to);
     for (int attempt = 1;; ++attempt) {
         if (MoveFileExW(source.c_str(), target.c_str(), flags) != FALSE) return {};
         const DWORD reason = GetLastError();
-        const bool mayPass = reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION;
-        if (!mayPass || attempt == kAttempts) return ReasonOf(reason);
+        if (!MayPass(reason) || attempt == kAttempts) return ReasonOf(reason);
         Sleep(kNapMs);
     }
 }
+
+// Rights for the owner, the system and its administrators, for the folder and for all that is made in it;
+// none that the folder above would hand down.
+constexpr const wchar_t* kOwnersAlone = L"D:P(A;OICI;FA;;;S-1-3-4)(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
 
 }  // namespace
 
@@ -75,16 +97,23 @@ std::error_code ExchangeNames(const std::string& /*one*/, const std::string& /*o
 }
 
 std::error_code MakePrivateFolder(const std::string& parent, std::string_view head, std::string& path) {
-    // The folder for temporary files is its user's own, and what is made in it takes its rights.
-    constexpr int kAttempts = 100;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        const std::string leaf =
-            std::string(head)
-                .append(std::to_string(GetCurrentProcessId()))
-                .append("-")
-                .append(std::to_string(GetTickCount64() + static_cast<ULONGLONG>(attempt)));
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    if (ConvertStringSecurityDescriptorToSecurityDescriptorW(kOwnersAlone, SDDL_REVISION_1, &descriptor,
+                                                             nullptr) == FALSE)
+        return LastSystemReason();
+    const std::unique_ptr<void, decltype(&LocalFree)> owned(descriptor, LocalFree);
+    SECURITY_ATTRIBUTES rights = {sizeof(rights), descriptor, FALSE};
+    static std::atomic<uint32_t> last = 0;  // folders of this process
+    constexpr int kNames = 100;
+    for (int attempt = 0; attempt < kNames; ++attempt) {
+        const std::string leaf = std::string(head)
+                                     .append(std::to_string(GetCurrentProcessId()))
+                                     .append("-")
+                                     .append(std::to_string(GetTickCount64()))
+                                     .append("-")
+                                     .append(std::to_string(++last));
         const std::string candidate = (PathOf(parent) / PathOf(leaf)).string();
-        if (CreateDirectoryW(WidenUtf8(candidate).c_str(), nullptr) != FALSE) {
+        if (CreateDirectoryW(WidenUtf8(candidate).c_str(), &rights) != FALSE) {
             path = candidate;
             return {};
         }
