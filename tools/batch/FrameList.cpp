@@ -27,6 +27,10 @@ fs::path Absolute(const fs::path& path) {
     return whole.has_filename() ? whole : whole.parent_path();
 }
 
+bool IsSameFolder(const fs::path& one, const fs::path& other) {
+    return FoldName(one.string()) == FoldName(other.string());
+}
+
 // Files by their whole paths, with the names under which they are shown, and the folders they were asked
 // from.
 class Gathering {
@@ -70,7 +74,7 @@ private:
 
     void AddFolder(const std::string& path) {
         const fs::path whole = Absolute(PathOf(path));
-        if (whole == outputFolder_)
+        if (IsSameFolder(whole, outputFolder_))
             throw UsageError("--out is the folder of the frames: " + path, "name another folder");
         Widen(whole);
         std::error_code error;
@@ -80,7 +84,8 @@ private:
             const bool isHidden = entry.filename().string().starts_with('.');
             std::error_code ignored;
             if (entries->is_directory(ignored)) {
-                if (isHidden || Absolute(entry) == outputFolder_) entries.disable_recursion_pending();
+                if (isHidden || IsSameFolder(Absolute(entry), outputFolder_))
+                    entries.disable_recursion_pending();
             } else if (!isHidden && FileKindOf(entry.string()) != FileKind::Other &&
                        entries->is_regular_file(ignored)) {
                 files_.emplace(whole / entry.lexically_relative(PathOf(path)), entry.string());
@@ -114,15 +119,17 @@ std::string ResultName(fs::path frame, const std::string& ending, bool keepsEndi
 
 void TestResults(const std::vector<ListedFrame>& frames, const Gathering& gathering,
                  const std::string& outputFolder) {
-    std::map<std::string_view, const ListedFrame*> results;
+    std::map<std::string, const ListedFrame*> results;
+    std::set<std::string> taken;
+    for (const auto& [path, shown] : gathering.Files()) taken.insert(FoldName(path.string()));
     const fs::path folder = Absolute(PathOf(outputFolder));
     for (const ListedFrame& frame : frames) {
-        const auto [other, isNew] = results.emplace(frame.result, &frame);
+        const auto [other, isNew] = results.emplace(FoldName(frame.result), &frame);
         if (!isNew)
             throw UsageError(
                 frame.path + " and " + other->second->path + " would both become " + frame.result,
                 "rename one of them");
-        if (gathering.Files().contains(folder / PathOf(frame.result)))
+        if (taken.contains(FoldName((folder / PathOf(frame.result)).string())))
             throw UsageError("the result of " + frame.path +
                                  " would replace a frame: " + (folder / PathOf(frame.result)).string(),
                              "name another folder in --out");
@@ -141,12 +148,12 @@ std::vector<ListedFrame> ListFrames(const std::vector<std::string>& inputs, cons
 
     std::map<std::string, int> wanted;
     for (const auto& [path, shown] : gathering.Files())
-        ++wanted[ResultName(path.lexically_relative(gathering.Root()), ending, false)];
+        ++wanted[FoldName(ResultName(path.lexically_relative(gathering.Root()), ending, false))];
     std::vector<ListedFrame> frames;
     frames.reserve(gathering.Files().size());
     for (const auto& [path, shown] : gathering.Files()) {
         const fs::path name = path.lexically_relative(gathering.Root());
-        const bool isAlone = wanted[ResultName(name, ending, false)] == 1;
+        const bool isAlone = wanted[FoldName(ResultName(name, ending, false))] == 1;
         frames.push_back({shown, ResultName(name, ending, !isAlone)});
     }
     TestResults(frames, gathering, outputFolder);

@@ -46,8 +46,10 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 bool WillBeSameFile(const std::string& a, const std::string& b) {
     namespace fs = std::filesystem;
     std::error_code error;
-    return IsSameFile(a, b) || fs::weakly_canonical(fs::absolute(PathOf(a)), error) ==
-                                   fs::weakly_canonical(fs::absolute(PathOf(b)), error);
+    const auto whole = [&](const std::string& path) {
+        return FoldName(fs::weakly_canonical(fs::absolute(PathOf(path)), error).string());
+    };
+    return IsSameFile(a, b) || whole(a) == whole(b);
 }
 
 // Also what --force does not allow.

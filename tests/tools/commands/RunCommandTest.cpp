@@ -224,11 +224,14 @@ TEST_F(RunCommandTest, NeitherTheFrameNorTheProfileIsEverReplaced) {
 }
 
 TEST_F(RunCommandTest, TwoResultsNeverGoToOneFile) {
-    std::filesystem::create_directory_symlink(folder_.Path(), folder_.Path() / "link");
-    for (const std::vector<std::string>& more :
-         {std::vector<std::string>{"--strip", folder_.Narrow("out.png")},
-          {"--log", folder_.Narrow("link") + "/out.png"},
-          {"--strip", folder_.Narrow("s.png"), "--log", folder_.Narrow("s.png")}}) {
+    std::vector<std::vector<std::string>> cases{
+        {"--strip", folder_.Narrow("out.png")},
+        {"--strip", folder_.Narrow("s.png"), "--log", folder_.Narrow("s.png")}};
+#ifdef _WIN32
+    cases.push_back({"--strip", folder_.Narrow("OUT.png")});
+    cases.push_back({"--log", folder_.Narrow("\u00E4.png"), "--strip", folder_.Narrow("\u00C4.png")});
+#endif
+    for (const std::vector<std::string>& more : cases) {
         for (const bool mayReplace : {false, true}) {
             std::vector<std::string> all = more;
             if (mayReplace) all.push_back("--force");
@@ -238,6 +241,13 @@ TEST_F(RunCommandTest, TwoResultsNeverGoToOneFile) {
         }
     }
     EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "out.png"));
+}
+
+TEST_F(RunCommandTest, TwoResultsNeverGoToOneFileThroughALink) {
+    std::filesystem::create_directory_symlink(folder_.Path(), folder_.Path() / "link");
+    const ToolRun run = Run("out.png", {"--log", folder_.Narrow("link") + "/out.png"}, MustNotBeCalled);
+    EXPECT_EQ(run.exitCode, 2) << run.errors;
+    EXPECT_NE(run.errors.find(" is the file of --"), std::string::npos) << run.errors;
 }
 
 TEST_F(RunCommandTest, ALogThatIsNotThereIsSaid) {

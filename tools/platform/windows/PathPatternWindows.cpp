@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <windows.h>
+
 #include <cstddef>
-#include <cwctype>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -15,8 +16,14 @@ namespace fs = std::filesystem;
 
 bool IsPattern(std::wstring_view level) { return level.find_first_of(L"*?[") != std::wstring_view::npos; }
 
+// By the system, for the run-time library's own locale knows the letters of ASCII only.
+wchar_t Lower(wchar_t c) {
+    CharLowerBuffW(&c, 1);
+    return c;
+}
+
 // Names that differ in their cases alone are one here.
-bool IsSame(wchar_t one, wchar_t other) { return std::towlower(one) == std::towlower(other); }
+bool IsSame(wchar_t one, wchar_t other) { return Lower(one) == Lower(other); }
 
 // "[a-c]", "[!a-c]": whether the set that begins the pattern has the character, and where it ends; npos: it
 // is no set.
@@ -28,7 +35,7 @@ bool FitsSet(std::wstring_view pattern, wchar_t c, size_t& end) {
     bool isIn = false;
     for (size_t i = begin; i < end; ++i) {
         if (i + 2 < end && pattern[i + 1] == L'-') {
-            const wchar_t lower = static_cast<wchar_t>(std::towlower(c));
+            const wchar_t lower = Lower(c);
             isIn = isIn || (pattern[i] <= lower && lower <= pattern[i + 2]) ||
                    (pattern[i] <= c && c <= pattern[i + 2]);
             i += 2;
