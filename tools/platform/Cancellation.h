@@ -11,7 +11,8 @@ void CatchCancellation();
 // Whether such a wish has come.
 bool IsCancelled();
 
-// Whether somebody went away who read what the tool prints.
+// Whether somebody went away who read what the tool prints. Windows does not tell that from other failures to
+// write: never there.
 bool IsReaderGone();
 
 }  // namespace vastrelline

@@ -15,9 +15,13 @@ std::atomic<bool> isCancelled{false};  // set by a thread of the system's
 void RememberSignal(int /*number*/) { isCancelled = true; }
 
 BOOL WINAPI RememberEvent(DWORD event) {
-    if (isCancelled.exchange(true)) return FALSE;  // the second time the system's own way
+    // The second time the process ends at once. To hand it on would not do: the run-time library's own
+    // handler comes next, and calls ours for signals once more.
+    if (isCancelled.exchange(true)) TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
     if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) return TRUE;
-    // A terminal that closes, or a session that ends, takes the process with it when this function returns.
+    // A terminal that closes takes the process with it when this function returns. Of a session that ends the
+    // system tells no process that has windows' library in it, as this one has by the library's message
+    // boxes.
     constexpr DWORD kTimeToClearAwayMs = 4500;
     Sleep(kTimeToClearAwayMs);
     return TRUE;

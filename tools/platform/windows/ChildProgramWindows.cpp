@@ -84,7 +84,8 @@ Handle MakeJob() {
     return job;
 }
 
-// The process within the job from its first instruction on.
+// The process within the job from its first instruction on, and without the console: an interrupt there is
+// for its parent, who ends it, and where there is no console none opens for it.
 Handle Start(const std::vector<std::string>& words, const PipeEnds& pipe, const Handle& job) {
     const Handle nothing = OpenNothing();
     const HandleList handles(nothing.Get(), pipe.writing.Get());
@@ -98,7 +99,7 @@ Handle Start(const std::vector<std::string>& words, const PipeEnds& pipe, const 
     std::wstring line = WidenUtf8(JoinCommandLine(words));
     PROCESS_INFORMATION started = {};
     if (CreateProcessW(WidenUtf8(words.front()).c_str(), line.data(), nullptr, nullptr, TRUE,
-                       CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr,
+                       CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT | DETACHED_PROCESS, nullptr, nullptr,
                        &startup.StartupInfo, &started) == FALSE)
         throw LastFailure();
     Handle process(started.hProcess);
