@@ -92,7 +92,8 @@ std::optional<ProcessNumber> WriterOfDraft(std::string_view leaf) {
     ProcessNumber process = 0;
     const auto [end, error] = std::from_chars(leaf.data(), leaf.data() + leaf.size(), process);
     leaf.remove_prefix(static_cast<size_t>(end - leaf.data()));
-    if (error != std::errc() || process <= 0 || !leaf.starts_with('-')) return std::nullopt;
+    if (error != std::errc() || process <= 0 || process > kGreatestProcessNumber || !leaf.starts_with('-'))
+        return std::nullopt;
     const std::string_view attempt = leaf.substr(1, leaf.find('.') - 1);
     const bool isNumber =
         !attempt.empty() && attempt.find_first_not_of("0123456789") == std::string_view::npos;

@@ -12,6 +12,9 @@ using ProcessNumber = int64_t;
 
 ProcessNumber OwnProcessNumber();
 
+// No process has a greater one.
+extern const ProcessNumber kGreatestProcessNumber;
+
 // Whether a process of that number runs; true where the system does not tell.
 bool IsProcessAlive(ProcessNumber number);
 

@@ -22,6 +22,7 @@ constexpr int kNotDone = 1;
 constexpr int kNoMemory = 2;
 constexpr int kNotWritten = 3;
 constexpr int kNotLoaded = 4;
+constexpr int kNotTaken = 5;
 
 // The last line that was said, as a reason.
 std::string LastLine(std::string text) {
@@ -49,6 +50,7 @@ void TestEnd(const ChildEnd& end, const ExportRequest& request) {
     if (end.number == kNoMemory) throw std::bad_alloc();
     if (end.number == kNotWritten) throw OutputError({}, LastLine(end.said));
     if (end.number == kNotLoaded) throw InputError(request.library, LastLine(end.said));
+    if (end.number == kNotTaken) throw InputError({}, LastLine(end.said));
     if (end.number != kDone)
         throw ProcessingError({}, "the run failed: " + LastLine(end.said), kNothingWritten);
 }
@@ -58,6 +60,10 @@ int DoJob(const std::string& folder, ExportRequest request, const ExportCaller& 
     try {
         code = callExport(request);
     } catch (const InputError& error) {  // the request's library; frame and profile are looked at before
+        if (error.Where() != request.library) {  // a text that the library does not take
+            std::cerr << error.what() << '\n';
+            return kNotTaken;
+        }
         std::cerr << error.What() << (error.Remedy().empty() ? "" : "; ") << error.Remedy() << '\n';
         return kNotLoaded;
     }

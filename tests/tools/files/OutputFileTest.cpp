@@ -118,8 +118,10 @@ TEST(OutputFile, ADraftTellsWhoWritesIt) {
     const OutputFile file(folder.Narrow("a.bmp"), false);
     EXPECT_EQ(WriterOfDraft(std::filesystem::path(file.DraftPath()).filename().string()), OwnProcessNumber());
     EXPECT_EQ(WriterOfDraft(".v12-3"), 12);
+    // Somebody else's numbers: no process has one of more than 32 bits.
     for (const char* const leaf :
-         {"", ".v", ".v12", ".v12-", ".v12-.png", ".v12-x.png", ".v-1-2.png", ".v0-1", ".vx-1", "v12-3.png"})
+         {"", ".v", ".v12", ".v12-", ".v12-.png", ".v12-x.png", ".v-1-2.png", ".v0-1", ".vx-1", "v12-3.png",
+          ".v20261123120000-1.png", ".v4294967296-1.png"})
         EXPECT_EQ(WriterOfDraft(leaf), std::nullopt) << leaf;
 }
 

@@ -47,10 +47,15 @@ TEST(Worker, ThatFailsTellsWhyAndLeavesNoResult) {
     EXPECT_EQ(RunWorker(folder.Path().string(), [](ExportRequest&) -> int32_t { throw std::bad_alloc(); }),
               2);
     EXPECT_THROW(ReadJobResult(folder.Path().string(), request), InputError);
-    // The call itself meets one input beside the job's: the library.
+    // What the call itself meets beside the job: the library, and texts that it does not take.
+    request.library = "x.so";
+    WriteJob(folder.Path().string(), request);
     EXPECT_EQ(RunWorker(folder.Path().string(),
                         [](ExportRequest&) -> int32_t { throw InputError("x.so", "is no library"); }),
               4);
+    EXPECT_EQ(RunWorker(folder.Path().string(),
+                        [](ExportRequest&) -> int32_t { throw InputError("Sektion", "lacks characters"); }),
+              5);
     // No room for the output.
     EXPECT_EQ(RunWorker(folder.Path().string(),
                         [&](ExportRequest&) {

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <system_error>
 
 #include "platform/OwnProcess.h"
@@ -13,6 +14,8 @@
 namespace vastrelline {
 
 const char* const kTemporaryFolderHint = "TMPDIR names another place for temporary files";
+
+const ProcessNumber kGreatestProcessNumber = std::numeric_limits<pid_t>::max();
 
 ProcessNumber OwnProcessNumber() { return getpid(); }
 

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdio>
+#include <limits>
 #include <memory>
 
 #include "platform/OwnProcess.h"
@@ -35,6 +36,8 @@ struct TerminalCharacters {
 };
 
 }  // namespace
+
+const ProcessNumber kGreatestProcessNumber = std::numeric_limits<DWORD>::max();
 
 ProcessNumber OwnProcessNumber() { return GetCurrentProcessId(); }
 
