@@ -3,6 +3,8 @@
 # Looks into the tool TOOL for Windows: beside DLLs of the system it needs the library's alone, and it has its manifest.
 #
 # OBJDUMP  of the compiler that made it
+cmake_minimum_required(VERSION 3.25)
+
 execute_process(COMMAND ${OBJDUMP} -p ${TOOL} OUTPUT_VARIABLE header COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "DLL Name: [^\n]+" dlls "${header}")
 string(TOLOWER "${dlls}" dlls)

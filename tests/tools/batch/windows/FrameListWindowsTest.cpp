@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 // Names whose letters differ in their case alone are one name here.
 
-TEST(FrameList, TellsResultsApartThatTheSystemTakesForOne) {
+TEST(FrameListWindows, TellsResultsApartThatTheSystemTakesForOne) {
     const TemporaryFolder folder;
     fs::create_directory(folder.Path() / "in");
     WriteBytes(folder.Path() / "in" / "Tooth.png", "");
@@ -24,7 +24,7 @@ TEST(FrameList, TellsResultsApartThatTheSystemTakesForOne) {
     EXPECT_EQ(frames[1].result, "tooth.pgm.png");
 }
 
-TEST(FrameList, KnowsItsOutputFolderInAnyCase) {
+TEST(FrameListWindows, KnowsItsOutputFolderInAnyCase) {
     const TemporaryFolder folder;
     fs::create_directories(folder.Path() / "scans" / "out");
     WriteBytes(folder.Path() / "scans" / "a.raw", "");
