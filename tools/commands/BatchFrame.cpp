@@ -20,6 +20,7 @@
 #include "platform/Cancellation.h"
 #include "platform/PathText.h"
 #include "platform/Reason.h"
+#include "profile/TopLevel.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 

@@ -12,6 +12,7 @@
 #include "commands/RunPicture.h"
 #include "messages/ErrorJson.h"
 #include "messages/FindingJson.h"
+#include "profile/TopLevel.h"
 
 namespace vastrelline {
 namespace {

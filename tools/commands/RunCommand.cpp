@@ -31,6 +31,7 @@
 #include "platform/PathText.h"
 #include "profile/ProfileFile.h"
 #include "profile/SectionPlan.h"
+#include "profile/TopLevel.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"
 

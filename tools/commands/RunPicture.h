@@ -8,12 +8,8 @@
 #include "commands/RunOptions.h"
 #include "formats/PictureFile.h"
 #include "library/ExportRequest.h"
-#include "profile/ProfileFile.h"
 
 namespace vastrelline {
-
-// The top level of the pictures that the section makes.
-int32_t ReadTopLevel(const ProfileFile& file, const std::string& section);
 
 // How the result goes into the picture of the options: a .png shows 8 bits through a window, unless all
 // levels are wanted.

@@ -24,6 +24,7 @@
 #include "formats/BmpFormat.h"
 #include "messages/ToolError.h"
 #include "platform/Cancellation.h"
+#include "profile/TopLevel.h"
 #include "runs/LookAtFrame.h"
 #include "runs/StageCurves.h"
 

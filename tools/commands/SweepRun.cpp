@@ -21,6 +21,7 @@
 #include "pictures/ContactSheet.h"
 #include "platform/Cancellation.h"
 #include "profile/SectionPlan.h"
+#include "profile/TopLevel.h"
 #include "profile_text/Utf8.h"
 #include "runs/FrameRun.h"
 #include "runs/LookAtFrame.h"

@@ -157,6 +157,8 @@ EdgeMeasure MeasureEdge(const Frame& frame) {
     const auto [least, greatest] = std::minmax_element(profile.begin(), profile.end());
     measure.overshoot =
         std::max({0.0, (*greatest - measure.brightLevel) / step, (measure.darkLevel - *least) / step});
+    for (size_t i = 0; i < profile.size(); ++i)
+        measure.profile.push_back({(static_cast<double>(i) + 0.5) / kBinsPerPixel - reach, profile[i]});
     measure.mtf = MakeModulation(profile);
     measure.mtf50 = FindHalf(measure.mtf);
     measure.clippedShare = ClippedShare(frame);

@@ -13,6 +13,12 @@ struct ModulationPoint {
     double modulation = 0.0;
 };
 
+// The mean level at a distance from the edge.
+struct EdgePoint {
+    double distance = 0.0;  // in pixels; below 0: on the dark side
+    double level = 0.0;
+};
+
 struct EdgeMeasure {
     bool isLying = false;       // nearer to a row than to a column; angles are then from the row
     double angleDegrees = 0.0;  // from the column; above 0: to the right on its way down
@@ -22,6 +28,7 @@ struct EdgeMeasure {
     double contrastToNoise = 0.0;  // 0 without noise
     double risePixels = 0.0;       // from a tenth to nine tenths of the step
     double overshoot = 0.0;  // how far the response leaves the step, by the step's height; 0 if it does not
+    std::vector<EdgePoint> profile;    // across the edge, four points a pixel
     std::vector<ModulationPoint> mtf;  // from 0 to 1 cycle per pixel
     std::optional<double> mtf50;       // cycles per pixel; none if more than half is left everywhere
     double clippedShare = 0.0;         // of the pixels; cut levels make the edge look sharper

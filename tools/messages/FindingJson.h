@@ -8,7 +8,10 @@
 
 namespace vastrelline {
 
-// An array of objects {severity, file, line, column, text, rule}; line 0 stands for the whole file.
+// {severity, file, line, column, text, rule}; line 0 stands for the whole file.
+nlohmann::ordered_json FindingToJson(const Finding& finding);
+
+// An array of them.
 nlohmann::ordered_json FindingsJson(std::span<const Finding> findings);
 
 }  // namespace vastrelline

@@ -143,6 +143,18 @@ std::string FormatDifferences(const std::vector<PlaceDifference>& differences, s
     return text;
 }
 
+std::vector<DifferenceRow> ListDifferences(const std::vector<PlaceDifference>& differences) {
+    std::vector<DifferenceRow> rows;
+    for (const PlaceDifference& place : differences) {
+        const std::string title = TitleOf(place);
+        for (const ValueDifference& value : place.values)
+            rows.push_back(
+                {title, value.name, SideText(value.first), SideText(value.second), value.hasEffect});
+        if (place.values.empty()) rows.push_back({title, {}, {}, {}, true});
+    }
+    return rows;
+}
+
 std::string SumUpDifferences(const std::vector<PlaceDifference>& differences) {
     if (differences.empty()) return "equal";
     std::string text;

@@ -28,5 +28,24 @@ TEST(EncodeBase64, KnowsAllLettersBeyondLettersAndDigits) {
     EXPECT_EQ(EncodeBase64(std::vector<uint8_t>{0xFB, 0xEF, 0xBE, 0xFF, 0xFF, 0xFF}), "++++////");
 }
 
+std::string Decode(const std::string& text) {
+    const std::optional<std::vector<uint8_t>> bytes = DecodeBase64(text);
+    return bytes ? std::string(bytes->begin(), bytes->end()) : "none";
+}
+
+TEST(DecodeBase64, GivesTheBytesBack) {
+    EXPECT_EQ(Decode(""), "");
+    EXPECT_EQ(Decode("Zg=="), "f");
+    EXPECT_EQ(Decode("Zm8="), "fo");
+    EXPECT_EQ(Decode("Zm9vYmFy"), "foobar");
+    EXPECT_EQ(DecodeBase64("++++////"), (std::vector<uint8_t>{0xFB, 0xEF, 0xBE, 0xFF, 0xFF, 0xFF}));
+}
+
+TEST(DecodeBase64, RefusesWhatNobodyEncodes) {
+    for (const char* const text :
+         {"Z", "Zg", "Zg=", "Z===", "====", "Zg==Zg==", "Zm9v\n", "Zm-v", "Zh==", "Zm9="})
+        EXPECT_EQ(Decode(text), "none") << text;
+}
+
 }  // namespace
 }  // namespace vastrelline
