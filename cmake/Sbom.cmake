@@ -43,10 +43,21 @@ if(TARGET vastrelline_tool)
     list(APPEND parts "tool|CLI11|${toolCli11}|BSD-3-Clause|STATIC_LINK"
         "tool|nlohmann-json|${toolJson}|MIT|STATIC_LINK")
     list(APPEND parts "tool|libpng|${toolPng}|libpng-2.0|${link}" "tool|libtiff|${toolTiff}|libtiff|${link}")
+    get_directory_property(hasWorkbench DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION VASTRELLINE_HAS_WORKBENCH)
+    if(hasWorkbench)
+        get_directory_property(toolBoost DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION Boost_VERSION_STRING)
+        list(APPEND parts "tool|Boost|${toolBoost}|BSL-1.0|STATIC_LINK")
+    endif()
     if(WIN32)
         get_directory_property(toolZlib DIRECTORY ${PROJECT_SOURCE_DIR}/tools DEFINITION ZLIB_VERSION_STRING)
         list(APPEND parts "tool|zlib|${toolZlib}|Zlib|STATIC_LINK")
     endif()
+endif()
+
+# What the workbench's page is made of is known when it is made.
+set(pageLicences "")
+if(hasWorkbench)
+    set(pageLicences ${PROJECT_BINARY_DIR}/workbench/made/licences.txt)
 endif()
 
 set(sbom ${PROJECT_BINARY_DIR}/vastrelline.spdx.json)
@@ -54,8 +65,8 @@ add_custom_command(OUTPUT ${sbom}
     COMMAND ${CMAKE_COMMAND} -DOUTPUT=${sbom} -DVERSION=${VASTRELLINE_VERSION} -DSOURCE=${PROJECT_SOURCE_DIR}
             -DCOMMIT_FILE=${PROJECT_BINARY_DIR}/src/build_note/commit.txt -DHAS_TOOL=$<TARGET_EXISTS:vastrelline_tool>
             "-DFILES=$<TARGET_FILE:vastrelline>;${PROJECT_SOURCE_DIR}/include/vastrelline.h" "-DPARTS=${parts}"
-            -P ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
-    DEPENDS vastrelline ${PROJECT_SOURCE_DIR}/include/vastrelline.h ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
-    VERBATIM)
+            -DPAGE_LICENCES=${pageLicences} -P ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
+    DEPENDS vastrelline $<TARGET_NAME_IF_EXISTS:vastrelline_page> ${PROJECT_SOURCE_DIR}/include/vastrelline.h ${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake
+            ${pageLicences} VERBATIM)
 add_custom_target(vastrelline_sbom ALL DEPENDS ${sbom})
 install(FILES ${sbom} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)

@@ -7,6 +7,7 @@
 # HAS_TOOL      whether the tool is built, too
 # FILES         of the library, as they are installed: the library first
 # PARTS         of others, each OWNER|NAME|VERSION|LICENCE|LINK: of library, tool or both; how it is linked
+# PAGE_LICENCES  licences.txt of the tool's page, with a line for each package in it; empty: the tool has no page
 # SOURCE        of the tree, for the time of its commit
 cmake_minimum_required(VERSION 3.25)
 
@@ -87,6 +88,15 @@ if(HAS_TOOL)
         "      \"sourceInfo\": \"commit ${commit}\",\n      \"filesAnalyzed\": false")
     add_relation(SPDXRef-DOCUMENT DESCRIBES SPDXRef-Package-vastrelline-tools)
     add_relation(SPDXRef-Package-vastrelline-tools DYNAMIC_LINK SPDXRef-Package-vastrelline)
+endif()
+if(PAGE_LICENCES)
+    file(STRINGS ${PAGE_LICENCES} lines REGEX "^---- ")
+    foreach(line IN LISTS lines)
+        if(NOT line MATCHES "^---- ([^ ]+) ([^ ]+), (.+)$")
+            message(FATAL_ERROR "${PAGE_LICENCES} has a line that was not understood: ${line}")
+        endif()
+        list(APPEND PARTS "tool|${CMAKE_MATCH_1}|${CMAKE_MATCH_2}|${CMAKE_MATCH_3}|STATIC_LINK")
+    endforeach()
 endif()
 foreach(row IN LISTS PARTS)
     string(REPLACE "|" ";" row "${row}")

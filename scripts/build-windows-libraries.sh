@@ -66,7 +66,9 @@ tiff=$(fetch tiff)
 zlib=$(dpkg-query -W -f '${Version}' libz-mingw-w64-dev)
 cli=$(dpkg-query -W -f '${Version}' libcli11-dev)
 json=$(dpkg-query -W -f '${Version}' nlohmann-json3-dev)
-stamp="libpng $png, libtiff $tiff, zlib $zlib, CLI11 $cli, nlohmann-json $json, by $(sha256sum <"$0" | cut -c 1-16)"
+boost=$(dpkg-query -W -f '${Depends}' libboost-dev | grep -o 'libboost[0-9.]*-dev' | head -n 1)
+stamp="libpng $png, libtiff $tiff, zlib $zlib, CLI11 $cli, nlohmann-json $json"
+stamp+=", Boost $(dpkg-query -W -f '${Version}' "$boost"), by $(sha256sum <"$0" | cut -c 1-16)"
 if [[ -e "$prefix/stamp" && "$(cat "$prefix/stamp")" == "$stamp" ]]; then
     exit 0
 fi
@@ -100,10 +102,15 @@ build "$work"/source/tiff tiff -Djbig=OFF -Djpeg=OFF -Dlerc=OFF -Dlibdeflate=OFF
     -Dtiff-deprecated=OFF
 
 cp -R /usr/include/CLI /usr/include/nlohmann "$prefix/include/"
+ln -s /usr/include/boost "$prefix/include/"  # a copy would be of all its 15000 files
 cp -R /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$prefix/share/cmake/"
 cp "$work"/source/libpng1.6/LICENSE "$prefix/licences/libpng.txt"
 cp "$work"/source/tiff/LICENSE.md "$prefix/licences/libtiff.txt"
 cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licences/zlib.txt"
 cp /usr/share/doc/libcli11-dev/copyright "$prefix/licences/CLI11.txt"
 cp /usr/share/doc/nlohmann-json3-dev/copyright "$prefix/licences/nlohmann-json.txt"
+# Of the thousands of paragraphs there the one with Boost's own licence.
+awk 'BEGIN { RS = "" } /^License: BSL-1.0\n Boost/' "/usr/share/doc/$boost/copyright" |
+    sed -e 1d -e 's/^ //' -e 's/^\.$//' >"$prefix/licences/boost.txt"
+[[ -s "$prefix/licences/boost.txt" ]]
 echo "$stamp" >"$prefix/stamp"

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 #
-# Builds the library once more, elsewhere, and holds it against the one in build/: the same bytes, whatever the
-# folder, the hour, the time zone, the language and the rights of new files, with the compiler's cache or without.
+# Builds the library and the workbench's page once more, elsewhere, and holds them against those in build/: the same
+# bytes, whatever the folder, the hour, the time zone, the language and the rights of new files, with the compiler's
+# cache or without.
 # What is not in build/ yet is built there first. Names the sections that differ and fails if any does.
 #
 #     scripts/check-reproducible.sh [release] [windows] [aarch64] [windows32]
@@ -13,7 +14,7 @@ cd "$(dirname "$0")/.."
 
 presets=("$@")
 [[ ${#presets[@]} -gt 0 ]] || presets=(release windows)
-scripts/install-dependencies.sh build
+scripts/install-dependencies.sh build workbench
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -57,6 +58,16 @@ buildElsewhere() {
     )
 }
 
+# The page, by modules of its own place.
+buildPageElsewhere() {
+    (
+        umask 077
+        cd "$copy/workbench"
+        cp -R "$1" node_modules
+        TZ=Pacific/Chatham LANG=C LC_ALL=C node build.mjs made
+    )
+}
+
 failed=0
 for preset in "${presets[@]}"; do
     case $preset in
@@ -79,6 +90,15 @@ for preset in "${presets[@]}"; do
         fi
     done
     rm -rf "$copy/build"
+    if [[ -e build/$preset/workbench ]]; then
+        cmake --build --preset "$preset" --target vastrelline_page >/dev/null
+        buildPageElsewhere "$PWD/build/page/node_modules" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
+        for file in build/"$preset"/workbench/made/*; do
+            (cd "build/$preset" && sha256sum "workbench/made/${file##*/}")
+            cmp "$file" "$copy/workbench/made/${file##*/}" || failed=1
+        done
+        rm -rf "$copy/workbench"/{node_modules,made}
+    fi
 done
 [[ $failed -eq 0 ]] && echo "The same bytes in both places"
 exit $failed

@@ -2,15 +2,19 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # Makes a FOLDER of all licences that go along with a Windows build: Vastrelline's own with its notice, and those of
-# what is linked into library and tool, as the installed packages and scripts/build-windows-libraries.sh have them. The folder is there when it is whole; one
-# that holds something already is refused.
+# what is linked into library and tool, as the installed packages and scripts/build-windows-libraries.sh have them. The
+# folder is there when it is whole; one that holds something already is refused.
 #
-#     scripts/collect-licences.sh FOLDER
+#     scripts/collect-licences.sh FOLDER [BUILD]
+#
+# BUILD is where library and tool were built: of what is in its workbench's page the licences are there. Without it
+# it is build/windows.
 set -euo pipefail
 
 folder=${1:?a folder}
 folder=${folder%/}
 tree=$(cd "$(dirname "$0")/.." && pwd)
+build=${2:-$tree/build/windows}
 if [[ -e "$folder" && (! -d "$folder" || -n "$(ls -A "$folder")") ]]; then
     echo "$folder: there is something already; name a new folder" >&2
     exit 1
@@ -30,12 +34,15 @@ zlib            libz-mingw-w64
 cli11           libcli11-dev
 nlohmann-json   nlohmann-json3-dev
 END
-for name in libpng libtiff; do
+for name in libpng libtiff boost; do
     # Of either machine: the sources are the same.
     found=$(find "$tree/build/windows-libraries" -path "*/licences/$name.txt" 2>/dev/null | head -n 1)
     [[ -n "$found" ]] || { echo "no licence of $name; scripts/build-windows-libraries.sh fetches it" >&2; exit 1; }
     install -m 644 "$found" "$draft/$name.txt"
 done
+if [[ -e "$build/workbench/made/licences.txt" ]]; then
+    install -m 644 "$build/workbench/made/licences.txt" "$draft/workbench-page.txt"
+fi
 install -m 644 /usr/share/common-licenses/GPL-3 "$draft/gpl-3.txt"
 chmod 755 "$draft"
 # Over an empty folder, or over none

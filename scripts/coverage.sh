@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 linesWanted=95
 branchesWanted=85
 
-scripts/install-dependencies.sh build test fuzz
+scripts/install-dependencies.sh build workbench test fuzz
 cmake --preset coverage
 cmake --build --preset coverage --target fuzz_targets
 

@@ -6,6 +6,7 @@
 #     scripts/install-dependencies.sh GROUP...
 #
 #     build   the library and the tool
+#     workbench   the workbench of the tool; modules of Node for its page go to build/page
 #     test    the tests and benchmarks; modules of Node go to build/browser and build/node
 #     packages    the Debian packages and their test
 #     fuzz    the fuzzers, and what measures how far their corpus reaches
@@ -17,6 +18,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build pkg-config libcli11-dev libpng-dev libtiff-dev nlohmann-json3-dev"
+    [workbench]="libboost-dev"
     [test]="libgtest-dev libgmock-dev libbenchmark-dev libpng-dev gemmi-dev libmpfr-dev binutils abigail-tools netpbm zsh fish mandoc locales chromium fonts-dejavu-core python3-numpy python3-build python3-setuptools python3-wheel python3-distributed parallel shellcheck mono-mcs mono-runtime libmono-system-core4.0-cil fp-compiler fp-units-rtl fp-units-fcl"
     [packages]="dpkg-dev lintian mmdebstrap python3 python3-setuptools python3-wheel"
     [fuzz]="clang libclang-rt-14-dev llvm python3"
@@ -27,7 +29,10 @@ declare -A packages=(
 )
 
 # Node from elsewhere than Debian has npm inside, and does not go with Debian's.
-command -v npm >/dev/null || packages[test]+=" nodejs npm"
+if ! command -v npm >/dev/null; then
+    packages[workbench]+=" nodejs npm"
+    packages[test]+=" nodejs npm"
+fi
 
 # The modules that package-lock.json of a folder of ours names, with the hashes that stand there.
 installModules() {
@@ -65,6 +70,9 @@ if [[ ${#missing[@]} -gt 0 ]]; then
     "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
 for group in "$@"; do
+    if [[ "$group" == workbench ]]; then
+        installModules workbench page
+    fi
     if [[ "$group" == test ]]; then
         installModules tests/browser browser
         installModules bindings/node node

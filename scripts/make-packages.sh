@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-dependencies.sh build packages
+scripts/install-dependencies.sh build workbench packages
 cmake --preset packages
 cmake --build --preset packages
 rm -rf out/packages

@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 read -r -a widths <<<"${1:-64 32}"
-scripts/install-dependencies.sh build zips
+scripts/install-dependencies.sh build workbench zips
 output=$PWD/out/zips
 rm -rf "$output"
 mkdir -p "$output"
@@ -48,14 +48,14 @@ for width in "${widths[@]}"; do
         preset=windows machine=x64 format=i386:x86-64
     fi
     scripts/build-windows-libraries.sh "$width"
-    cmake --preset "$preset" >"$scratch/log" 2>&1 || { cat "$scratch/log" >&2; exit 1; }
+    cmake --preset "$preset" -DVASTRELLINE_WORKBENCH=ON >"$scratch/log" 2>&1 || { cat "$scratch/log" >&2; exit 1; }
     cmake --build --preset "$preset" --target vastrelline vastrelline_archive vastrelline_tool vastrelline_forms \
         vastrelline_sbom >"$scratch/log" 2>&1 || { cat "$scratch/log" >&2; exit 1; }
 
     name=vastrelline-$version-windows-$machine
     cmake --install "build/$preset" --prefix "$scratch/$name" >/dev/null
     llvm-dlltool-14 -m "$format" -d src/Vastrelline.def -l "$scratch/$name/lib/Vastrelline.lib"
-    scripts/collect-licences.sh "$scratch/$name/licences"
+    scripts/collect-licences.sh "$scratch/$name/licences" "build/$preset"
     sed -e "s/@VERSION@/$version/" -e "s/@MACHINE@/$machine/" -e 's/$/\r/' packaging/windows-readme.txt >"$scratch/$name/README.txt"
     (cd "$scratch/$name" && find . -type f -printf '%P\0' | LC_ALL=C sort -z | xargs -0 sha256sum) >"$scratch/sums"
     mv "$scratch/sums" "$scratch/$name/SHA256SUMS"

@@ -10,7 +10,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-dependencies.sh build test aarch64
+scripts/install-dependencies.sh build workbench test aarch64
 cmake --preset aarch64
 if [[ $# -eq 0 ]]; then
     cmake --build --preset aarch64

@@ -19,14 +19,14 @@ export LC_ALL=C.UTF-8  # else Wine makes no file whose name has a letter beyond 
 
 if [[ "${1:-64}" == 32 ]]; then
     preset=windows32
-    scripts/install-dependencies.sh build test windows32
+    scripts/install-dependencies.sh build workbench test windows32
     scripts/build-windows-libraries.sh 32
     scripts/wine32.sh --install
     wine=(scripts/wine32.sh)
     wineserver=(scripts/wine32.sh --server)
 else
     preset=windows
-    scripts/install-dependencies.sh build test ci
+    scripts/install-dependencies.sh build workbench test ci
     scripts/build-windows-libraries.sh
     wine=("$(dpkg -L wine64 | grep '/wine64$' | head -n 1)")
     wineserver=("$(dirname "${wine[0]}")/wineserver")
@@ -39,7 +39,7 @@ stopWine() {
     rm -rf "$WINEPREFIX"
 }
 trap stopWine EXIT
-cmake --preset "$preset"
+cmake --preset "$preset" -DVASTRELLINE_WORKBENCH=ON
 cmake --build --preset "$preset"
 
 # The server starts first and on its own: as a child of the first test it would hold that test's output open.

@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # Makes the archives for Windows twice, which gives the same bytes, and uses them as a developer does: sums, the tool
-# and a host in C by each import library, under Wine and without a screen. The pixels are those of the tool on Linux.
+# with its workbench and a host in C by each import library, under Wine and without a screen. The pixels are those of
+# the tool on Linux.
 #
 #     scripts/test-zips.sh LINUX_TOOL
 #
@@ -45,6 +46,44 @@ cd "$work"
 "$tool" phantom --out frame_1300x1668.raw >/dev/null
 cp "$tree/profiles/dental.ini" linux.ini
 "$tool" run frame_1300x1668.raw --profile linux.ini --section General --out linux_1300x1668.raw >/dev/null
+# The result that a workbench shows whose address a FILE will have.
+readWorkbench() {
+    python3 - "$@" <<'EOF'
+"""readWorkbench FILE OUTPUT: the page is there, and all pixels of the first run's result go to OUTPUT."""
+import json
+import pathlib
+import sys
+import time
+import urllib.request
+
+told = pathlib.Path(sys.argv[1])
+last = time.monotonic() + 120
+
+
+def ask(path):
+    with urllib.request.urlopen(told.read_text().strip() + path, timeout=60) as answer:
+        return answer.read()
+
+
+def wait_for(is_there):
+    while not is_there():
+        if time.monotonic() > last:
+            sys.exit("the workbench takes too long")
+        time.sleep(0.1)
+
+
+wait_for(lambda: told.exists() and told.read_text().endswith("\n"))
+if b"app.js" not in ask("") or not ask("app.js"):
+    sys.exit("the workbench has no page")
+wait_for(lambda: json.loads(ask("api/state"))["run"] == 1 and json.loads(ask("api/runs/1"))["state"] == "complete")
+frame = json.loads(ask("api/runs/1"))
+rows = 65536 // frame["width"]
+with open(sys.argv[2], "wb") as output:
+    for y in range(0, frame["height"], rows):
+        count = min(rows, frame["height"] - y)
+        output.write(ask(f"api/runs/1/points/result/pixels?x=0&y={y}&w={frame['width']}&h={count}"))
+EOF
+}
 expectSame() { cmp "$1" linux_1300x1668.raw || fail "$1 has other pixels than on Linux"; }
 
 for machine in x64 x86; do
@@ -70,10 +109,12 @@ lib/cmake/vastrelline/vastrellineConfig.cmake
 lib/vastrelline/libvastrelline-forms.dll
 licences/LICENSE
 licences/NOTICE
+licences/boost.txt
 licences/gcc-runtime.txt
 licences/libpng.txt
 licences/libtiff.txt
 licences/mingw-w64.txt
+licences/workbench-page.txt
 licences/zlib.txt
 share/doc/vastrelline/README.md
 share/doc/vastrelline/bindings/csharp/Vastrelline.cs
@@ -117,5 +158,13 @@ END
     "${run[@]}" "$name/bin/vastrelline.exe" run frame_1300x1668.raw --profile linux.ini --section General \
         --out "tool_$machine.raw" >/dev/null
     expectSame "tool_$machine.raw"
+    rm -f address
+    "${run[@]}" "$name/bin/vastrelline.exe" tune frame_1300x1668.raw --profile linux.ini --section General --no-browser \
+        --no-history >address 2>workbench.log &
+    workbench=$!
+    readWorkbench address "workbench_$machine.raw" || { kill "$workbench"; fail "$(cat workbench.log)"; }
+    kill -INT "$workbench"
+    wait "$workbench" || fail "The workbench does not end well at Ctrl-C"
+    expectSame "workbench_$machine.raw"
     "${run[@]}" "$name/bin/vastrelline.exe" version | tr -d '\r' | head -n 1
 done

@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 preset=${1:-release}
-scripts/install-dependencies.sh build test
+scripts/install-dependencies.sh build workbench test
 options=()
 if [[ "$preset" == release ]]; then
     # What they need was just installed: they are not left out.

@@ -2,11 +2,12 @@
 # SPDX-License-Identifier: Apache-2.0
 """Holds the bill of materials of a build against what was built.
 
-    check_sbom.py SBOM READER LIBRARY HEADER [TOOL]
+    check_sbom.py SBOM READER LIBRARY HEADER [TOOL [PAGE]]
 
 The document is whole by the rules of SPDX 2.3 that a reader relies on, its files are these very files, and what it
 says is loaded by the library and the tool is what their files say. READER is readelf. For a DLL it is nm: what the
-document says is linked in is what the names of its functions say.
+document says is linked in is what the names of its functions say. PAGE is the folder of the page that the tool serves:
+the tool holds these very files, and of the packages in them the document names each in its version.
 """
 
 import hashlib
@@ -38,6 +39,7 @@ LINKED = {
     "zlib": r"_?inflateInit2_",
     "CLI11": r"_?_ZN3CLI3App.*",
     "nlohmann-json": r"_?_ZN8nlohmann.*",
+    "Boost": r"_?_ZN5boost4asio.*",
 }
 
 
@@ -51,7 +53,13 @@ def needed(readelf, file):
     return re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic)
 
 
-def main(sbom, reader, library, header, tool=None):
+# Name and version of each package in a page, by the list that its maker wrote.
+def packages_in(page):
+    text = (pathlib.Path(page) / "licences.txt").read_text(encoding="utf-8")
+    return set(re.findall(r"^---- (\S+) ([^,\s]+), ", text, re.MULTILINE))
+
+
+def main(sbom, reader, library, header, tool=None, page=None):
     document = json.loads(pathlib.Path(sbom).read_text(encoding="utf-8"))
     faults = []
 
@@ -89,6 +97,19 @@ def main(sbom, reader, library, header, tool=None):
         return {ids[relation["relatedSpdxElement"]] for relation in document["relationships"]
                 if ids.get(relation["spdxElementId"]) == name and relation["relationshipType"] == link}
 
+    told_versions = {(package["name"], package["versionInfo"]) for package in document["packages"]}
+    in_page = packages_in(page) if page else set()
+    if page:
+        expect(in_page, f"{page} names no package")
+        for name, version in in_page - told_versions:
+            expect(False, f"the page holds {name} {version}, which is not told")
+        content = pathlib.Path(tool).read_bytes()
+        for part in ("index.html", "app.css", "app.js"):
+            expect((pathlib.Path(page) / part).read_bytes() in content, f"{tool} does not hold the page's {part}")
+        # Of what is neither loaded nor a library's functions nothing else is told.
+        known = LOADED.keys() | LINKED.keys() | {name for name, _ in in_page}
+        for name in parts_of("vastrelline-tools", "STATIC_LINK") - known:
+            expect(False, f"{name} is told and not in the page")
     for name, file in (("vastrelline", library), ("vastrelline-tools", tool)):
         if file is None or file.endswith((".dll", ".exe")):
             continue
@@ -103,7 +124,7 @@ def main(sbom, reader, library, header, tool=None):
     for name, file in (("vastrelline", library), ("vastrelline-tools", tool)):
         if file is None or not file.endswith((".dll", ".exe")):
             continue
-        told = parts_of(name, "STATIC_LINK")
+        told = parts_of(name, "STATIC_LINK") - {part for part, _ in in_page}
         functions = linked(reader, file)
         expect(told <= LINKED.keys(), f"nobody knows how to find {', '.join(told - LINKED.keys())}")
         for part, pattern in LINKED.items():

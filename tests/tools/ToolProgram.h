@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ToolRun.h"
@@ -20,6 +21,14 @@ class ToolProcess {
 public:
     // Its words go to files of the folder.
     ToolProcess(const TemporaryFolder& folder, const std::vector<std::string>& arguments);
+    ToolProcess(ToolProcess&& other) noexcept
+        : folder_(std::move(other.folder_)),
+          handle_(std::exchange(other.handle_, kNone)),
+          number_(std::exchange(other.number_, kNone)) {}
+    ~ToolProcess();  // ends what nobody has awaited
+
+    // As Ctrl-C in a terminal of its own does it.
+    void Interrupt() const;
 
     // Throws if it does not end by itself.
     ToolRun Await();
@@ -27,9 +36,11 @@ public:
     int64_t Number() const { return number_; }
 
 private:
+    static constexpr intptr_t kNone = -1;
+
     std::filesystem::path folder_;
-    intptr_t handle_ = -1;
-    int64_t number_ = 0;
+    intptr_t handle_ = kNone;
+    int64_t number_ = kNone;
 };
 
 inline ToolRun StartTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments) {

@@ -19,6 +19,7 @@
 #include "commands/SelftestCommand.h"
 #include "commands/StagesCommand.h"
 #include "commands/SweepCommand.h"
+#include "commands/TuneCommand.h"
 #include "commands/VerifyCommand.h"
 #include "commands/VersionCommand.h"
 
@@ -35,6 +36,7 @@ constexpr CommandEntry kCommands[] = {
     {"", "run", "Process a frame with the settings of a profile", true, Make<RunCommand>},
     {"", "stages", "Show the frame after every stage of a run", true, Make<StagesCommand>},
     {"", "sweep", "Show what the values of a key do", true, Make<SweepCommand>},
+    {"", "tune", "Tune a profile in the browser and see it at once", false, Make<TuneCommand>},
     {"", "batch", "Process folders of frames, several at a time", true, Make<BatchCommand>},
     {"", "rerun", "Make a result again and tell whether it is the same", true, Make<RerunCommand>},
     {"", "info", "Tell what is in a frame", true, Make<InfoCommand>},

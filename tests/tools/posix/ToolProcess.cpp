@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fcntl.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,9 +34,18 @@ ToolProcess::ToolProcess(const TemporaryFolder& folder, const std::vector<std::s
     number_ = child;
 }
 
+ToolProcess::~ToolProcess() {
+    if (number_ == kNone) return;
+    const pid_t child = static_cast<pid_t>(number_);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+}
+
+void ToolProcess::Interrupt() const { kill(static_cast<pid_t>(number_), SIGINT); }
+
 ToolRun ToolProcess::Await() {
     int status = 0;
-    const pid_t child = static_cast<pid_t>(number_);
+    const pid_t child = static_cast<pid_t>(std::exchange(number_, kNone));
     if (waitpid(child, &status, 0) != child || !WIFEXITED(status))
         throw std::runtime_error("the tool crashed");
     return {WEXITSTATUS(status), ReadBytes(folder_ / "report.txt"), ReadBytes(folder_ / "errors.txt")};

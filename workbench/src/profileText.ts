@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+
+// The key of a line of a profile, without its position, for help; empty where there is none.
+export function keyOf(line: string): string {
+  if (/^\s*[;[]/.test(line)) return '';
+  const name = line.split('=')[0]!.trim();
+  return name.replace(/^\d{2,3}_/, '');
+}
+
+// The shortest stretch of a text whose replacement gives another one; null for the same.
+export function replaceSpan(old: string, now: string): { from: number; to: number; insert: string } | null {
+  if (old === now) return null;
+  let head = 0;
+  while (head < old.length && head < now.length && old[head] === now[head]) ++head;
+  let tail = 0;
+  while (tail < old.length - head && tail < now.length - head && old[old.length - 1 - tail] === now[now.length - 1 - tail]) ++tail;
+  return { from: head, to: old.length - tail, insert: now.slice(head, now.length - tail) };
+}
