@@ -3,9 +3,9 @@ import { useEffect, useRef, useState } from 'preact/hooks';
 import { getJson } from './client';
 import { ProfileEditor } from './editor';
 import { goTo, wantedLine } from './LintList';
-import type { DiffAnswer } from './protocol';
+import type { DiffAnswer, TextAnswer } from './protocol';
 import { DiffLines } from './SaveDialog';
-import { complain, state } from './store';
+import { complain, link, state } from './store';
 import { useAnswer } from './useAnswer';
 
 function KeyHelp(props: { word: string }) {
@@ -39,18 +39,25 @@ export function ProfileScreen() {
   const [word, setWord] = useState('');
   const now = state.value!;
   useEffect(() => {
-    const own = new ProfileEditor(box.current!, setWord, complain);
-    editor.current = own;
-    own.load().then(() => {
+    let isGone = false;
+    getJson<TextAnswer>('api/text').then((first) => {
+      if (isGone) return;
+      const own = new ProfileEditor(box.current!, first, setWord, complain);
+      editor.current = own;
+      own.follow(state.value!.profile.textRevision);
       own.mark(state.value!.findings);
       if (wantedLine.value !== null) own.goTo(wantedLine.value);
       wantedLine.value = null;
     }, complain);
-    return () => own.destroy();
+    return () => {
+      isGone = true;
+      editor.current?.destroy();
+    };
   }, []);
+  // A text that a lost link kept here goes to the tool when the link is back.
   useEffect(() => {
-    editor.current?.follow(now.profile.textRevision).catch(complain);
-  }, [now.profile.textRevision]);
+    if (link.value === 'up') editor.current?.follow(now.profile.textRevision);
+  }, [now.profile.textRevision, link.value]);
   useEffect(() => editor.current?.mark(now.findings), [now.findings]);
   return (
     <main class="profile-screen">

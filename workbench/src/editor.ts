@@ -9,9 +9,10 @@ import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
 import { Annotation, EditorState } from '@codemirror/state';
 import { EditorView, highlightActiveLine, keymap, lineNumbers } from '@codemirror/view';
 import { tags } from '@lezer/highlight';
-import { getJson, post, ToolFailure } from './client';
+import { getJson, post } from './client';
 import { keyOf, replaceSpan } from './profileText';
 import type { Finding, TextAnswer } from './protocol';
+import { TextSync } from './textSync';
 
 const fromTool = Annotation.define<boolean>();
 
@@ -68,23 +69,25 @@ function styleNonce(): string {
   return document.querySelector<HTMLMetaElement>('meta[name=style-nonce]')?.content ?? '';
 }
 
-const kSendWait = 100;
+const kSendWait = 100; // milliseconds after a key, so that a word is one message
 
 export class ProfileEditor {
   private readonly view: EditorView;
-  private revision = 0; // of the text that the tool has
+  private readonly sync: TextSync;
   private timer = 0;
-  private isSending = false;
-  private isDirty = false; // there is something that the tool has not
 
+  // There is no editor before its text is here: what is typed into an empty one would be lost, or take the place of the
+  // profile.
   constructor(
     parent: HTMLElement,
+    first: TextAnswer,
     private readonly onWord: (word: string) => void,
     private readonly onError: (error: unknown) => void,
   ) {
     this.view = new EditorView({
       parent,
       state: EditorState.create({
+        doc: first.text,
         extensions: [
           EditorView.cspNonce.of(styleNonce()),
           lineNumbers(),
@@ -111,6 +114,13 @@ export class ProfileEditor {
         ],
       }),
     });
+    this.sync = new TextSync(
+      first,
+      () => this.view.state.doc.toString(),
+      (text) => this.put(text),
+      onError,
+    );
+    this.view.focus();
   }
 
   private history(path: string): boolean {
@@ -123,53 +133,25 @@ export class ProfileEditor {
     this.onWord(keyOf(state.doc.lineAt(state.selection.main.head).text));
   }
 
-  // The text of the tool, without moving the cursor more than it must.
-  private put(answer: TextAnswer): void {
-    this.revision = answer.textRevision;
-    const span = replaceSpan(this.view.state.doc.toString(), answer.text);
+  // Another text, without moving the cursor more than it must.
+  private put(text: string): void {
+    const span = replaceSpan(this.view.state.doc.toString(), text);
     if (span) this.view.dispatch({ changes: span, annotations: fromTool.of(true) });
   }
 
-  async load(): Promise<void> {
-    this.put(await getJson<TextAnswer>('api/text'));
-    this.view.focus();
-  }
-
-  // The tool has another revision of the text: by a slider, by undo, or by another page.
-  async follow(revision: number): Promise<void> {
-    if (revision <= this.revision || this.isDirty || this.isSending) return;
-    this.put(await getJson<TextAnswer>('api/text'));
+  // The tool has another revision of the text.
+  follow(revision: number): void {
+    void this.sync.follow(revision);
   }
 
   private sendSoon(): void {
-    this.isDirty = true;
     clearTimeout(this.timer);
     this.timer = window.setTimeout(() => void this.flush(), kSendWait);
   }
 
-  private async flush(): Promise<void> {
+  private flush(): Promise<void> {
     clearTimeout(this.timer);
-    if (!this.isDirty || this.isSending) return;
-    this.isSending = true;
-    while (this.isDirty) {
-      this.isDirty = false;
-      const text = this.view.state.doc.toString();
-      try {
-        const answer = await post<{ textRevision: number }>('api/text', { textRevision: this.revision, text });
-        this.revision = answer.textRevision;
-      } catch (error) {
-        const isStale = error instanceof ToolFailure && error.status === 409;
-        // Somebody else was faster: what was typed here counts, over the text that is there now.
-        if (isStale && !this.isDirty) {
-          const there = await getJson<TextAnswer>('api/text');
-          this.revision = there.textRevision;
-          this.isDirty = there.text !== text;
-        } else if (!isStale) {
-          this.onError(error);
-        }
-      }
-    }
-    this.isSending = false;
+    return this.sync.settle();
   }
 
   mark(findings: Finding[]): void {

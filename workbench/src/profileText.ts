@@ -16,3 +16,17 @@ export function replaceSpan(old: string, now: string): { from: number; to: numbe
   while (tail < old.length - head && tail < now.length - head && old[old.length - 1 - tail] === now[now.length - 1 - tail]) ++tail;
   return { from: head, to: old.length - tail, insert: now.slice(head, now.length - tail) };
 }
+
+// The changes of two people to one text. Where they meet, one's own count.
+export function mergeTexts(common: string, own: string, other: string): string {
+  const ours = replaceSpan(common, own);
+  const theirs = replaceSpan(common, other);
+  if (!ours) return other;
+  if (!theirs) return own;
+  const patch = (text: string, { from, to, insert }: { from: number; to: number; insert: string }): string =>
+    text.slice(0, from) + insert + text.slice(to);
+  // The later one first: it does not move the other.
+  if (ours.to < theirs.from) return patch(patch(common, theirs), ours);
+  if (theirs.to < ours.from) return patch(patch(common, ours), theirs);
+  return own;
+}
