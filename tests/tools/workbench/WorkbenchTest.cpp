@@ -42,21 +42,36 @@ TEST_F(WorkbenchTest, RunsAtTheBeginningAndAfterEachChange) {
 }
 
 TEST_F(WorkbenchTest, RunsOnceForChangesThatFollowEachOther) {
-    std::atomic<int> calls{0};
-    Workbench bench(
-        Setup(),
-        [&](ExportRequest& request) {
-            ++calls;
-            return TimesRatio(request);
-        },
-        events_);
-    bench.Start();
-    for (int i = 0; i < 10; ++i) SetRatio(bench, std::to_string(11 + i), "key");
-    const auto run = AwaitRun(bench);
-    EXPECT_EQ(Brightest(*run), 60);
-    // A machine that stops between two changes may let one more run begin.
-    EXPECT_LT(calls, 11);
-    EXPECT_LT(bench.State()["history"].size(), 10U);
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds kCalm{100};
+    // A busy machine may stop between two changes for longer than a run waits: then they do not follow each
+    // other.
+    for (int tries = 0; tries < 100; ++tries) {
+        std::atomic<int> calls{0};
+        Workbench bench(
+            Setup(),
+            [&](ExportRequest& request) {
+                ++calls;
+                return TimesRatio(request);
+            },
+            events_);
+        bool haveFollowed = true;
+        Clock::time_point before = Clock::now();
+        bench.Start();
+        for (int i = 0; i < 10; ++i) {
+            const Clock::time_point begin = Clock::now();
+            SetRatio(bench, std::to_string(11 + i), "key");
+            haveFollowed &= Clock::now() - before < kCalm;
+            before = begin;
+        }
+        const auto run = AwaitRun(bench);
+        if (!haveFollowed) continue;
+        EXPECT_EQ(Brightest(*run), 60);
+        EXPECT_EQ(calls, 2);
+        EXPECT_EQ(bench.State()["history"].size(), 1U);
+        return;
+    }
+    FAIL() << "the machine never made ten changes in a row";
 }
 
 TEST_F(WorkbenchTest, EndsARunForANewerChange) {
