@@ -222,6 +222,37 @@ test("another frame is compared with the same settings as before", async () => {
   await page.locator("[data-test=frames]").selectOption({ label: "periapical_a_1012x1316.raw" });
   await settled(page, before);
   assert.equal(await shownHash(), hash(levelsOf(original, "periapical_a_1012x1316")));
+  // Side A is another run now, of the settings that a person knows by the first one's number.
+  await until(async () => (await api("api/state")).pinned.A > before + 1);
+  assert.match(await page.locator(".sides").textContent(), new RegExp(`A run ${before}\\b`));
+  await page.locator("[data-test=tab-history]").click();
+  await page.locator(`[data-test=pin-A-${before}][aria-pressed=true]`).waitFor();
+});
+
+test("a mark opens its numbers", async () => {
+  const page = await open();
+  const box = await page.locator("[data-test=picture]").boundingBox();
+  const x = box.x + box.width / 2 - 60, y = box.y + box.height / 2;
+  const draw = async (name) => {
+    await page.locator(`[data-test=tool-${name}]`).click();
+    await page.mouse.move(x, y);
+    await page.mouse.down();
+    await page.mouse.move(x + 40, y + 30, { steps: 4 });
+    await page.mouse.up();
+  };
+  const isOpen = (name) => page.locator(`[data-test=tab-${name}][aria-selected=true]`).waitFor();
+  await draw("line");
+  await isOpen("line");
+  await draw("area");
+  await isOpen("noise");
+  await page.locator("[data-test=tab-edge]").click();
+  await draw("area");
+  await isOpen("edge");
+  await page.locator("[data-test=tool-probe]").click();
+  await page.mouse.click(x, y);
+  await isOpen("probes");
+  // What lies under the area is no edge, and the tool says so.
+  page.faults = page.faults.filter((text) => !text.includes("status of 400"));
 });
 
 test("history goes back, pins, and lets choose without knowing", async () => {

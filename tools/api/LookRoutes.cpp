@@ -138,7 +138,8 @@ auto MeasureAreaOf(const ApiCall& call, const Measure& measure) {
     try {
         return measure(frame, AreaOf(call, frame));
     } catch (const CannotMeasure& error) {
-        throw InputError({}, error.what(), error.Remedy());
+        // The remedies of the measures are options of the command line.
+        throw InputError({}, error.what(), "drag over another area");
     }
 }
 

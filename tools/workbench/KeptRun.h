@@ -45,7 +45,8 @@ struct KeptRun {
     std::string change;  // to the run before, in words
     std::string when;    // UTC
     std::optional<double> elapsedBefore;
-    bool isAside = false;  // not what the desk shows now: it stands beside that for a comparison
+    bool isAside = false;        // not what the desk shows now: it stands beside that for a comparison
+    std::optional<uint64_t> of;  // of side A on another frame: the run in the history whose settings it has
 
     // Empty until the export has returned.
     struct Basis {

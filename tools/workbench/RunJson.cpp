@@ -86,6 +86,7 @@ Json RunToJson(const KeptRun& run) {
                  {"exposure", nullptr},
                  {"off", run.desk.offKeys},
                  {"aside", run.isAside},
+                 {"of", run.of ? Json(*run.of) : Json(nullptr)},
                  {"points", Json::array()},
                  {"log", ""},
                  {"findings", Json::array()},

@@ -247,6 +247,7 @@ void Workbench::Run(const std::stop_token& stop) {
 }
 
 void Workbench::RunOnFrame(size_t frame, const std::stop_token& stop) {
+    uint64_t of = 0;
     DeskState desk;
     std::string change;
     {
@@ -256,12 +257,14 @@ void Workbench::RunOnFrame(size_t frame, const std::stop_token& stop) {
         desk = a->desk;
         desk.frame = frame;
         change = a->change;
+        of = a->of.value_or(a->id);
     }
-    RunAside(std::move(desk), change, stop);
+    RunAside(of, std::move(desk), change, stop);
 }
 
-void Workbench::RunAside(DeskState desk, const std::string& change, const std::stop_token& stop) {
-    KeptRun run = BeginAside(std::move(desk), change);
+void Workbench::RunAside(uint64_t of, DeskState desk, const std::string& change,
+                         const std::stop_token& stop) {
+    KeptRun run = BeginAside(std::move(desk), change, of);
     {
         const std::lock_guard lock(mutex_);
         pinWhenDone_ = run.id;
@@ -269,22 +272,24 @@ void Workbench::RunAside(DeskState desk, const std::string& change, const std::s
     RunOne(std::move(run), stop);
 }
 
-KeptRun Workbench::BeginAside(DeskState desk, std::string change) {
+KeptRun Workbench::BeginAside(DeskState desk, std::string change, std::optional<uint64_t> of) {
     const std::lock_guard lock(mutex_);
     KeptRun run = runs_.Begin(std::move(desk), std::move(change), UtcMinute());
     run.isAside = true;
+    run.of = of;
     return run;
 }
 
 AsideRuns Workbench::MakeAsideRuns() {
-    return {
-        [this](DeskState desk, std::string change) { return BeginAside(std::move(desk), std::move(change)); },
-        [this](KeptRun run) { Publish(std::move(run)); },
-        [this](std::vector<uint64_t> ids) {
-            const std::lock_guard lock(mutex_);
-            runs_.Hold(std::move(ids));
-        },
-        [this](const DeskState& desk) { return InputOf(desk); }};
+    return {[this](DeskState desk, std::string change) {
+                return BeginAside(std::move(desk), std::move(change), {});
+            },
+            [this](KeptRun run) { Publish(std::move(run)); },
+            [this](std::vector<uint64_t> ids) {
+                const std::lock_guard lock(mutex_);
+                runs_.Hold(std::move(ids));
+            },
+            [this](const DeskState& desk) { return InputOf(desk); }};
 }
 
 DeskRunInput Workbench::InputOf(const DeskState& desk) {

@@ -139,7 +139,7 @@ public:
 private:
     DeskRunInput InputOf(const DeskState& desk);
     AsideRuns MakeAsideRuns();
-    KeptRun BeginAside(DeskState desk, std::string change);
+    KeptRun BeginAside(DeskState desk, std::string change, std::optional<uint64_t> of);
     ExportKind KindOf(const ProfileFile& file, const std::string& section) const;
     std::string DescribeChange(const DeskState& before, const DeskState& after) const;
     uint64_t Touch(bool needsRun);
@@ -151,7 +151,8 @@ private:
     void RestorePast();
     void RunPinnedBefore(size_t frame, const std::stop_token& stop);
     std::vector<std::string> Notes() const;
-    void RunAside(DeskState desk, const std::string& change, const std::stop_token& stop);  // becomes side A
+    // Becomes side A, with the settings of a run of the history.
+    void RunAside(uint64_t of, DeskState desk, const std::string& change, const std::stop_token& stop);
 
     const WorkbenchSetup setup_;
     const ExportCaller callExport_;

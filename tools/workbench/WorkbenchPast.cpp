@@ -95,6 +95,7 @@ void Workbench::RestorePast() {
 }
 
 void Workbench::RunPinnedBefore(size_t frame, const std::stop_token& stop) {
+    uint64_t of = 0;
     DeskState desk;
     std::string change;
     {
@@ -104,8 +105,9 @@ void Workbench::RunPinnedBefore(size_t frame, const std::stop_token& stop) {
         desk = row->desk;
         desk.frame = frame;
         change = row->change;
+        of = *pinnedBefore_;
     }
-    RunAside(std::move(desk), change, stop);
+    RunAside(of, std::move(desk), change, stop);
     const std::lock_guard lock(mutex_);
     // Ended by a newer change it is tried again behind that.
     if (!stop.stop_requested()) pinnedBefore_.reset();

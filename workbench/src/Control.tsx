@@ -30,7 +30,7 @@ export function Control(props: { section: string; value: KeyValue }) {
   return (
     <div class={value.hasEffect ? 'control' : 'control idle'} data-test={`control-${value.key}`}>
       <label class="key" for={id} title={value.hasEffect ? value.key : `${value.key} has no effect`}>
-        {value.base}
+        {value.base.split('_').flatMap((part, index) => (index === 0 ? [part] : ['_', <wbr key={index} />, part]))}
       </label>
       {value.choices && value.choices.length > 0 ? (
         <span class="group" role="group" aria-label={value.key}>

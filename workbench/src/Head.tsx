@@ -76,8 +76,8 @@ export function Head() {
         <Working />
         {runWords()}
       </span>
-      <span class="sides" title="What the picture compares">
-        <b>A</b> {a ? `run ${a.id}` : 'none'} <span aria-hidden="true">|</span> <b>B</b>{' '}
+      <span class="sides" title={a && a.of !== null ? `What the picture compares: A has the settings of run ${a.of}` : 'What the picture compares'}>
+        <b>A</b> {a ? `run ${a.of ?? a.id}` : 'none'} <span aria-hidden="true">|</span> <b>B</b>{' '}
         {now.pinned.B === null ? 'now' : `run ${now.pinned.B}`}
       </span>
       <span class="gap" />

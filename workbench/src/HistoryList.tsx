@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import { useState } from 'preact/hooks';
 import type { HistoryRow } from './protocol';
-import { act, isBlind, state } from './store';
+import { act, isBlind, runA, state } from './store';
 
 function Row(props: { row: HistoryRow }) {
   const { row } = props;
@@ -12,7 +12,7 @@ function Row(props: { row: HistoryRow }) {
     if (name !== null && name !== row.name) await act('api/name', { run: row.id, name });
     setName(null);
   };
-  const pinned = now.pinned.A === row.id ? 'A' : now.pinned.B === row.id ? 'B' : '';
+  const isPinned = { A: (runA.value?.of ?? now.pinned.A) === row.id, B: now.pinned.B === row.id };
   return (
     <li class={isNow ? 'run-row now' : 'run-row'} data-test={`history-${row.id}`}>
       <button class="plain go" title="Back to this run" disabled={isNow} onClick={() => act('api/goto', { run: row.id })}>
@@ -41,11 +41,11 @@ function Row(props: { row: HistoryRow }) {
         <button
           key={side}
           class="icon"
-          aria-pressed={pinned === side}
+          aria-pressed={isPinned[side]}
           disabled={!row.kept}
           title={row.kept ? `Compare it as ${side}` : 'Go back to it first: its frames are not kept'}
           data-test={`pin-${side}-${row.id}`}
-          onClick={() => act('api/pin', { run: pinned === side ? null : row.id, as: side })}
+          onClick={() => act('api/pin', { run: isPinned[side] ? null : row.id, as: side })}
         >
           {side}
         </button>

@@ -3,14 +3,14 @@ import { effect, signal } from '@preact/signals';
 import { useEffect, useRef } from 'preact/hooks';
 import { BlindBar } from './BlindBar';
 import { dragWindow } from './greys';
-import { addProbe, area, areaBetween, hover, line, marksOf } from './marks';
+import { addProbe, area, areaBetween, hover, line, marksOf, numbersOf } from './marks';
 import { Picture } from './picture';
 import { GainField } from './ModeButtons';
 import { PictureBar } from './PictureBar';
 import type { Point, Run } from './protocol';
 import { blindOrder } from './blind';
 import { findPoint, findTwin } from './points';
-import { complain, gain, grey, isBlind, mode, ownWindow, runA, runB, shownWish, state, swipe, tool } from './store';
+import { complain, gain, grey, isBlind, mode, numbers, ownWindow, runA, runB, shownWish, state, swipe, tool } from './store';
 import type { Source } from './layer';
 import type { Viewport } from './viewport';
 
@@ -109,8 +109,11 @@ function attach(canvas: HTMLCanvasElement, view: Picture): () => void {
     const { x, y } = placeOf(event);
     const at = view.at(x, y);
     const frame = view.frame();
-    if (drag?.kind === 'probe' && !drag.moved && at && frame && at.x >= 0 && at.y >= 0 && at.x < frame.width && at.y < frame.height)
+    if (drag?.kind === 'probe' && !drag.moved && at && frame && at.x >= 0 && at.y >= 0 && at.x < frame.width && at.y < frame.height) {
       addProbe(at.x, at.y);
+      numbers.value = numbersOf('probe', numbers.value);
+    }
+    if (drag && (drag.kind === 'line' || drag.kind === 'area') && drag.moved) numbers.value = numbersOf(drag.kind, numbers.value);
     drag = null;
   };
   const wheel = (event: WheelEvent): void => {

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-import { signal } from '@preact/signals';
 import { EdgePlot, NoisePlot } from './AreaPlot';
 import { HistogramPlot } from './HistogramPlot';
 import { HistoryList } from './HistoryList';
 import { LinePlot } from './LinePlot';
 import { ProbeTable } from './ProbeTable';
-import { runB } from './store';
+import { numbers, runB, type Numbers } from './store';
 import { TimingsPlot } from './TimingsPlot';
 
-const kTabs = {
+const kTabs: Record<Numbers, string> = {
   histogram: 'Histogram',
   probes: 'Probes',
   line: 'Line',
@@ -17,10 +16,7 @@ const kTabs = {
   timings: 'Timings',
   history: 'History',
   log: 'Log',
-} as const;
-
-type Tab = keyof typeof kTabs;
-const shown = signal<Tab>('histogram');
+};
 
 function Log() {
   const run = runB.value;
@@ -35,7 +31,7 @@ function Log() {
 }
 
 export function PlotTabs() {
-  const tab = shown.value;
+  const tab = numbers.value;
   return (
     <section class="plots" aria-label="Numbers">
       <div class="tabs" role="tablist" aria-label="Numbers">
@@ -47,7 +43,7 @@ export function PlotTabs() {
             aria-selected={tab === name}
             aria-controls="plot-body"
             data-test={`tab-${name}`}
-            onClick={() => (shown.value = name as Tab)}
+            onClick={() => (numbers.value = name as Numbers)}
           >
             {title}
           </button>

@@ -5,6 +5,7 @@ import { signal } from '@preact/signals';
 import { getJson } from './client';
 import type { Mark } from './picture';
 import type { Run } from './protocol';
+import type { Numbers } from './store';
 
 export interface Probe {
   id: number;
@@ -41,6 +42,13 @@ export function marksOf(): Mark[] {
   const part = area.value;
   if (part) marks.push({ kind: 'area', label: 'area', x0: part.x, y0: part.y, x1: part.x + part.w, y1: part.y + part.h });
   return marks;
+}
+
+// The numbers that whoever set a mark wants to see.
+export function numbersOf(kind: Mark['kind'], open: Numbers): Numbers {
+  if (kind === 'probe') return 'probes';
+  if (kind === 'line') return 'line';
+  return open === 'edge' ? 'edge' : 'noise';
 }
 
 export async function probe(run: Run, x: number, y: number, signal?: AbortSignal): Promise<(number | null)[]> {

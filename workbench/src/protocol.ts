@@ -139,6 +139,7 @@ export interface Run {
   findings: Finding[];
   error: Failure | null;
   aside: boolean;
+  of: number | null; // of side A on another frame: the run whose settings it has
 }
 
 // Work beside the desk's own runs.

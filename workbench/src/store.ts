@@ -11,6 +11,7 @@ import type { Event, Place, Run, State } from './protocol';
 export type Screen = 'tune' | 'sheet' | 'profile' | 'compare' | 'report';
 export type Mode = 'swipe' | 'side' | 'blink' | 'difference';
 export type Tool = 'hand' | 'probe' | 'line' | 'area';
+export type Numbers = 'histogram' | 'probes' | 'line' | 'noise' | 'edge' | 'timings' | 'history' | 'log';
 
 export const state = signal<State | null>(null);
 export const runs = signal<ReadonlyMap<number, Run>>(new Map());
@@ -18,6 +19,7 @@ export const link = signal<'opening' | 'up' | 'lost'>('opening');
 export const screen = signal<Screen>('tune');
 export const mode = signal<Mode>('swipe');
 export const tool = signal<Tool>('hand');
+export const numbers = signal<Numbers>('histogram'); // the tab that is open
 export const swipe = signal(0.5);
 export const gain = signal(8);
 export const ownWindow = signal<Window | null>(null); // none: 0 to the section's top level

@@ -233,7 +233,9 @@ TEST_F(WorkbenchTest, ComparesWithWhatTheFileHadOnEveryFrame) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     const uint64_t a = bench.State()["pinned"]["A"];
     EXPECT_EQ(Brightest(*bench.FindRun(std::to_string(a))), 300);
+    EXPECT_EQ(bench.FindRun(std::to_string(a))->of, first);
     EXPECT_EQ(Brightest(*bench.FindRun("latest")), 600);
+    EXPECT_EQ(bench.FindRun("latest")->of, std::nullopt);
     EXPECT_EQ(bench.FindRun("latest")->id, third);
     EXPECT_EQ(bench.State()["history"].size(), 3U);
 }
