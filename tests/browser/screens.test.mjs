@@ -51,6 +51,25 @@ test("a sheet shows many frames by the profile, and one of them is opened", asyn
   assert.equal(await shownHash(), hash(levelsOf(original, "periapical_a_1012x1316")));
 });
 
+test("a sheet tells keys that change nothing on this frame", async () => {
+  const page = await open();
+  const before = await latest();
+  await page.locator("[data-test=section]").selectOption("LowDose");
+  await settled(page, before);
+  await showScreen(page, "sheet");
+  const idle = page.locator("[data-test=sheet-key] optgroup[label='00 Gaussian of a weak frame, section IP_LOWMODE (does not run on this frame)']");
+  const name = await idle.locator("option").first().getAttribute("value");
+  assert.equal(name, "IP_LOWMODE 00_GAUSSIAN_SIZE");
+  await page.locator("[data-test=sheet-key]").selectOption(name);
+  await page.locator("[data-test=sheet-values]").fill("0.5, 2");
+  await page.locator("[data-test=sheet-begin]").click();
+  await page.getByText("2 made, all alike").waitFor();
+  await page.locator("[data-test=sheet-key]").selectOption("LowDose 00_GAUSSIAN_SIZE");
+  await page.locator("[data-test=sheet-values]").fill("0.5, 2");
+  await page.locator("[data-test=sheet-begin]").click();
+  await page.getByText("2 made", { exact: true }).waitFor();
+});
+
 test("a sheet says what is wrong with its values", async () => {
   const page = await open();
   await showScreen(page, "sheet");

@@ -128,6 +128,7 @@ test("the text is an editor of the same profile", async () => {
   });
   await page.keyboard.press("e");
   await page.locator(".cm-content").waitFor();
+  assert.equal(await page.locator(".cm-activeLine").textContent(), "[General]");
   const before = await latest();
   await page.keyboard.press("Control+End");
   await page.keyboard.type("\n[Mine]\nPROCMODE=2\n");

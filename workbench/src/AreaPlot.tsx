@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import { getJson } from './client';
 import { area } from './marks';
-import { Plot, type Series } from './Plot';
+import { Plot, sidesSaid, type Series } from './Plot';
 import type { Point, Run } from './protocol';
 import { findPoint, findTwin } from './points';
 import { runA, runB, shownWish } from './store';
@@ -85,7 +85,7 @@ export function EdgePlot() {
   if (answer) series.push({ name: 'B', kind: 'b', values: answer.b.response.map(([, modulation]) => modulation) });
   return (
     <>
-      <p class="says">How much contrast is left at each fineness, from one straight edge in the area: B solid, A dashed.</p>
+      <p class="says">How much contrast is left at each fineness, from one straight edge in the area: {sidesSaid(Boolean(answer?.a))}.</p>
       {answer ? (
         <>
           <Plot xs={xs} xName="cycles per pixel" yName="modulation" series={series} height={150} label="Edge response" />

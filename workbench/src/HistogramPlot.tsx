@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import { rebin, type Histogram } from './bins';
 import { getJson } from './client';
-import { Plot, type Series } from './Plot';
+import { Plot, sidesSaid, type Series } from './Plot';
 import type { Point, Run } from './protocol';
 import { findPoint, findTwin } from './points';
 import { chosen, runA, runB, state } from './store';
@@ -59,10 +59,11 @@ export function HistogramPlot() {
     return { xs: Array.from({ length: bins }, (_, index) => index * width), series };
   });
   const point = b ? findPoint(b, chosen.value) : null;
+  const hasA = answer?.series.some((each) => each.kind === 'a') ?? false;
   return (
     <>
       <p class="says">
-        Pixels at each level{point ? ` after ${point.title}` : ''}: B solid, A dashed
+        Pixels at each level{point ? ` after ${point.title}` : ''}: {sidesSaid(hasA)}
         {point?.hasCurve ? '; thick: the curve that this stage laid over the frame before it' : ''}.
       </p>
       {answer && answer.series.length > 0 ? (

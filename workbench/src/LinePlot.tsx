@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import { getJson } from './client';
 import { line } from './marks';
-import { Plot, type Series } from './Plot';
+import { Plot, sidesSaid, type Series } from './Plot';
 import type { Point, Run } from './protocol';
 import { findPoint, findTwin } from './points';
 import { runA, runB, shownWish } from './store';
@@ -33,7 +33,7 @@ export function LinePlot() {
   });
   return (
     <>
-      <p class="says">The levels along the line, a pixel a step: B solid, A dashed.</p>
+      <p class="says">The levels along the line, a pixel a step: {sidesSaid(answer?.series.some((each) => each.kind === 'a') ?? false)}.</p>
       {answer && answer.xs.length > 1 ? (
         <Plot xs={answer.xs} xName="pixels" yName="level" series={answer.series} height={150} label="Levels along the line" />
       ) : (

@@ -11,6 +11,11 @@ export interface Series {
   scale?: 'y' | 'level';
 }
 
+// Which line is whose. A has none where its run lacks the stage, or is of another frame.
+export function sidesSaid(hasA: boolean): string {
+  return hasA ? 'B solid, A dashed' : 'B; A has nothing like it';
+}
+
 // A plot with the width of its box. All in greys: what matters is the shape.
 export function Plot(props: {
   xs: number[];

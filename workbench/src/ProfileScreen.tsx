@@ -3,10 +3,17 @@ import { useEffect, useRef, useState } from 'preact/hooks';
 import { getJson } from './client';
 import { ProfileEditor } from './editor';
 import { goTo, wantedLine } from './LintList';
+import { sectionLine } from './profileText';
 import type { DiffAnswer, TextAnswer } from './protocol';
 import { DiffLines } from './SaveDialog';
-import { complain, link, state } from './store';
+import { complain, link, openPlace, state } from './store';
 import { useAnswer } from './useAnswer';
+
+// Where a person is at work: the stage whose values are open, else the section that runs.
+function workLine(text: string): number {
+  const inPlace = openPlace.value?.values.find((each) => each.line !== null)?.line;
+  return inPlace ?? sectionLine(text, state.value!.profile.section) ?? 1;
+}
 
 function KeyHelp(props: { word: string }) {
   const { answer } = useAnswer<string>(props.word || null, async (signal) => {
@@ -46,7 +53,7 @@ export function ProfileScreen() {
       editor.current = own;
       own.follow(state.value!.profile.textRevision);
       own.mark(state.value!.findings);
-      if (wantedLine.value !== null) own.goTo(wantedLine.value);
+      own.goTo(wantedLine.value ?? workLine(first.text));
       wantedLine.value = null;
     }, complain);
     return () => {

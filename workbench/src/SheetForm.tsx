@@ -3,7 +3,7 @@ import { signal } from '@preact/signals';
 import { beginSheet, cancelJob, sheet, type SheetWish } from './jobs';
 import type { KeyValue, Place } from './protocol';
 import { parseValues, suggestValues } from './sheetValues';
-import { complain, openPlace, state } from './store';
+import { complain, openPlace, runB, state } from './store';
 
 // What is asked for stands here while other screens are open.
 export const kind = signal<'values' | 'frames'>('values');
@@ -18,9 +18,15 @@ interface Choice {
   key: KeyValue;
 }
 
+// A chain that looks at the exposure has stages that another frame would run.
+function isIdle(place: Place): boolean {
+  return place.position !== null && runB.value?.state === 'complete' && !runB.value.points.some((each) => each.place === place.place);
+}
+
 function choices(): Choice[] {
   return state.value!.places
     .filter((place) => place.runs && !place.off)
+    .sort((one, other) => Number(isIdle(one)) - Number(isIdle(other)))
     .flatMap((place) =>
       place.values
         .filter((key) => key.hasEffect && key.base !== 'Function_Number')
@@ -63,7 +69,7 @@ function ValuesForm() {
           }}
         >
           {places.map((place) => (
-            <optgroup key={place.place} label={place.title}>
+            <optgroup key={place.place} label={isIdle(place) ? `${place.title} (does not run on this frame)` : place.title}>
               {all
                 .filter((each) => each.place === place)
                 .map((each) => (

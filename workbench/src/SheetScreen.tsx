@@ -132,7 +132,9 @@ function stateWords(made: Sheet): string {
   if (made.state === 'running') return `${made.done} of ${made.total} made`;
   if (made.state === 'cancelled') return `stopped after ${made.done} of ${made.total}`;
   const failed = made.cells.filter((each) => each.state === 'failed').length;
-  return failed > 0 ? `${made.total - failed} made, ${failed} failed` : `${made.total} made`;
+  if (failed > 0) return `${made.total - failed} made, ${failed} failed`;
+  const isAlike = made.total > 1 && !isOfFrames(made) && made.cells.slice(1).every((each) => each.changedFromFirst === 0);
+  return `${made.total} made${isAlike ? ', all alike: the key changes nothing on this frame' : ''}`;
 }
 
 function SheetBar(props: { sheet: Sheet }) {

@@ -7,6 +7,13 @@ export function keyOf(line: string): string {
   return name.replace(/^\d{2,3}_/, '');
 }
 
+// The line, counted from 1, at which a section begins; its name is the same in small letters. Null without one.
+export function sectionLine(text: string, section: string): number | null {
+  const wanted = section.trim().toLowerCase();
+  const index = text.split('\n').findIndex((line) => /^\s*\[([^\]]*)\]/.exec(line)?.[1]!.trim().toLowerCase() === wanted);
+  return index < 0 ? null : index + 1;
+}
+
 // The shortest stretch of a text whose replacement gives another one; null for the same.
 export function replaceSpan(old: string, now: string): { from: number; to: number; insert: string } | null {
   if (old === now) return null;

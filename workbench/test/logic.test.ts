@@ -6,7 +6,7 @@ import { choiceOf } from '../src/blind';
 import { LatestPost } from '../src/client';
 import { cleanWindow, dragWindow, expand, parseWindow } from '../src/greys';
 import { findBinding, nameOf } from '../src/keyNames';
-import { keyOf, replaceSpan } from '../src/profileText';
+import { keyOf, replaceSpan, sectionLine } from '../src/profileText';
 import { findTwin } from '../src/points';
 import type { KeyValue, Point, Run } from '../src/protocol';
 import { roundStep, sliderOf } from '../src/steps';
@@ -163,4 +163,11 @@ test('a stage is compared with the same stage only', () => {
   assert.equal(findTwin(off, clahe, { kind: 'place', place: 6 }), null);
   assert.equal(findTwin(other, clahe, { kind: 'place', place: 6 }), null);
   assert.equal(findTwin(off, clahe, { kind: 'result' })?.point, 1);
+});
+
+test('a section begins at the line of its name', () => {
+  const text = '; [B]\n[A]\nK=[B]\n [ b ]\n[B]\n';
+  assert.equal(sectionLine(text, 'A'), 2);
+  assert.equal(sectionLine(text, 'B'), 4);
+  assert.equal(sectionLine(text, 'C'), null);
 });
