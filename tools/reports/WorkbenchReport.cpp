@@ -35,6 +35,18 @@ std::string Milliseconds(double ms) {
     return text.str();
 }
 
+// Of two frames the results differ whatever the settings do.
+bool IsOfOneFrame(const WorkbenchReport& report) {
+    return report.runs.front().frameName == report.runs.back().frameName;
+}
+
+// "run 9", with its frame where that is not the other run's.
+std::string RunWords(const WorkbenchReport& report, const ReportedRun& run) {
+    std::string words = "run " + std::to_string(run.number);
+    if (!IsOfOneFrame(report)) words.append(" on ").append(run.frameName);
+    return words;
+}
+
 // The library's log counts in whole milliseconds.
 std::string StageMilliseconds(const std::optional<double>& ms) {
     if (!ms) return "not known";
@@ -77,16 +89,18 @@ void AddVerdict(ReportPage& page, const WorkbenchReport& report, const Sides& si
     const ReportedRun& last = report.runs.back();
     const bool isOne = report.runs.size() == 1;
     std::string headline = RunTitle(last);
-    if (!isOne && sides.difference)
+    if (!IsOfOneFrame(report))
+        headline = "Two frames: their pixels tell nothing of the settings";
+    else if (!isOne && sides.difference)
         headline =
             sides.difference->count == 0 ? "No pixel changed" : ShareText(sides) + " of the pixels changed";
     else if (!isOne)
         headline = RunTitle(report.runs.front()) + " and " + RunTitle(last);
     std::string sentence =
-        isOne ? "Against the saved profile: " : "From run " + std::to_string(report.runs.front().number);
-    if (!isOne) sentence.append(" to run ").append(std::to_string(last.number)).append(": ");
+        isOne ? "Against the saved profile: " : "From " + RunWords(report, report.runs.front());
+    if (!isOne) sentence.append(" to ").append(RunWords(report, last)).append(": ");
     sentence.append(report.keys.empty() ? "no setting differs" : SumUpDifferences(report.keys));
-    if (!isOne && sides.difference && sides.difference->count > 0)
+    if (!isOne && IsOfOneFrame(report) && sides.difference && sides.difference->count > 0)
         sentence.append("; the largest change is ")
             .append(std::to_string(sides.difference->largest))
             .append(sides.difference->largest == 1 ? " level" : " levels");

@@ -23,7 +23,10 @@ std::unique_ptr<ChildProgram> Start(std::vector<std::string> words) {
     try {
         return std::make_unique<ChildProgram>(std::move(words));
     } catch (const std::system_error& error) {
-        throw ProcessingError(program, "cannot be started: " + DescribeReason(error.code()));
+        // A workbench runs for days: an update takes its program away meanwhile.
+        const bool isGone = error.code() == std::errc::no_such_file_or_directory;
+        throw ProcessingError(program, "cannot be started: " + DescribeReason(error.code()),
+                              isGone ? "start the tool anew if it was replaced while it ran" : "");
     }
 }
 

@@ -73,6 +73,15 @@ TEST(WorkbenchReport, ShowsOneRunAgainstItsFrameAndTheSavedProfile) {
     EXPECT_THAT(page, HasSubstr("Against the saved profile: no setting differs."));
 }
 
+TEST(WorkbenchReport, DoesNotCountPixelsOfTwoFramesAsChanged) {
+    WorkbenchReport report = TwoRuns();
+    report.runs[0].frameName = "molar.raw";
+    const std::string page = PageOf(report);
+    EXPECT_THAT(page, HasSubstr("Two frames: their pixels tell nothing of the settings"));
+    EXPECT_THAT(page, HasSubstr("From run 9 on molar.raw to run 14 on tooth.raw: no setting differs."));
+    EXPECT_THAT(page, AllOf(Not(HasSubstr("of the pixels changed")), Not(HasSubstr("the largest change"))));
+}
+
 TEST(WorkbenchReport, SetsTimesOfStagesSideBySide) {
     WorkbenchReport report = TwoRuns();
     report.runs[1].stages = {{"CLAHE", 8.0}, {"CLAHE", 0.0}};

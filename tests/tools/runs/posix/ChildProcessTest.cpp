@@ -55,6 +55,15 @@ TEST(ChildProcess, ThatCannotBeStartedIsAnError) {
     EXPECT_THROW(RunChild({folder.Narrow("missing")}, std::nullopt), ProcessingError);
 }
 
+TEST(ChildProcess, TellsWhatToDoAboutAProgramThatIsGone) {
+    try {
+        RunChild({"/no/such/program"}, std::nullopt);
+        FAIL() << "a program that is not there ran";
+    } catch (const ProcessingError& error) {
+        EXPECT_EQ(error.Remedy(), "start the tool anew if it was replaced while it ran");
+    }
+}
+
 TEST(OwnProgram, IsThisTest) { EXPECT_NE(OwnProgram().find("tools_tests"), std::string::npos); }
 
 }  // namespace
