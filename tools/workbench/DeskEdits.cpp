@@ -36,6 +36,22 @@ std::string ShownValue(const std::optional<std::wstring>& value) {
     return value->empty() ? "empty" : ShortText(EncodeUtf8(*value), kMost);
 }
 
+// Names of sections that are read: that one, and then those of both files.
+std::vector<std::string> SectionsFrom(std::string_view first, const ProfileFile& before,
+                                      const ProfileFile& after) {
+    std::vector<std::string> names{std::string(first)};
+    const ProfileFileSection* const firstOfAfter = after.FindSection(first);
+    const ProfileFileSection* const firstOfBefore = before.FindSection(first);
+    for (const ProfileFileSection& section : after.Sections())
+        if (section.counts && !section.name.empty() && &section != firstOfAfter)
+            names.push_back(section.name);
+    for (const ProfileFileSection& section : before.Sections())
+        if (section.counts && !section.name.empty() && &section != firstOfBefore &&
+            after.FindSection(section.name) == nullptr)
+            names.push_back(section.name);
+    return names;
+}
+
 // Keys of a section that count, in its order.
 std::vector<std::string> KeysOf(const ProfileFile& file, std::string_view section) {
     std::vector<std::string> keys;
@@ -96,16 +112,21 @@ std::optional<ToolError> WhyMeaningless(const ProfileFile& file, std::string_vie
 }
 
 std::string DescribeEdits(const ProfileFile& before, const ProfileFile& after, std::string_view section) {
-    std::vector<std::string> keys = KeysOf(after, section);
-    for (std::string& key : KeysOf(before, section))
-        if (after.FindEntry(section, key) == nullptr) keys.push_back(std::move(key));
     std::string first;
     size_t count = 0;
-    for (const std::string& key : keys) {
-        const std::optional<std::wstring> old = ValueIn(before, section, key);
-        const std::optional<std::wstring> now = ValueIn(after, section, key);
-        if (old == now || count++ > 0) continue;
-        first.append(key).append(" ").append(ShownValue(old)).append(" -> ").append(ShownValue(now));
+    bool isOther = false;
+    for (const std::string& name : SectionsFrom(section, before, after)) {
+        std::vector<std::string> keys = KeysOf(after, name);
+        for (std::string& key : KeysOf(before, name))
+            if (after.FindEntry(name, key) == nullptr) keys.push_back(std::move(key));
+        for (const std::string& key : keys) {
+            const std::optional<std::wstring> old = ValueIn(before, name, key);
+            const std::optional<std::wstring> now = ValueIn(after, name, key);
+            if (old == now || count++ > 0) continue;
+            if (isOther) first.append("[").append(name).append("] ");
+            first.append(key).append(" ").append(ShownValue(old)).append(" -> ").append(ShownValue(now));
+        }
+        isOther = true;
     }
     if (count > 1) first.append(", ").append(std::to_string(count - 1)).append(" more");
     return first;

@@ -40,8 +40,8 @@ std::string SwitchKeyOf(const PlannedPlace& place);
 // Why a run of the section would go by nothing of the profile; nothing: it would not.
 std::optional<ToolError> WhyMeaningless(const ProfileFile& file, std::string_view section);
 
-// What two states of a section differ in, in a few words: "04_MAX_SLOPE 1.3 -> 1.5, 2 more"; empty: in
-// nothing.
+// What two states of a profile differ in, in a few words, that section's keys first: "04_MAX_SLOPE 1.3
+// -> 1.5, 2 more", "[IP_LOWMODE] 00_GAUSSIAN_SIZE 0.9 -> 1.4"; empty: in no value.
 std::string DescribeEdits(const ProfileFile& before, const ProfileFile& after, std::string_view section);
 
 }  // namespace vastrelline
