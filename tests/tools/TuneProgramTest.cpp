@@ -3,15 +3,6 @@
 // The built tool as a server, from its address to Ctrl-C.
 #include <gmock/gmock.h>
 
-// This version of Asio takes for granted what it uses of this header.
-// clang-format off: it stays before the others
-#include <utility>
-// clang-format on
-
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/beast/core.hpp>
-#include <boost/beast/http.hpp>
 #include <chrono>
 #include <functional>
 #include <nlohmann/json.hpp>
@@ -20,15 +11,13 @@
 #include <thread>
 
 #include "ToolProgram.h"
+#include "server/AskServer.h"
 #include "support/SetVariable.h"
 
 namespace vastrelline {
 namespace {
 
-namespace asio = boost::asio;
-namespace beast = boost::beast;
-namespace http = beast::http;
-using Response = http::response<http::string_body>;
+namespace http = boost::beast::http;
 
 #ifdef _WIN32
 constexpr const char* kTemporaryVariable = "TMP";
@@ -69,20 +58,12 @@ protected:
         return tool;
     }
 
-    Response Ask(http::verb verb, const std::string& path, const std::string& body = {}) {
+    TextResponse Ask(http::verb verb, const std::string& path, const std::string& body = {}) {
         const auto port = static_cast<uint16_t>(std::stoi(host_.substr(host_.find(':') + 1)));
-        asio::io_context context;
-        asio::ip::tcp::socket socket(context);
-        socket.connect({asio::ip::address_v4::loopback(), port});
-        http::request<http::string_body> request{verb, path_ + path, 11};
+        TextRequest request{verb, path_ + path, 11};
         request.set(http::field::host, host_);
         request.body() = body;
-        request.prepare_payload();
-        http::write(socket, request);
-        beast::flat_buffer buffer;
-        Response response;
-        http::read(socket, buffer, response);
-        return response;
+        return AskServer(port, std::move(request));
     }
 
     nlohmann::json Get(const std::string& path) {
@@ -117,7 +98,7 @@ protected:
 
 TEST_F(TuneProgramTest, ServesItsPageAndARunForEachEdit) {
     ToolProcess tool = Tune("p.ini");
-    const Response page = Ask(http::verb::get, "");
+    const TextResponse page = Ask(http::verb::get, "");
     EXPECT_EQ(page.result_int(), 200U);
     EXPECT_EQ(page["Content-Type"], "text/html; charset=utf-8");
     EXPECT_THAT(page.body(), testing::HasSubstr("app.js"));

@@ -5,25 +5,15 @@
 #include <stop_token>
 #include <thread>
 
-#include "api/ApiRoutes.h"
-#include "workbench/BenchFixture.h"
+#include "api/RouteFixture.h"
 
 namespace vastrelline {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using testing::HasSubstr;
 
-class ApiRoutesTest : public BenchFixture {
+class ApiRoutesTest : public RouteFixture {
 protected:
-    ApiRoutesTest() : bench_(Setup(), TimesRatio, events_) {}
-
-    HttpAnswer Get(const std::string& path, std::map<std::string, std::string> query = {}) {
-        return AnswerApi(bench_, {"GET", path, std::move(query), {}});
-    }
-    HttpAnswer Post(const std::string& path, const Json& body) {
-        return AnswerApi(bench_, {"POST", path, {}, body.dump()});
-    }
     Json GetJson(const std::string& path, std::map<std::string, std::string> query = {}) {
         const HttpAnswer answer = Get(path, std::move(query));
         EXPECT_EQ(answer.status, 200U) << path << answer.body;
@@ -33,9 +23,6 @@ protected:
         const HttpAnswer answer = Post(path, body);
         EXPECT_EQ(answer.status, 200U) << path << answer.body;
     }
-
-    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): every test is a class derived from it
-    Workbench bench_;
 };
 
 TEST_F(ApiRoutesTest, KnowEachAddressOnce) {
@@ -76,15 +63,15 @@ TEST_F(ApiRoutesTest, RefuseBodiesOfMillionsOfParts) {
     for (int i = 0; i < 20'000; ++i) wide += ",0";
     const std::string deep = R"({"kind":)" + std::string(100, '[') + std::string(100, ']') + "}";
     for (const std::string& body : {wide + "]}", deep}) {
-        const HttpAnswer answer = AnswerApi(bench_, {"POST", "api/sheet", {}, body});
+        const HttpAnswer answer = AnswerApi(*bench_, {"POST", "api/sheet", {}, body});
         EXPECT_EQ(answer.status, 400U);
         EXPECT_THAT(answer.body, HasSubstr("more parts than any request needs"));
     }
 }
 
 TEST_F(ApiRoutesTest, ShowARunFromAllSides) {
-    bench_.Start();
-    const std::string run = "api/runs/" + std::to_string(AwaitRun(bench_)->id);
+    bench_->Start();
+    const std::string run = "api/runs/" + std::to_string(AwaitRun(*bench_)->id);
     const Json whole = GetJson(run);
     EXPECT_EQ(whole["state"], "complete");
     EXPECT_EQ(whole["points"][1]["title"], "Gamma curve");
@@ -114,8 +101,8 @@ TEST_F(ApiRoutesTest, ShowARunFromAllSides) {
 }
 
 TEST_F(ApiRoutesTest, RefuseWhatMakesNoSense) {
-    bench_.Start();
-    AwaitRun(bench_);
+    bench_->Start();
+    AwaitRun(*bench_);
     const std::map<std::string, std::string> view{{"x", "0"},  {"y", "0"},  {"w", "2"},   {"h", "2"},
                                                   {"pw", "2"}, {"ph", "2"}, {"low", "0"}, {"high", "255"}};
     const auto with = [&](const char* field, const char* value) {
@@ -154,9 +141,9 @@ TEST_F(ApiRoutesTest, RefuseWhatMakesNoSense) {
     EXPECT_EQ(noise.status, 400U);
     EXPECT_THAT(noise.body,
                 AllOf(HasSubstr("too small"), HasSubstr("drag over another"), Not(HasSubstr("--area"))));
-    EXPECT_EQ(AnswerApi(bench_, {"POST", "api/set", {}, "{"}).status, 400U);
-    EXPECT_EQ(AnswerApi(bench_, {"POST", "api/set", {}, "[1]"}).status, 400U);
-    EXPECT_EQ(AnswerApi(bench_, {"POST", "api/set", {}, ""}).status, 400U);
+    EXPECT_EQ(AnswerApi(*bench_, {"POST", "api/set", {}, "{"}).status, 400U);
+    EXPECT_EQ(AnswerApi(*bench_, {"POST", "api/set", {}, "[1]"}).status, 400U);
+    EXPECT_EQ(AnswerApi(*bench_, {"POST", "api/set", {}, ""}).status, 400U);
     EXPECT_EQ(Post("api/set", {{"section", ""}, {"key", 1}, {"value", "2"}}).status, 400U);
     EXPECT_EQ(Post("api/set", {{"section", ""}, {"key", "A"}, {"value", "1\n2"}}).status, 400U);
     EXPECT_EQ(Post("api/frame", {{"id", 2}}).status, 400U);
@@ -194,28 +181,28 @@ TEST_F(ApiRoutesTest, EditTheProfile) {
 }
 
 TEST_F(ApiRoutesTest, SwitchStagesAndChooseSectionAndFrame) {
-    const size_t last = bench_.State()["places"].size() - 1;
+    const size_t last = bench_->State()["places"].size() - 1;
     Do("api/stage", {{"place", last}, {"off", true}});
-    EXPECT_EQ(bench_.State()["places"].back()["off"], true);
-    EXPECT_EQ(bench_.State()["profile"]["unsaved"], 0);
+    EXPECT_EQ(bench_->State()["places"].back()["off"], true);
+    EXPECT_EQ(bench_->State()["profile"]["unsaved"], 0);
     Do("api/stage", {{"place", last}, {"off", false}});
-    EXPECT_EQ(bench_.State()["places"].back()["off"], false);
+    EXPECT_EQ(bench_->State()["places"].back()["off"], false);
     Do("api/solo", {{"place", last}});
-    EXPECT_EQ(bench_.State()["places"].back()["off"], false);
+    EXPECT_EQ(bench_->State()["places"].back()["off"], false);
     Do("api/section", {{"name", "B"}});
-    const Json places = bench_.State()["places"];
+    const Json places = bench_->State()["places"];
     size_t place = 0;
     while (!places[place]["canSwitch"]) ++place;
     Do("api/solo", {{"place", place}});
-    const Json alone = bench_.State()["places"];
+    const Json alone = bench_->State()["places"];
     for (const Json& each : alone)
         EXPECT_EQ(each["off"].get<bool>(), each["canSwitch"].get<bool>() && each["place"] != place)
             << each["title"];
     Do("api/solo", {{"place", nullptr}});
-    const Json all = bench_.State()["places"];
+    const Json all = bench_->State()["places"];
     for (const Json& each : all) EXPECT_EQ(each["off"], false);
     Do("api/frame", {{"id", 1}});
-    EXPECT_EQ(bench_.State()["frame"], 1);
+    EXPECT_EQ(bench_->State()["frame"], 1);
 }
 
 TEST_F(ApiRoutesTest, HelpWithKeysAndSections) {

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "api/ApiRoutes.h"
-#include "workbench/BenchFixture.h"
+#include "api/RouteFixture.h"
 
 namespace vastrelline {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using testing::HasSubstr;
 
-class CompareRoutesTest : public BenchFixture {
+class CompareRoutesTest : public RouteFixture {
 protected:
-    CompareRoutesTest() : bench_(SetupAgainst(), TimesRatio, events_) {}
-
-    WorkbenchSetup SetupAgainst() const {
+    WorkbenchSetup BenchSetup() const override {
         std::string other = kProfile;
         other.replace(other.find("RATIO=10"), 8, "RATIO=30");
         WriteBytes(folder_.Path() / "other.ini", other);
@@ -23,31 +19,15 @@ protected:
         setup.against = {{folder_.Narrow("other.ini"), false}, {folder_.Narrow("other.so"), true}};
         return setup;
     }
-
-    HttpAnswer Get(const std::string& path) { return AnswerApi(bench_, {"GET", path, {}, {}}); }
-    HttpAnswer Post(const std::string& path, const Json& body) {
-        return AnswerApi(bench_, {"POST", path, {}, body.dump()});
-    }
-    Json Await(const std::string& path) {
-        for (int i = 0; i < 3000; ++i) {
-            const Json answer = Json::parse(Get(path).body);
-            if (answer.value("state", "") != "running") return answer;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        throw std::runtime_error("the job did not end");
-    }
-
-    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): every test is a class derived from it
-    Workbench bench_;
 };
 
 TEST_F(CompareRoutesTest, SetTheDeskBesideAnotherProfile) {
-    bench_.Start();
-    const uint64_t shown = AwaitRun(bench_)->id;
-    EXPECT_EQ(bench_.State()["against"][1]["kind"], "library");
+    bench_->Start();
+    const uint64_t shown = AwaitRun(*bench_)->id;
+    EXPECT_EQ(bench_->State()["against"][1]["kind"], "library");
     EXPECT_EQ(Post("api/compare", {{"profile", folder_.Narrow("other.ini")}, {"section", nullptr}}).body,
               R"({"job":1})");
-    const Json found = Await("api/compare/1");
+    const Json found = AwaitJob("api/compare/1");
     EXPECT_EQ(found["state"], "done");
     EXPECT_EQ(found["left"], "p.ini [A], configured chain");
     EXPECT_EQ(found["right"], "other.ini [A], configured chain");
@@ -61,16 +41,16 @@ TEST_F(CompareRoutesTest, SetTheDeskBesideAnotherProfile) {
     const Json right = Json::parse(Get("api/runs/" + found["rightRun"].dump()).body);
     EXPECT_EQ(right["aside"], true);
     EXPECT_EQ(right["points"].back()["greatest"], 90);
-    EXPECT_EQ(bench_.State()["run"], shown);
-    EXPECT_EQ(bench_.State()["history"].size(), 1U);
-    EXPECT_EQ(bench_.State()["pinned"]["A"], shown);
+    EXPECT_EQ(bench_->State()["run"], shown);
+    EXPECT_EQ(bench_->State()["history"].size(), 1U);
+    EXPECT_EQ(bench_->State()["pinned"]["A"], shown);
     EXPECT_EQ(Json::parse(Get("api/jobs/1").body)["kind"], "compare");
     EXPECT_EQ(Get("api/compare/2").status, 400U);
 }
 
 TEST_F(CompareRoutesTest, SetOneSectionBesideAnother) {
     Post("api/compare", {{"section", "B"}});
-    const Json found = Await("api/compare/1");
+    const Json found = AwaitJob("api/compare/1");
     EXPECT_THAT(found["right"].get<std::string>(), HasSubstr("p.ini [B], "));
     // Section B has no gamma curve in its list: only the left run goes through it.
     EXPECT_THAT(found["summary"].get<std::string>(), HasSubstr("only in A"));

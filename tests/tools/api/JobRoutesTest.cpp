@@ -1,44 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "api/ApiRoutes.h"
-#include "workbench/BenchFixture.h"
+#include "api/RouteFixture.h"
 
 namespace vastrelline {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using testing::HasSubstr;
 
-class JobRoutesTest : public BenchFixture {
-protected:
-    JobRoutesTest() : bench_(Setup(), TimesRatio, events_) {}
-
-    HttpAnswer Get(const std::string& path, std::map<std::string, std::string> query = {}) {
-        return AnswerApi(bench_, {"GET", path, std::move(query), {}});
-    }
-    HttpAnswer Post(const std::string& path, const Json& body) {
-        return AnswerApi(bench_, {"POST", path, {}, body.dump()});
-    }
-    Json Await(const std::string& path) {
-        for (int i = 0; i < 3000; ++i) {
-            const Json answer = Json::parse(Get(path).body);
-            if (answer.value("state", "") != "running") return answer;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        throw std::runtime_error("the job did not end");
-    }
-
-    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): every test is a class derived from it
-    Workbench bench_;
-};
+class JobRoutesTest : public RouteFixture {};
 
 TEST_F(JobRoutesTest, MakeASheetOfValuesAndShowIt) {
     const HttpAnswer answer =
         Post("api/sheet",
              {{"kind", "values"}, {"section", ""}, {"key", "00_POST_GAMMA_RATIO"}, {"values", {"1", "85"}}});
     EXPECT_EQ(answer.body, R"({"job":1})");
-    const Json job = Await("api/jobs/1");
+    const Json job = AwaitJob("api/jobs/1");
     EXPECT_EQ(job["state"], "done");
     EXPECT_EQ(job["cells"][1]["label"], "POST_GAMMA_RATIO=85");
     const std::map<std::string, std::string> view{{"x", "0"},  {"y", "0"},  {"w", "2"},   {"h", "2"},
@@ -59,12 +36,12 @@ TEST_F(JobRoutesTest, MakeASheetOfValuesAndShowIt) {
 
 TEST_F(JobRoutesTest, MakeASheetOfFrames) {
     Post("api/sheet", {{"kind", "frames"}, {"frames", {1}}});
-    const Json one = Await("api/jobs/1");
+    const Json one = AwaitJob("api/jobs/1");
     ASSERT_EQ(one["cells"].size(), 1U);
     EXPECT_EQ(one["cells"][0]["label"], "b_2x2.raw");
     EXPECT_EQ(one["cells"][0]["after"]["median"], 100);
     EXPECT_EQ(Post("api/sheet", {{"kind", "frames"}}).body, R"({"job":2})");
-    EXPECT_EQ(Await("api/jobs/2")["cells"].size(), 2U);
+    EXPECT_EQ(AwaitJob("api/jobs/2")["cells"].size(), 2U);
 }
 
 TEST_F(JobRoutesTest, RefuseSheetsThatMakeNoSense) {
@@ -94,7 +71,7 @@ TEST_F(JobRoutesTest, CancelASheet) {
                        {"key", "00_POST_GAMMA_RATIO"},
                        {"values", std::vector<std::string>(1000, "1")}});
     EXPECT_EQ(Post("api/jobs/1/cancel", Json::object()).status, 200U);
-    const Json job = Await("api/jobs/1");
+    const Json job = AwaitJob("api/jobs/1");
     EXPECT_EQ(job["state"], "cancelled");
     EXPECT_LT(job["done"], 1000);
     EXPECT_EQ(Post("api/jobs/x/cancel", Json::object()).status, 400U);

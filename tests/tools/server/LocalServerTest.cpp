@@ -26,6 +26,7 @@
 
 #include "messages/ToolError.h"
 #include "platform/MemoryLimit.h"
+#include "server/AskServer.h"
 
 namespace vastrelline {
 namespace {
@@ -34,7 +35,6 @@ namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = beast::http;
 using asio::ip::tcp;
-using Response = http::response<http::string_body>;
 
 HttpAnswer Echo(const HttpRequest& request) {
     return {200, "text/plain", request.method + " " + request.path + " " + request.body, {}};
@@ -59,21 +59,13 @@ protected:
         return socket;
     }
 
-    http::request<http::string_body> Request(http::verb verb, const std::string& path) const {
-        http::request<http::string_body> request{verb, path_ + path, 11};
+    TextRequest Request(http::verb verb, const std::string& path) const {
+        TextRequest request{verb, path_ + path, 11};
         request.set(http::field::host, host_);
         return request;
     }
 
-    Response Ask(http::request<http::string_body> request) {
-        tcp::socket socket = Connect();
-        request.prepare_payload();
-        http::write(socket, request);
-        beast::flat_buffer buffer;
-        Response response;
-        http::read(socket, buffer, response);
-        return response;
-    }
+    TextResponse Ask(TextRequest request) const { return AskServer(port_, std::move(request)); }
 
     // What the server answers to bytes; empty where it closes the connection.
     std::string Say(const std::string& bytes) {
@@ -99,20 +91,20 @@ protected:
 };
 
 TEST_F(LocalServerTest, AnswersWhoKnowsTheToken) {
-    const Response page = Ask(Request(http::verb::get, ""));
+    const TextResponse page = Ask(Request(http::verb::get, ""));
     EXPECT_EQ(page.result_int(), 200U);
     EXPECT_EQ(page.body(), "GET  ");
     EXPECT_EQ(page["Cache-Control"], "no-store");
     EXPECT_EQ(page["X-Content-Type-Options"], "nosniff");
     EXPECT_EQ(page["Content-Security-Policy"].find("default-src 'none'"), 0U);
-    http::request<http::string_body> post = Request(http::verb::post, "api/set%20x");
+    TextRequest post = Request(http::verb::post, "api/set%20x");
     post.body() = "body";
     EXPECT_EQ(Ask(post).body(), "POST api/set x body");
 }
 
 TEST_F(LocalServerTest, GivesOthersNothing) {
     handler_ = [](const HttpRequest&) -> HttpAnswer { throw std::logic_error("the handler was asked"); };
-    http::request<http::string_body> request = Request(http::verb::get, "");
+    TextRequest request = Request(http::verb::get, "");
     request.target("/");
     EXPECT_EQ(Ask(request).result_int(), 404U);
     request = Request(http::verb::get, "");
@@ -149,7 +141,7 @@ TEST_F(LocalServerTest, KeepsItsSocketsFromOtherPrograms) {
     tcp::socket page = Connect();
     http::write(page, Request(http::verb::get, "one"));
     beast::flat_buffer buffer;
-    Response response;
+    TextResponse response;
     http::read(page, buffer, response);
     int count = 0;
     for (int descriptor = 0; descriptor < 1024; ++descriptor) {
@@ -190,7 +182,7 @@ TEST_F(LocalServerTest, KeepsAConnection) {
     beast::flat_buffer buffer;
     for (const char* const path : {"one", "two", "three"}) {
         http::write(socket, Request(http::verb::get, path));
-        Response response;
+        TextResponse response;
         http::read(socket, buffer, response);
         EXPECT_EQ(response.body(), std::string("GET ") + path + " ");
     }
@@ -219,7 +211,7 @@ TEST_F(LocalServerTest, AnswersOneWhileAnotherTakesItsTime) {
     EXPECT_EQ(Ask(Request(http::verb::get, "quick")).body(), "GET quick ");
     isFree = true;
     beast::flat_buffer buffer;
-    Response response;
+    TextResponse response;
     http::read(slow, buffer, response);
     EXPECT_EQ(response.body(), "GET slow ");
 }
@@ -247,7 +239,7 @@ TEST_F(LocalServerTest, SendsEventsToAllPages) {
 }
 
 TEST_F(LocalServerTest, SendsNoEventsToAnotherOrigin) {
-    http::request<http::string_body> request = Request(http::verb::get, "events");
+    TextRequest request = Request(http::verb::get, "events");
     request.set(http::field::origin, "http://evil.example");
     request.set(http::field::connection, "Upgrade");
     request.set(http::field::upgrade, "websocket");

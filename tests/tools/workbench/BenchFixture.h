@@ -85,6 +85,27 @@ protected:
         throw std::runtime_error("no run came");
     }
 
+    static void ChooseFrame(Workbench& bench, size_t frame) {
+        bench.Change(
+            [&](const Desk& desk) {
+                DeskState next = desk.Now();
+                next.frame = frame;
+                return next;
+            },
+            {});
+    }
+
+    // What has come of a job, once it has ended; null if there is none.
+    template <typename Jobs>
+    static auto AwaitEnd(const Jobs& jobs, uint64_t id) {
+        for (int i = 0; i < 3000; ++i) {
+            auto found = jobs.Find(id);
+            if (found == nullptr || found->job.state != JobState::Running) return found;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        throw std::runtime_error("the job did not end");
+    }
+
     // Every test of the fixture is a class derived from it.
     // NOLINTBEGIN(misc-non-private-member-variables-in-classes)
     TemporaryFolder folder_;

@@ -41,15 +41,6 @@ protected:
                 {}};
     }
 
-    static std::shared_ptr<const Comparison> AwaitEnd(const CompareJobs& jobs, uint64_t id) {
-        for (int i = 0; i < 3000; ++i) {
-            std::shared_ptr<const Comparison> found = jobs.Find(id);
-            if (found == nullptr || found->job.state != JobState::Running) return found;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        throw std::runtime_error("the comparison did not end");
-    }
-
     // NOLINTBEGIN(misc-non-private-member-variables-in-classes): every test is a class derived from it
     uint64_t lastRun_ = 20;
     std::vector<std::string> published_;

@@ -26,15 +26,6 @@ protected:
                 {SetKey("p.ini", kProfile, "A", "00_POST_GAMMA_RATIO", value), "A", frame, {}}};
     }
 
-    static std::shared_ptr<const Sheet> AwaitEnd(const SheetJobs& sheets, uint64_t id) {
-        for (int i = 0; i < 3000; ++i) {
-            std::shared_ptr<const Sheet> sheet = sheets.Find(id);
-            if (sheet == nullptr || sheet->job.state != JobState::Running) return sheet;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        throw std::runtime_error("the sheet did not end");
-    }
-
     // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): every test is a class derived from it
     FrameShelf frames_{
         {folder_.Narrow("a_2x2.raw"), folder_.Narrow("b_2x2.raw"), folder_.Narrow("none_2x2.raw")}, {}};

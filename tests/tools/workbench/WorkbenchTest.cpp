@@ -221,13 +221,7 @@ TEST_F(WorkbenchTest, ComparesWithWhatTheFileHadOnEveryFrame) {
     SetRatio(bench, "20");
     const uint64_t second = AwaitRun(bench, first)->id;
     EXPECT_EQ(bench.State()["pinned"]["A"], first);
-    bench.Change(
-        [](const Desk& desk) {
-            DeskState next = desk.Now();
-            next.frame = 1;
-            return next;
-        },
-        {});
+    ChooseFrame(bench, 1);
     const uint64_t third = AwaitRun(bench, second)->id;
     for (int i = 0; i < 1000 && bench.State()["pinned"]["A"] == first; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -255,13 +249,7 @@ TEST_F(WorkbenchTest, KeepsWhatAPersonPinsWhileSideAIsAtWork) {
         events_);
     bench.Start();
     const uint64_t first = AwaitRun(bench)->id;
-    bench.Change(
-        [](const Desk& desk) {
-            DeskState next = desk.Now();
-            next.frame = 1;
-            return next;
-        },
-        {});
+    ChooseFrame(bench, 1);
     const uint64_t second = AwaitRun(bench, first)->id;
     while (calls < kFirstCallForSideA) std::this_thread::yield();
     bench.Pin(second, true);
