@@ -230,6 +230,48 @@ test("another frame is compared with the same settings as before", async () => {
   await page.locator(`[data-test=pin-A-${before}][aria-pressed=true]`).waitFor();
 });
 
+test("what is looked at stays from screen to screen", async () => {
+  const page = await open();
+  await page.locator("[data-test=full]").click();
+  const picture = page.locator("[data-test=picture]");
+  const box = await picture.boundingBox();
+  await page.mouse.move(box.x + 300, box.y + 200);
+  await page.mouse.down();
+  await page.mouse.move(box.x + 420, box.y + 260, { steps: 3 });
+  await page.mouse.up();
+  const under = async () => {
+    await page.mouse.move(box.x + 200, box.y + 100);
+    await page.mouse.move(box.x + 201, box.y + 100);
+    return /^\d+, \d+/.exec(await page.locator("[data-test=hover]").textContent())[0];
+  };
+  const before = await under();
+  await showScreen(page, "report");
+  await showScreen(page, "tune");
+  await page.waitForFunction(() => document.querySelector("[data-test=scale]").textContent === "100 %");
+  assert.equal(await under(), before);
+});
+
+test("a value stays under the fingers while the tool is slow", async () => {
+  const page = await open();
+  await chooseStage(page, "CLAHE");
+  let release;
+  const held = new Promise((resolve) => (release = resolve));
+  await page.route(/\/api\/set$/, async (route) => {
+    await held;
+    await route.continue();
+  });
+  const field = page.locator("[data-test=field-04_MAX_SLOPE]");
+  await field.fill("2.");
+  await page.waitForTimeout(1500);  // longer than a control waits after an answer
+  await field.press("End");
+  await field.pressSequentially("25");
+  assert.equal(await field.inputValue(), "2.25");
+  const before = await latest();
+  release();
+  await until(async () => (await api("api/text")).text.includes("04_MAX_SLOPE=2.25"));
+  await settled(page, before);
+});
+
 test("a mark opens its numbers", async () => {
   const page = await open();
   const box = await page.locator("[data-test=picture]").boundingBox();

@@ -13,7 +13,11 @@ export function BlindBar() {
   const [told, setTold] = useState('');
   const a = runA.value;
   const b = runB.value;
-  useEffect(() => deal(), []);
+  useEffect(() => {
+    setMade(0);
+    setTold('');
+    deal();
+  }, [a?.id, b?.id]);
   if (!a || !b || a.id === b.id) {
     return (
       <div class="bar blind" data-test="blind">

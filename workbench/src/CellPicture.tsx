@@ -65,8 +65,6 @@ class CellCanvas {
   end(): void {
     this.setSeen(false);
     clearTimeout(this.timer);
-    // Asks for nothing, and so ends what is on its way.
-    void this.layer.fetch(viewportOf(kWhole, this.source.frame, this.screen), this.screen, grey.value, () => {});
   }
 }
 

@@ -5,21 +5,32 @@ import type { KeyValue } from './protocol';
 import { numberText, sliderOf } from './steps';
 import { act, complain } from './store';
 
+const kRelease = 600; // milliseconds until the state that an answer belongs to is there, too
+
 // One key with what it takes: a slider over the range that makes sense, a field for anything at all, choices.
 export function Control(props: { section: string; value: KeyValue }) {
   const { section, value } = props;
   const [isOpen, setOpen] = useState(false);
-  // While a hand is on it a control shows what the hand says, and not what the tool has heard of it yet.
+  // While a hand is on it a control shows what the hand says, and not what the tool has heard of it yet: a slow tool
+  // would put old text under the fingers.
   const [held, setHeld] = useState<string | null>(null);
   const release = useRef(0);
   const poster = useRef<LatestPost | null>(null);
   poster.current ??= new LatestPost('api/set', complain);
-  useEffect(() => () => clearTimeout(release.current), []);
+  useEffect(() => {
+    const own = poster.current!;
+    own.onIdle = () => {
+      release.current = window.setTimeout(() => setHeld(null), kRelease);
+    };
+    return () => {
+      own.onIdle = () => {};
+      clearTimeout(release.current);
+    };
+  }, []);
 
   const set = (text: string): void => {
     setHeld(text);
     clearTimeout(release.current);
-    release.current = window.setTimeout(() => setHeld(null), 600);
     poster.current!.push({ section, key: value.key, value: text });
   };
   const shown = held ?? value.text ?? '';

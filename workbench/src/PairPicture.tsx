@@ -87,8 +87,7 @@ export function PairPicture(props: { pair: Pair; label: string }) {
     return () => {
       resize.disconnect();
       detach();
-      // Nothing is shown any more: timers end, and pixels go.
-      view.show({ a: null, b: null, difference: null, mode: 'swipe', swipe: 0.5, window: grey.value, marks: [] });
+      view.end();
       pair.value = null;
       pairView.value = null;
     };

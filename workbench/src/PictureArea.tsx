@@ -4,7 +4,7 @@ import { useEffect, useRef } from 'preact/hooks';
 import { BlindBar } from './BlindBar';
 import { dragWindow } from './greys';
 import { addProbe, area, areaBetween, hover, line, marksOf, numbersOf } from './marks';
-import { Picture } from './picture';
+import { Picture, type Look } from './picture';
 import { GainField } from './ModeButtons';
 import { PictureBar } from './PictureBar';
 import type { Point, Run } from './protocol';
@@ -17,6 +17,8 @@ import type { Viewport } from './viewport';
 // The picture of the page, for keys and bars.
 export const picture = signal<Picture | null>(null);
 export const viewport = signal<Viewport | null>(null);
+// Other screens are left for this one again and again: what was looked at stays where it was.
+let lastLook: Look | null = null;
 // The run and point whose sharp pixels are on the screen: what a person sees, for tests and probes.
 export const onScreen = signal('');
 
@@ -116,6 +118,9 @@ function attach(canvas: HTMLCanvasElement, view: Picture): () => void {
     if (drag && (drag.kind === 'line' || drag.kind === 'area') && drag.moved) numbers.value = numbersOf(drag.kind, numbers.value);
     drag = null;
   };
+  const cancel = (): void => {
+    drag = null;
+  };
   const wheel = (event: WheelEvent): void => {
     event.preventDefault();
     const { x, y } = placeOf(event);
@@ -134,7 +139,7 @@ function attach(canvas: HTMLCanvasElement, view: Picture): () => void {
     ['pointerdown', down],
     ['pointermove', move],
     ['pointerup', up],
-    ['pointercancel', up],
+    ['pointercancel', cancel],
     ['pointerleave', leave],
     ['wheel', wheel, { passive: false }],
     ['dblclick', twice],
@@ -172,7 +177,7 @@ export function PictureArea() {
   const box = useRef<HTMLDivElement>(null);
   const canvas = useRef<HTMLCanvasElement>(null);
   useEffect(() => {
-    const view = new Picture(canvas.current!, complain);
+    const view = new Picture(canvas.current!, complain, lastLook);
     view.onView = (next) => {
       viewport.value = next;
     };
@@ -194,6 +199,8 @@ export function PictureArea() {
       resize.disconnect();
       detach();
       end();
+      lastLook = view.look();
+      view.end();
     };
   }, []);
   return (

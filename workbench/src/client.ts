@@ -55,6 +55,7 @@ const kLeastGap = 30; // milliseconds between two of one thing: a slider says mo
 export class LatestPost {
   private isBusy = false;
   private next: object | null = null;
+  onIdle: () => void = () => {}; // after the last has been answered
 
   constructor(
     private readonly path: string,
@@ -82,6 +83,7 @@ export class LatestPost {
       await gap;
     }
     this.isBusy = false;
+    this.onIdle();
   }
 }
 

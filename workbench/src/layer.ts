@@ -65,6 +65,9 @@ export class Layer {
       source.frame.width === this.source.frame.width &&
       source.frame.height === this.source.frame.height;
     this.source = source;
+    // What is on its way is of something else: late, it would be shown as this.
+    this.aborts?.abort();
+    this.groundAborts?.abort();
     if (!keeps) {
       this.sharp.clear();
       this.ground.clear();

@@ -26,6 +26,13 @@ export interface Shown {
   marks: Mark[];
 }
 
+// How a frame is looked at, for who comes back to it.
+export interface Look {
+  view: Viewport;
+  isFit: boolean;
+  frame: Size;
+}
+
 const kSharpWait = 60; // after the last movement
 const kBlink = 600;
 
@@ -45,6 +52,7 @@ export class Picture {
     marks: [],
   };
   private screen: Size = { width: 1, height: 1 };
+  private lastFrame: Size | null = null; // while there is none, too
   private isDrawing = false;
   private sharpTimer = 0;
   private groundTimer = 0;
@@ -57,7 +65,13 @@ export class Picture {
   constructor(
     readonly canvas: HTMLCanvasElement,
     onError: (error: unknown) => void,
+    look: Look | null = null,
   ) {
+    if (look) {
+      this.view = look.view;
+      this.isFit = look.isFit;
+      this.lastFrame = look.frame;
+    }
     this.context = canvas.getContext('2d', { alpha: false })!;
     const make = (): Layer => new Layer(() => this.draw(), onError);
     this.a = make();
@@ -87,14 +101,14 @@ export class Picture {
 
   show(next: Shown): void {
     const before = this.shown;
-    const frameBefore = this.frame();
     this.shown = next;
     const changed: Layer[] = [];
     if (this.a.setSource(next.a)) changed.push(this.a);
     if (this.b.setSource(next.b)) changed.push(this.b);
     if (this.d.setSource(next.difference)) changed.push(this.d);
     const frame = this.frame();
-    const isOtherSize = frame?.width !== frameBefore?.width || frame?.height !== frameBefore?.height;
+    const isOtherSize = frame !== null && (frame.width !== this.lastFrame?.width || frame.height !== this.lastFrame.height);
+    if (frame) this.lastFrame = frame;
     if (isOtherSize) this.isFit = true;
     if (frame && (isOtherSize || !this.view || (this.isFit && next.mode !== before.mode))) this.fit();
     const isOtherWindow = next.window.low !== before.window.low || next.window.high !== before.window.high;
@@ -104,6 +118,18 @@ export class Picture {
     if (isOtherWindow || changed.length > 0) this.fetchGroundsSoon();
     if (isOtherMode) this.setBlinking(next.mode === 'blink');
     this.draw();
+  }
+
+  look(): Look | null {
+    return this.view && this.lastFrame ? { view: this.view, isFit: this.isFit, frame: this.lastFrame } : null;
+  }
+
+  // Nothing is shown any more: timers and questions end.
+  end(): void {
+    this.setBlinking(false);
+    clearTimeout(this.sharpTimer);
+    clearTimeout(this.groundTimer);
+    for (const layer of [this.a, this.b, this.d]) layer.setSource(null);
   }
 
   private used(): Layer[] {

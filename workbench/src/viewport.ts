@@ -33,30 +33,31 @@ export function fit(frame: Size, screen: Size): Viewport {
   return { cx: frame.width / 2, cy: frame.height / 2, scale: fitScale(frame, screen) };
 }
 
-export function toFrame(view: Viewport, screen: Size, x: number, y: number): { x: number; y: number } {
-  return { x: view.cx + (x - screen.width / 2) / view.scale, y: view.cy + (y - screen.height / 2) / view.scale };
+// Where the frame's first pixel begins on the screen. At whole scales that is a whole pixel, so that nothing blurs.
+function cornerOf(view: Viewport, screen: Size): { left: number; top: number } {
+  const left = screen.width / 2 - view.cx * view.scale;
+  const top = screen.height / 2 - view.cy * view.scale;
+  return Number.isInteger(view.scale) ? { left: Math.round(left), top: Math.round(top) } : { left, top };
 }
 
-// Where a part of the frame lies on the screen. At whole scales it lies on whole pixels, so that nothing blurs.
+// The point of the frame that is drawn at a point of the screen.
+export function toFrame(view: Viewport, screen: Size, x: number, y: number): { x: number; y: number } {
+  const { left, top } = cornerOf(view, screen);
+  return { x: (x - left) / view.scale, y: (y - top) / view.scale };
+}
+
+// Where a part of the frame is drawn on the screen.
 export function toScreen(view: Viewport, screen: Size, rect: Rect): Rect {
-  let left = screen.width / 2 - view.cx * view.scale;
-  let top = screen.height / 2 - view.cy * view.scale;
-  if (Number.isInteger(view.scale)) {
-    left = Math.round(left);
-    top = Math.round(top);
-  }
+  const { left, top } = cornerOf(view, screen);
   return { x: left + rect.x * view.scale, y: top + rect.y * view.scale, w: rect.w * view.scale, h: rect.h * view.scale };
 }
 
 // The point of the frame under (x, y) stays there.
 export function zoomAbout(view: Viewport, screen: Size, x: number, y: number, factor: number): Viewport {
   const scale = Math.min(kLargestScale, Math.max(kLeastScale, view.scale * factor));
-  const point = toFrame(view, screen, x, y);
-  return {
-    cx: point.x - (x - screen.width / 2) / scale,
-    cy: point.y - (y - screen.height / 2) / scale,
-    scale,
-  };
+  const dx = x - screen.width / 2;
+  const dy = y - screen.height / 2;
+  return { cx: view.cx + dx / view.scale - dx / scale, cy: view.cy + dy / view.scale - dy / scale, scale };
 }
 
 export function pan(view: Viewport, dx: number, dy: number): Viewport {

@@ -24,6 +24,14 @@ test('whole scales put pixels on whole pixels of the screen', () => {
   assert.equal(toScreen({ cx: 30.3, cy: 20, scale: 1.5 }, screen, { x: 0, y: 0, w: 1, h: 1 }).x, 100 - 30.3 * 1.5);
 });
 
+test('the pixel under the pointer is the one that is drawn there', () => {
+  for (const cx of [30, 30.3, 30.5, 30.7]) {
+    const view = { cx, cy: 20, scale: 1 };
+    const left = toScreen(view, screen, { x: 7, y: 0, w: 1, h: 1 }).x;
+    assert.equal(toFrame(view, screen, left, 100).x, 7, String(cx));
+  }
+});
+
 test('what is under the pointer stays there when it is zoomed', () => {
   const view = { cx: 50, cy: 25, scale: 2 };
   const before = toFrame(view, screen, 31, 77);
