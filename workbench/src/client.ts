@@ -48,7 +48,8 @@ export async function post<T = { revision: number }>(path: string, body: object 
   return (await answer.json()) as T;
 }
 
-const kLeastGap = 30; // milliseconds between two of one thing: a slider says more than any run can follow
+// Between two of one thing: a slider says more than any run can follow.
+const leastGap = (): Promise<void> => new Promise((resolve) => setTimeout(resolve, 30));
 
 // Sends the newest of several bodies for one thing: never two on the way at once, and what comes meanwhile counts
 // only by its last.
@@ -61,7 +62,7 @@ export class LatestPost {
     private readonly path: string,
     private readonly onError: (error: unknown) => void,
     private readonly send: (path: string, body: object) => Promise<unknown> = post,
-    private readonly leastGap = kLeastGap,
+    private readonly pause: () => Promise<void> = leastGap,
   ) {}
 
   push(body: object): void {
@@ -74,7 +75,7 @@ export class LatestPost {
     while (this.next) {
       const body = this.next;
       this.next = null;
-      const gap = new Promise((resolve) => setTimeout(resolve, this.leastGap));
+      const gap = this.pause();
       try {
         await this.send(this.path, body);
       } catch (error) {

@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { comparison, findJobs, forgetJobs, sheet, takeJob } from '../src/jobs';
 import type { Job } from '../src/protocol';
+import { settle, until } from './until';
 
 // What the page's browser has, and a tool that answers with what is set here.
 const stored = new Map<string, string>();
@@ -25,7 +26,6 @@ function job(id: number, more: Partial<Job> = {}): Job {
   return { id, kind: 'sheet', done: 0, total: 2, state: 'running', error: null, ...more };
 }
 
-const wait = (ms: number): Promise<void> => new Promise((resolve) => setTimeout(resolve, ms));
 const fail = (error: unknown): void => assert.fail(String(error));
 
 function begin(): void {
@@ -40,7 +40,7 @@ test('a job at work is asked for now and then, and at its end at once', async ()
   for (let i = 0; i < 5; ++i) takeJob(job(3), fail);
   assert.deepEqual(asked, []);
   takeJob(job(3, { state: 'done' }), fail);
-  await wait(50);
+  await until(() => sheet.value !== null);
   assert.deepEqual(asked, ['api/jobs/3']);
   assert.equal(sheet.value?.id, 3);
   assert.equal(comparison.value, null);
@@ -51,7 +51,7 @@ test('an older job says nothing any more', async () => {
   answer = (path) => job(Number(path.split('/').at(-1)));
   takeJob(job(5, { state: 'done' }), fail);
   takeJob(job(4, { state: 'cancelled' }), fail);
-  await wait(50);
+  await until(() => sheet.value !== null);
   assert.deepEqual(asked, ['api/jobs/5']);
   assert.equal(sheet.value?.id, 5);
 });
@@ -60,7 +60,7 @@ test('a comparison has an address of its own', async () => {
   begin();
   answer = () => job(6, { kind: 'compare', state: 'done' });
   takeJob(job(6, { kind: 'compare', state: 'done' }), fail);
-  await wait(50);
+  await until(() => comparison.value !== null);
   assert.deepEqual(asked, ['api/compare/6']);
   assert.equal(comparison.value?.id, 6);
 });
@@ -69,10 +69,10 @@ test('a page that is loaded anew finds its sheet again', async () => {
   begin();
   answer = () => job(8, { state: 'done' });
   takeJob(job(8, { state: 'done' }), fail);
-  await wait(50);
+  await until(() => sheet.value !== null);
   forgetJobs();
   findJobs();
-  await wait(50);
+  await until(() => sheet.value !== null);
   assert.equal(sheet.value?.id, 8);
 });
 
@@ -81,7 +81,8 @@ test('a sheet that has gone is not spoken of', async () => {
   stored.set('sheet of /word/', '9');
   answer = () => null;
   findJobs();
-  await wait(50);
+  await until(() => asked.length > 0);
+  await settle();
   assert.deepEqual(asked, ['api/jobs/9']);
   assert.equal(sheet.value, null);
 });

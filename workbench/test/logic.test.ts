@@ -10,6 +10,7 @@ import { keyOf, replaceSpan, sectionLine } from '../src/profileText';
 import { findTwin } from '../src/points';
 import type { KeyValue, Point, Run } from '../src/protocol';
 import { roundStep, sliderOf } from '../src/steps';
+import { Gate, settle } from './until';
 
 function key(more: Partial<KeyValue>): KeyValue {
   return {
@@ -90,32 +91,44 @@ test('a blind choice counts for the run that stood there', () => {
 
 test('of many bodies the first and the last are sent, one at a time', async () => {
   const sent: object[] = [];
-  let atOnce = 0;
+  const answers: Gate[] = [];
   const post = new LatestPost('x', assert.fail, async (_, body) => {
-    assert.equal(++atOnce, 1);
-    await new Promise((resolve) => setTimeout(resolve, 5));
     sent.push(body);
-    --atOnce;
-  }, 0);
+    answers.push(new Gate());
+    await answers.at(-1)!.passed;
+  }, async () => {});
+  let idle = 0;
+  post.onIdle = () => ++idle;
   for (let i = 0; i < 5; ++i) post.push({ i });
-  await new Promise((resolve) => setTimeout(resolve, 50));
+  await settle();
+  assert.deepEqual(sent, [{ i: 0 }]);
+  answers[0]!.open();
+  await settle();
   assert.deepEqual(sent, [{ i: 0 }, { i: 4 }]);
+  assert.equal(idle, 0);
+  answers[1]!.open();
+  await settle();
+  assert.equal(idle, 1);
   post.push({ i: 9 });
-  await new Promise((resolve) => setTimeout(resolve, 20));
   assert.deepEqual(sent.at(-1), { i: 9 });
 });
 
 test('two of one thing are never sent within the least gap', async () => {
-  const times: number[] = [];
-  const post = new LatestPost('x', assert.fail, async () => void times.push(performance.now()), 40);
-  for (let i = 0; i < 12; ++i) {
+  const sent: object[] = [];
+  const gaps: Gate[] = [];
+  const post = new LatestPost('x', assert.fail, async (_, body) => void sent.push(body), () => {
+    gaps.push(new Gate());
+    return gaps.at(-1)!.passed;
+  });
+  for (let i = 0; i < 3; ++i) {
     post.push({ i });
-    await new Promise((resolve) => setTimeout(resolve, 10));
+    await settle();
   }
-  await new Promise((resolve) => setTimeout(resolve, 100));
-  assert.ok(times.length >= 2 && times.length <= 5, String(times.length));
-  // A timer may end up to a millisecond early.
-  for (let i = 1; i < times.length; ++i) assert.ok(times[i]! - times[i - 1]! >= 38, String(times));
+  assert.deepEqual(sent, [{ i: 0 }]);
+  gaps[0]!.open();
+  await settle();
+  assert.deepEqual(sent, [{ i: 0 }, { i: 2 }]);
+  assert.equal(gaps.length, 2);
 });
 
 test('a body that is refused is told, and the next one goes all the same', async () => {
@@ -124,10 +137,10 @@ test('a body that is refused is told, and the next one goes all the same', async
   const post = new LatestPost('x', (error) => told.push(error), async (_, body) => {
     sent.push(body);
     if (sent.length === 1) throw new Error('no');
-  }, 0);
+  }, async () => {});
   post.push({ i: 1 });
   post.push({ i: 2 });
-  await new Promise((resolve) => setTimeout(resolve, 30));
+  await settle();
   assert.equal(told.length, 1);
   assert.deepEqual(sent, [{ i: 1 }, { i: 2 }]);
 });
