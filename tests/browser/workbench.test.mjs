@@ -242,7 +242,7 @@ test("what is looked at stays from screen to screen", async () => {
   const under = async () => {
     await page.mouse.move(box.x + 200, box.y + 100);
     await page.mouse.move(box.x + 201, box.y + 100);
-    return /^\d+, \d+/.exec(await page.locator("[data-test=hover]").textContent())[0];
+    return /\d+, \d+/.exec(await page.locator("[data-test=hover]").textContent())[0];
   };
   const before = await under();
   await showScreen(page, "report");
@@ -270,6 +270,28 @@ test("a value stays under the fingers while the tool is slow", async () => {
   release();
   await until(async () => (await api("api/text")).text.includes("04_MAX_SLOPE=2.25"));
   await settled(page, before);
+});
+
+test("the level under the pointer is that of the side that it is over", async () => {
+  const page = await open();
+  await chooseStage(page, "CLAHE");
+  await setField(page, "04_MAX_SLOPE", "3");
+  const box = await page.locator("[data-test=picture]").boundingBox();
+  const first = new Uint16Array(new Uint8Array(levelsOf(original)).buffer);
+  const second = new Uint16Array(new Uint8Array(levelsOf(Buffer.from(edited("04_MAX_SLOPE", "3"), "latin1"))).buffer);
+  const told = { A: 0, B: 0 };
+  for (const dx of [-60, -45, -30, 30, 45, 60]) {
+    await page.mouse.move(box.x + box.width / 2 + dx, box.y + box.height / 2 + 11);
+    const hover = page.locator("[data-test=hover]", { hasText: "=" });
+    await hover.waitFor();
+    const [, name, x, y, level] = /^([AB]) (\d+), (\d+) = (\d+)$/.exec((await hover.textContent()).trim());
+    assert.equal(name, dx < 0 ? "A" : "B");
+    const levels = name === "A" ? first : second;
+    assert.equal(Number(level), levels[Number(y) * 1300 + Number(x)]);
+    if (first[Number(y) * 1300 + Number(x)] !== second[Number(y) * 1300 + Number(x)]) ++told[name];
+  }
+  // Levels that are the same on both sides would tell nothing.
+  assert.ok(told.A > 0 && told.B > 0);
 });
 
 test("a mark opens its numbers", async () => {

@@ -13,14 +13,17 @@ function leafOf(path: string): string {
   return path.replace(/^.*[/\\]/, '');
 }
 
-function FileField(props: { name: string; files: AgainstFile[]; own: string; value: { value: string }; test: string }) {
+function FileField(props: { name: string; files: AgainstFile[]; own: string; value: { value: string }; test: string; onChange?: () => void }) {
   return (
     <label class="field">
       {props.name}
       <select
         data-test={props.test}
         value={props.value.value}
-        onChange={(event) => (props.value.value = event.currentTarget.value)}
+        onChange={(event) => {
+          props.value.value = event.currentTarget.value;
+          props.onChange?.();
+        }}
       >
         <option value="">{props.own}</option>
         {props.files.map((file) => (
@@ -31,6 +34,11 @@ function FileField(props: { name: string; files: AgainstFile[]; own: string; val
       </select>
     </label>
   );
+}
+
+// Not the desk's own any more, since the desk may have come to it meanwhile.
+function wishedSection(): string {
+  return profile.value === '' && section.value === state.value!.profile.section ? '' : section.value;
 }
 
 function SectionField() {
@@ -55,7 +63,7 @@ function SectionField() {
       Section
       <select
         data-test="compare-section"
-        value={section.value}
+        value={wishedSection()}
         onChange={(event) => (section.value = event.currentTarget.value)}
       >
         <option value="">{now.section} (the same)</option>
@@ -75,9 +83,9 @@ export function CompareForm() {
   const now = state.value!;
   const against = now.against ?? [];
   const made = comparison.value;
-  const isEmpty = profile.value === '' && section.value === '' && library.value === '';
+  const isEmpty = profile.value === '' && wishedSection() === '' && library.value === '';
   const begin = (): void => {
-    beginComparison({ profile: profile.value || null, section: section.value || null, library: library.value || null }).catch(
+    beginComparison({ profile: profile.value || null, section: wishedSection() || null, library: library.value || null }).catch(
       complain,
     );
   };
@@ -92,6 +100,7 @@ export function CompareForm() {
         files={against.filter((each) => each.kind === 'profile')}
         value={profile}
         test="compare-profile"
+        onChange={() => (section.value = '')}
       />
       <SectionField />
       <FileField

@@ -40,7 +40,7 @@ export function sides(): [Run | null, Run | null] {
 }
 
 // Whether there are two things to compare, pixel by pixel.
-function canCompare(one: Run, other: Run): boolean {
+export function canCompare(one: Run, other: Run): boolean {
   return one.id !== other.id && one.frame === other.frame && one.width === other.width && one.height === other.height;
 }
 
@@ -96,7 +96,7 @@ function attach(canvas: HTMLCanvasElement, view: Picture): () => void {
     const at = view.at(x, y);
     const frame = view.frame();
     const isInside = at && frame && at.x >= 0 && at.y >= 0 && at.x < frame.width && at.y < frame.height;
-    hover.value = isInside ? { x: Math.floor(at.x), y: Math.floor(at.y) } : null;
+    hover.value = isInside ? { x: Math.floor(at.x), y: Math.floor(at.y), side: view.sideAt(x) } : null;
     if (!drag || !at || !frame) return;
     drag.moved ||= Math.hypot(x - drag.x, y - drag.y) > 3;
     if (drag.kind === 'pan') view.pan(x - drag.x, y - drag.y);

@@ -3,10 +3,10 @@ import { useEffect, useState } from 'preact/hooks';
 import { cleanWindow, parseWindow } from './greys';
 import { hover, probe } from './marks';
 import { ModeButtons } from './ModeButtons';
-import { picture, viewport } from './PictureArea';
+import { canCompare, picture, sides, viewport } from './PictureArea';
 import { SizeButtons } from './SizeButtons';
-import { findPoint } from './points';
-import { grey, ownWindow, runB, shownWish, tool, type Tool } from './store';
+import { findPoint, findTwin } from './points';
+import { grey, isBlind, ownWindow, shownWish, tool, type Tool } from './store';
 
 const kTools: { tool: Tool; name: string; title: string }[] = [
   { tool: 'hand', name: 'Hand', title: 'Drag moves the picture (V)' },
@@ -15,10 +15,13 @@ const kTools: { tool: Tool; name: string; title: string }[] = [
   { tool: 'area', name: 'Area', title: 'Drag for noise and edge (N)' },
 ];
 
-// The level under the pointer, asked for when it rests.
+// The level under the pointer, of the side that it is over, asked for when it rests.
 function Hover() {
   const at = hover.value;
-  const run = runB.value;
+  const [left, right] = sides();
+  const isPair = left !== null && right !== null && canCompare(left, right);
+  const run = isPair && at?.side === 'left' ? left : right;
+  const wish = shownWish.value;
   const [level, setLevel] = useState<string>('');
   useEffect(() => {
     setLevel('');
@@ -27,7 +30,7 @@ function Hover() {
     const timer = window.setTimeout(async () => {
       try {
         const values = await probe(run, at.x, at.y, aborts.signal);
-        const point = findPoint(run, shownWish.value);
+        const point = run === right ? findPoint(run, wish) : findTwin(run, right!, wish);
         const value = point ? values[point.point] : undefined;
         setLevel(value === null || value === undefined ? '' : String(value));
       } catch {
@@ -38,10 +41,11 @@ function Hover() {
       clearTimeout(timer);
       aborts.abort();
     };
-  }, [at?.x, at?.y, run?.id]);
+  }, [at?.x, at?.y, run?.id, run?.state, JSON.stringify(wish)]);
+  const name = isPair && !isBlind.value ? (run === left ? 'A ' : 'B ') : '';
   return (
     <span class={at ? 'hover' : 'hover none'} data-test="hover">
-      {at ? `${at.x}, ${at.y}` : ''} {at && level !== '' ? `= ${level}` : ''}
+      {at ? `${name}${at.x}, ${at.y}` : ''} {at && level !== '' ? `= ${level}` : ''}
     </span>
   );
 }

@@ -16,7 +16,7 @@ export interface Probe {
 export const probes = signal<Probe[]>([]);
 export const line = signal<{ x0: number; y0: number; x1: number; y1: number } | null>(null);
 export const area = signal<{ x: number; y: number; w: number; h: number } | null>(null);
-export const hover = signal<{ x: number; y: number } | null>(null);
+export const hover = signal<{ x: number; y: number; side: 'left' | 'right' } | null>(null); // the pixel, and whose
 
 let lastProbe = 0;
 

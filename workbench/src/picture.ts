@@ -218,6 +218,14 @@ export class Picture {
     return this.view ? toFrame(this.view, this.half(), this.inHalf(x), y) : null;
   }
 
+  // Whose pixels lie under a point of the canvas.
+  sideAt(x: number): 'left' | 'right' {
+    if (this.shown.a === null) return 'right';
+    if (this.shown.mode === 'side') return x < this.half().width ? 'left' : 'right';
+    const rule = this.swipeX;
+    return rule !== null && x < rule ? 'left' : 'right';
+  }
+
   get swipeX(): number | null {
     return this.shown.mode === 'swipe' && this.shown.a && this.shown.b ? this.shown.swipe * this.screen.width : null;
   }
